@@ -1,0 +1,55 @@
+#pragma once
+
+#include <concepts>
+#include <functional>
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+namespace zelvora::platform {
+
+template<typename Signature>
+class Block;
+
+/// A callable that is moved, never copied, so that it may own what it captures. Calling an empty one is a programming
+/// error.
+template<typename Result, typename... Arguments>
+class Block<Result(Arguments...)> final {
+public:
+    Block() = default;
+    Block(std::nullptr_t) { }
+    template<typename Callable>
+        requires(!std::same_as<std::remove_cvref_t<Callable>, Block>
+            && std::is_invocable_r_v<Result, std::remove_cvref_t<Callable>&, Arguments...>)
+    Block(Callable&& callable)
+        : m_held(std::make_unique<Holder<std::remove_cvref_t<Callable>>>(std::forward<Callable>(callable)))
+    {
+    }
+
+    explicit operator bool() const { return static_cast<bool>(m_held); }
+    Result operator()(Arguments... arguments) { return m_held->call(std::forward<Arguments>(arguments)...); }
+
+private:
+    struct Held {
+        virtual ~Held() = default;
+        virtual Result call(Arguments... arguments) = 0;
+    };
+
+    template<typename Callable>
+    struct Holder final : Held {
+        template<typename Source>
+        explicit Holder(Source&& source) : callable(std::forward<Source>(source))
+        {
+        }
+        Result call(Arguments... arguments) override
+        {
+            return std::invoke(callable, std::forward<Arguments>(arguments)...);
+        }
+
+        Callable callable;
+    };
+
+    std::unique_ptr<Held> m_held;
+};
+
+}

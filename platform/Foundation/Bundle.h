@@ -1,0 +1,17 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace zelvora::platform {
+
+/// The host app's main bundle. Any thread.
+class Bundle {
+public:
+    virtual ~Bundle() = default;
+
+    /// The app's reverse-DNS identifier, where it has one.
+    [[nodiscard]] virtual std::optional<std::string> bundleIdentifier() const = 0;
+};
+
+}

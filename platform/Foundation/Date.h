@@ -1,0 +1,28 @@
+#pragma once
+
+namespace zelvora::platform {
+
+/// A length of time in seconds.
+using TimeInterval = double;
+
+/// A moment of wall-clock time.
+struct Date {
+    TimeInterval timeIntervalSince1970 = 0;
+
+    [[nodiscard]] TimeInterval timeIntervalSince(Date earlier) const
+    {
+        return timeIntervalSince1970 - earlier.timeIntervalSince1970;
+    }
+
+    bool operator==(Date const&) const = default;
+};
+
+/// The system's wall clock, which people and time servers may set forwards and backwards. Any thread.
+class Clock {
+public:
+    virtual ~Clock() = default;
+
+    [[nodiscard]] virtual Date now() const = 0;
+};
+
+}

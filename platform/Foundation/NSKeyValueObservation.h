@@ -1,0 +1,14 @@
+#pragma once
+
+namespace zelvora::platform {
+
+/// Ends its observation when it is invalidated or destroyed, whichever comes first. It may outlive what it observes.
+/// Main thread.
+class NSKeyValueObservation {
+public:
+    virtual ~NSKeyValueObservation() = default;
+
+    virtual void invalidate() = 0;
+};
+
+}

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+namespace zelvora::platform {
+
+/// The shortest decimal text that reads back as the same number, in every locale; a whole number below 10^15 has
+/// neither a point nor an exponent. "nan", "inf" and "-inf" for what is not finite.
+[[nodiscard]] std::string numberText(double number);
+
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace zelvora::platform {
+
+/// Whether the bytes are well-formed UTF-8: no overlong forms, no surrogates, nothing above U+10FFFF.
+[[nodiscard]] bool isValidUTF8(std::string_view bytes);
+
+/// The bytes as text; absent where they are not well-formed UTF-8.
+[[nodiscard]] std::optional<std::string> decodeUTF8(std::string_view bytes);
+
+}

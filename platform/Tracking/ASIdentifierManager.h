@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+namespace zelvora::platform {
+
+/// The advertising identifier of the device. Any thread.
+class ASIdentifierManager {
+public:
+    virtual ~ASIdentifierManager() = default;
+
+    /// An upper-case UUID; all zeros where the system gives none away.
+    [[nodiscard]] virtual std::string advertisingIdentifier() const = 0;
+};
+
+}

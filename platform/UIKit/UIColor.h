@@ -1,0 +1,17 @@
+#pragma once
+
+namespace zelvora::platform {
+
+/// A colour in sRGB, each component from 0 to 1.
+struct UIColor {
+    double red = 0;
+    double green = 0;
+    double blue = 0;
+    double alpha = 1;
+
+    [[nodiscard]] static constexpr UIColor white() { return { 1, 1, 1, 1 }; }
+
+    bool operator==(UIColor const&) const = default;
+};
+
+}

@@ -2,7 +2,6 @@
 
 #include "platform/Foundation/Value.h"
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
@@ -34,10 +33,16 @@ public:
 
     private:
         friend class Array;
-        Iterator(Chunk const* chunk, std::uint64_t position) : m_chunk(chunk), m_position(position) { }
+        Iterator(Chunk const* chunk, std::uint64_t position, std::uint64_t end)
+            : m_chunk(chunk)
+            , m_position(position)
+            , m_end(end)
+        {
+        }
 
         Chunk const* m_chunk = nullptr;
         std::uint64_t m_position = 0;
+        std::uint64_t m_end = 0;
     };
 
     /// How one array came from another: so many dropped from its head, then the elements from `firstAppended` on

@@ -80,8 +80,6 @@ private:
         std::shared_ptr<platform::Data const>, std::shared_ptr<platform::Array const>,
         std::shared_ptr<platform::Dictionary const>>
         m_held;
-
-    friend class Dismantling;
 };
 
 /// A readable text for log lines, at most `debugDescriptionLimit` bytes and then a note of what was left out, so that

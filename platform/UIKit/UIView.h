@@ -53,6 +53,8 @@ public:
     /// Back to front.
     [[nodiscard]] std::vector<std::shared_ptr<UIView>> const& subviews() const { return m_subviews; }
 
+    /// Whether the other view is this one or somewhere in it.
+    [[nodiscard]] bool contains(UIView const& other) const;
     /// A view that is in another one already leaves it first.
     void addSubview(std::shared_ptr<UIView> child);
     void removeFromSuperview();
@@ -95,7 +97,8 @@ private:
     {
         return { this, NSLayoutAnchor::Item::View, attribute };
     }
-    [[nodiscard]] bool contains(UIView const& other) const;
+    void activate(NSLayoutConstraint const& constraint);
+    void deactivate(NSLayoutConstraint const& constraint);
     void deactivateConstraintsNaming(UIView const& leaving);
 
     std::unique_ptr<Peer> m_peer;

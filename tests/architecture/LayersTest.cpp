@@ -1,0 +1,172 @@
+#include "tests/architecture/Layers.h"
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <ostream>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+namespace zelvora::architecture {
+
+static std::ostream& operator<<(std::ostream& stream, Violation const& violation)
+{
+    return stream << violation.file << ':' << violation.line << ": " << violation.reason;
+}
+
+namespace {
+
+// A tree of its own for each test, with whatever the test puts into it.
+class LayersTest : public testing::Test {
+protected:
+    LayersTest()
+    {
+        auto name = (std::filesystem::temp_directory_path() / "zelvora-layers-XXXXXX").string();
+        if (::mkdtemp(name.data()) == nullptr)
+            throw std::filesystem::filesystem_error(
+                "No folder for the test", std::error_code(errno, std::generic_category()));
+        m_tree = name;
+    }
+    ~LayersTest() override { std::filesystem::remove_all(m_tree); }
+
+    std::vector<Violation> violationsOf(std::string const& file, std::string const& source)
+    {
+        std::filesystem::create_directories((m_tree / file).parent_path());
+        std::ofstream(m_tree / file) << source;
+        return surveyLayers(m_tree).violations;
+    }
+
+    static std::vector<Violation> one(std::string file, int line, std::string reason)
+    {
+        return { { std::move(file), line, std::move(reason) } };
+    }
+
+private:
+    std::filesystem::path m_tree;
+};
+
+TEST_F(LayersTest, TheProjectKeepsItsLayersApart)
+{
+    EXPECT_EQ(surveyLayers(ZELVORA_SOURCE_TREE).violations, std::vector<Violation> {});
+}
+
+TEST_F(LayersTest, TheSurveyOfTheProjectReadsEveryLayer)
+{
+    auto const sourcesRead = surveyLayers(ZELVORA_SOURCE_TREE).sourcesRead;
+    for (auto const* layer : { "platform", "ZelvoraIOS", "adapters/shared", "adapters/memory", "adapters/gtk" })
+        EXPECT_TRUE(sourcesRead.contains(layer)) << layer;
+}
+
+TEST_F(LayersTest, ThePlatformMayIncludeItselfAndTheStandardLibrary)
+{
+    EXPECT_TRUE(violationsOf("platform/A.h", "#include \"platform/B.h\"\n#include <vector>\n").empty());
+}
+
+TEST_F(LayersTest, APlatformThatIncludesTheSDKIsFound)
+{
+    EXPECT_EQ(violationsOf("platform/UIKit/A.h", "#pragma once\n#include \"ZelvoraIOS/B.h\"\n"),
+        one("platform/UIKit/A.h", 2, "platform must not include \"ZelvoraIOS/B.h\""));
+}
+
+TEST_F(LayersTest, APlatformThatIncludesASystemHeaderIsFound)
+{
+    EXPECT_EQ(violationsOf("platform/A.cpp", "#include <unistd.h>\n"),
+        one("platform/A.cpp", 1, "platform includes a header that is not of the standard library: <unistd.h>"));
+}
+
+TEST_F(LayersTest, AnSDKThatIncludesAnAdapterIsFound)
+{
+    EXPECT_EQ(violationsOf("ZelvoraIOS/A.cpp", "#include \"adapters/memory/B.h\"\n"),
+        one("ZelvoraIOS/A.cpp", 1, "ZelvoraIOS must not include \"adapters/memory/B.h\""));
+}
+
+TEST_F(LayersTest, AnSDKThatIncludesALibraryIsFound)
+{
+    EXPECT_EQ(violationsOf("ZelvoraIOS/A.cpp", "#include <nlohmann/json.hpp>\n"),
+        one("ZelvoraIOS/A.cpp", 1,
+            "ZelvoraIOS includes a header that is not of the standard library: <nlohmann/json.hpp>"));
+}
+
+TEST_F(LayersTest, AnSDKTemplateThatTheBuildFillsInIsReadToo)
+{
+    EXPECT_EQ(violationsOf("ZelvoraIOS/A.h.in", "#include <gtk/gtk.h>\n").size(), 1U);
+}
+
+TEST_F(LayersTest, AnAdapterMayIncludeThePlatformItselfWhatIsSharedAndTheSystem)
+{
+    EXPECT_TRUE(violationsOf("adapters/gtk/A.cpp",
+        "#include \"platform/A.h\"\n#include \"adapters/gtk/A.h\"\n#include \"adapters/shared/A.h\"\n"
+        "#include <gtk/gtk.h>\n")
+            .empty());
+}
+
+TEST_F(LayersTest, AnAdapterThatIncludesTheSDKIsFound)
+{
+    EXPECT_EQ(violationsOf("adapters/gtk/A.cpp", "\n#include \"ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h\"\n"),
+        one("adapters/gtk/A.cpp", 2, "adapters/gtk must not include \"ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h\""));
+}
+
+TEST_F(LayersTest, AnAdapterThatIncludesAnotherAdapterIsFound)
+{
+    EXPECT_EQ(violationsOf("adapters/gtk/A.cpp", "#include \"adapters/memory/A.h\"\n"),
+        one("adapters/gtk/A.cpp", 1, "adapters/gtk must not include \"adapters/memory/A.h\""));
+}
+
+TEST_F(LayersTest, WhatIsSharedKnowsNoAdapter)
+{
+    EXPECT_EQ(violationsOf("adapters/shared/A.cpp", "#include \"adapters/gtk/A.h\"\n"),
+        one("adapters/shared/A.cpp", 1, "adapters/shared must not include \"adapters/gtk/A.h\""));
+}
+
+TEST_F(LayersTest, AnIncludePathThatDoesNotStartAtTheTopIsFound)
+{
+    EXPECT_EQ(violationsOf("platform/A.cpp", "#include \"A.h\"\n"),
+        one("platform/A.cpp", 1, "platform must not include \"A.h\""));
+    EXPECT_EQ(violationsOf("platform/A.cpp", "#include \"platform/../ZelvoraIOS/A.h\"\n"),
+        one("platform/A.cpp", 1, "platform must not include \"platform/../ZelvoraIOS/A.h\""));
+}
+
+TEST_F(LayersTest, AnIncludeThatHidesItsFileIsFound)
+{
+    EXPECT_EQ(violationsOf("adapters/gtk/A.cpp", "#include HEADER\n"),
+        one("adapters/gtk/A.cpp", 1, "an include must name its file, not HEADER"));
+}
+
+TEST_F(LayersTest, ADefinitionOutsideTheNamespaceIsFound)
+{
+    EXPECT_EQ(violationsOf("ZelvoraIOS/A.h", "namespace zelvora {\n}\n\nclass A final {\n};\n"),
+        one("ZelvoraIOS/A.h", 4, "not in the namespace zelvora: class A final"));
+    EXPECT_EQ(violationsOf("ZelvoraIOS/A.h", "namespace other::zelvora {\n}\n"),
+        one("ZelvoraIOS/A.h", 1, "not in the namespace zelvora: namespace other::zelvora"));
+    EXPECT_EQ(violationsOf("ZelvoraIOS/A.h", "namespace {\n}\n"),
+        one("ZelvoraIOS/A.h", 1, "not in the namespace zelvora: namespace"));
+}
+
+TEST_F(LayersTest, AUsingDirectiveOutsideTheNamespaceIsFound)
+{
+    EXPECT_EQ(violationsOf("adapters/memory/A.cpp", "using namespace zelvora::platform;\n"),
+        one("adapters/memory/A.cpp", 1, "not in the namespace zelvora: using namespace zelvora::platform"));
+}
+
+TEST_F(LayersTest, DeclarationsOfCMayStandOutsideTheNamespace)
+{
+    EXPECT_TRUE(violationsOf("adapters/gtk/A.h",
+        "typedef struct _GtkWidget GtkWidget;\nextern \"C\" int const version;\nextern \"C\" {\nint f(void);\n}\n"
+        "namespace zelvora::gtk {\nclass A;\n}\n")
+            .empty());
+}
+
+TEST_F(LayersTest, TheTestsAndTheExamplesAreNoLayer)
+{
+    EXPECT_TRUE(violationsOf("tests/A.cpp", "#include \"A.h\"\nclass B { };\n").empty());
+    EXPECT_TRUE(violationsOf("examples/A.cpp", "#include <gtk/gtk.h>\nint main() { }\n").empty());
+}
+
+}
+
+}

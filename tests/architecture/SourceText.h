@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zelvora::architecture {
+
+/// One `#include` line. A name that is neither quoted nor in angle brackets has the kind `Computed`.
+struct Include {
+    enum class Kind : std::uint8_t { Quoted, Angled, Computed };
+
+    Kind kind = Kind::Computed;
+    std::string name;
+    int line = 0;
+
+    bool operator==(Include const&) const = default;
+};
+
+/// A declaration or definition that stands in the global namespace: its text up to the brace or the semicolon, with
+/// comments and the contents of literals left out.
+struct GlobalDeclaration {
+    enum class Ending : std::uint8_t { Brace, Semicolon };
+
+    Ending ending = Ending::Semicolon;
+    std::string head;
+    int line = 0;
+
+    bool operator==(GlobalDeclaration const&) const = default;
+};
+
+/// What a C++ source includes; what is commented out or stands in a literal does not count.
+[[nodiscard]] std::vector<Include> includesOf(std::string_view source);
+
+/// Everything at brace depth zero, namespaces included: the head of `namespace a { ... }` is `namespace a`.
+[[nodiscard]] std::vector<GlobalDeclaration> globalDeclarationsOf(std::string_view source);
+
+}

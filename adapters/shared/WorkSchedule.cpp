@@ -1,0 +1,35 @@
+#include "adapters/shared/WorkSchedule.h"
+
+#include <algorithm>
+
+namespace zelvora::shared {
+
+void WorkSchedule::add(Moment due, Work work)
+{
+    m_blocks.emplace(std::pair(due, m_nextNumber++), std::move(work));
+}
+
+std::optional<WorkSchedule::Moment> WorkSchedule::nextDue() const
+{
+    if (m_blocks.empty())
+        return std::nullopt;
+    return m_blocks.begin()->first.first;
+}
+
+WorkSchedule::Work WorkSchedule::takeDue(Moment now)
+{
+    if (m_blocks.empty() || m_blocks.begin()->first.first > now)
+        return nullptr;
+    return std::move(m_blocks.extract(m_blocks.begin()).mapped());
+}
+
+WorkSchedule::Moment WorkSchedule::after(platform::TimeInterval delay)
+{
+    // The clock counts nanoseconds in 64 bits: no delay may take it past its end.
+    constexpr platform::TimeInterval tenYears = 10.0 * 365 * 24 * 60 * 60;
+    platform::TimeInterval const sensible = delay > 0 ? std::min(delay, tenYears) : 0;
+    return std::chrono::steady_clock::now()
+        + std::chrono::ceil<std::chrono::nanoseconds>(std::chrono::duration<double>(sensible));
+}
+
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/Concurrency/DispatchQueue.h"
+
+#include <chrono>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <utility>
+
+namespace zelvora::shared {
+
+/// What a queue has yet to run, in the order in which it falls due; blocks due at the same moment stand in the order in
+/// which they were added. Not guarded: its queue holds a lock around every call.
+class WorkSchedule final {
+public:
+    using Moment = std::chrono::steady_clock::time_point;
+    using Work = platform::DispatchQueue::Work;
+
+    void add(Moment due, Work work);
+    /// When the first block falls due; absent where there is none.
+    [[nodiscard]] std::optional<Moment> nextDue() const;
+    /// The first block, where it is due by now; else an empty one.
+    [[nodiscard]] Work takeDue(Moment now);
+
+    /// The moment at which `delay` seconds have passed; a delay that makes no sense is none.
+    [[nodiscard]] static Moment after(platform::TimeInterval delay);
+
+private:
+    std::map<std::pair<Moment, std::uint64_t>, Work> m_blocks;
+    std::uint64_t m_nextNumber = 0;
+};
+
+}

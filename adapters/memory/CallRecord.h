@@ -1,0 +1,34 @@
+#pragma once
+
+#include <initializer_list>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace zelvora::memory {
+
+/// What was asked of views, controllers, web views and their content controllers, in one order over all of them. Main
+/// thread.
+class CallRecord final {
+public:
+    struct Call {
+        /// For comparing only; it may be gone.
+        void const* object = nullptr;
+        /// The method, and after a blank its argument where that is a plain value: "setHidden true".
+        std::string text;
+
+        bool operator==(Call const&) const = default;
+    };
+
+    void add(void const* object, std::string text) { m_calls.push_back({ object, std::move(text) }); }
+
+    [[nodiscard]] std::vector<Call> const& all() const { return m_calls; }
+    /// The texts of the calls on these objects, still in one order.
+    [[nodiscard]] std::vector<std::string> of(std::initializer_list<void const*> objects) const;
+    void clear() { m_calls.clear(); }
+
+private:
+    std::vector<Call> m_calls;
+};
+
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "adapters/memory/Clock.h"
+#include "platform/Concurrency/DispatchQueue.h"
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <utility>
+
+namespace zelvora::memory {
+
+/// A serial queue that is turned by hand: a block runs inside `runOne` or `runAll`, on the thread that calls it. Any
+/// thread; two threads that turn one queue at once are two workers of a concurrent queue.
+class DispatchQueue final : public platform::DispatchQueue {
+public:
+    /// How many blocks `runAll` runs before it takes the queue for a runaway loop.
+    static constexpr std::size_t runawayLimit = 100'000;
+
+    explicit DispatchQueue(Clock& clock) : m_clock(clock) { }
+    ~DispatchQueue() override;
+    DispatchQueue(DispatchQueue const&) = delete;
+    DispatchQueue& operator=(DispatchQueue const&) = delete;
+
+    /// Runs the first block that is due, and tells whether there was one.
+    bool runOne();
+    /// Runs blocks, also those submitted meanwhile, until none is due, and tells how many there were. A queue that does
+    /// not come to rest within `runawayLimit` blocks stops the process.
+    std::size_t runAll();
+
+    /// How many blocks are due now.
+    [[nodiscard]] std::size_t pendingCount() const;
+    /// How many blocks fall due only when the clock is advanced.
+    [[nodiscard]] std::size_t delayedCount() const;
+    /// Whether no block is due.
+    [[nodiscard]] bool isEmpty() const { return pendingCount() == 0; }
+
+    // platform::DispatchQueue
+    void async(Work work) override;
+    void asyncAfter(platform::TimeInterval delay, Work work) override;
+
+private:
+    /// When it falls due, and its place among those that fall due together.
+    using Place = std::pair<std::chrono::nanoseconds, std::uint64_t>;
+
+    [[nodiscard]] Work takeNext();
+
+    Clock& m_clock;
+    std::mutex mutable m_mutex;
+    std::map<Place, Work> m_blocks;
+    std::uint64_t m_submitted = 0;
+};
+
+}

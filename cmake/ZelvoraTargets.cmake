@@ -1,9 +1,21 @@
 # What every target of the project has in common.
 
+option(ZELVORA_COVERAGE "Count which lines of the SDK run (clang only)" OFF)
+
 # zelvora_target(NAME): warnings as errors, and includes written from the top of the tree.
 function(zelvora_target name)
     target_compile_options(${name} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
-    target_include_directories(${name} PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>")
+    target_include_directories(${name} PUBLIC
+        "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>"
+        "$<INSTALL_INTERFACE:include/ZelvoraIOS>"
+    )
+    if(ZELVORA_COVERAGE AND name MATCHES "^(zelvora_platform|ZelvoraIOS)$")
+        # Counters that can be moved live in a shared mapping of the profile, so that they outlive a process that stops
+        # on a programming error.
+        target_compile_options(${name} PRIVATE
+            -fprofile-instr-generate -fcoverage-mapping "SHELL:-mllvm -runtime-counter-relocation")
+        target_link_options(${name} PUBLIC -fprofile-instr-generate)
+    endif()
 endfunction()
 
 # zelvora_test(NAME SOURCES ... LIBRARIES ... [LABELS ...]): a GoogleTest program whose every test runs in a process of its own,

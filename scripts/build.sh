@@ -1,0 +1,31 @@
+# Configuring and building the presets of CMakePresets.json, each in build/<preset>.
+
+# build PRESET TARGET [CMAKE-OPTION...]
+build() {
+    local preset="$1" target="$2" launcher=()
+    shift 2
+    if command -v ccache >/dev/null; then
+        launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+    fi
+    cmake --preset "$preset" "${launcher[@]}" "$@" && cmake --build "build/$preset" --target "$target"
+}
+
+# build_or_stop PRESET TARGET [CMAKE-OPTION...]: quiet while it works.
+build_or_stop() {
+    local log="build/logs/$1.log"
+    mkdir -p build/logs
+    if ! build "$@" >"$log" 2>&1; then
+        show_failure "$log" >&2
+        stop "The build failed; $log has the whole story."
+    fi
+}
+
+# The lines of a log that say what went wrong.
+show_failure() {
+    local pattern='(error|Error|warning|FAILED|SUMMARY|\*\*\*|[Nn]o such file)'
+    if grep -qE "$pattern" "$1"; then
+        grep -E -A 6 "$pattern" "$1" | head -n 120 | sed 's/^/    /'
+    else
+        tail -n 40 "$1" | sed 's/^/    /'
+    fi
+}

@@ -1,0 +1,182 @@
+# The stages of `./run test` and `./run check`. A stage writes to its log, leaves its counts in s_passed, s_failed and
+# s_skipped and, where it has more to say, a text in s_remark. A stage that cannot run has failed.
+
+STAGES=(format clang gcc asan tsan libcxx tidy)
+
+s_passed=0
+s_failed=0
+s_skipped=0
+s_remark=""
+
+test_stages() {
+    local stages=() argument
+    for argument in "$@"; do
+        case "$argument" in
+        --quick) stages+=(clang) ;;
+        *)
+            [[ " ${STAGES[*]} " == *" $argument "* ]] || stop "There is no stage \"$argument\"; there are ${STAGES[*]}."
+            stages+=("$argument")
+            ;;
+        esac
+    done
+    ((${#stages[@]})) || stages=("${STAGES[@]}")
+    run_stages "${stages[@]}"
+}
+
+check_stages() {
+    TIDY_SOURCES=("$@")
+    run_stages format layers tidy
+}
+
+run_stages() {
+    local stage passed=0 failed=0 begin=$SECONDS
+    packages_of "$@"
+    mkdir -p build/logs
+    for stage in "$@"; do
+        run_stage "$stage"
+        passed=$((passed + s_passed))
+        failed=$((failed + s_failed))
+    done
+    say "All stages took $(duration $((SECONDS - begin)))."
+    say "$passed passed, $failed failed"
+    ((failed == 0))
+}
+
+packages_of() {
+    local packages=() stage
+    for stage in "$@"; do
+        case "$stage" in
+        format) packages+=(clang-format-19) ;;
+        layers) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}") ;;
+        clang | asan | tsan) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_DISPLAY[@]}") ;;
+        gcc) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_DISPLAY[@]}") ;;
+        libcxx) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_LIBCXX[@]}") ;;
+        tidy) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_LINT[@]}") ;;
+        esac
+    done
+    local unique
+    mapfile -t unique < <(printf '%s\n' "${packages[@]}" | sort -u)
+    install_packages "${unique[@]}"
+}
+
+run_stage() {
+    local stage="$1" log="build/logs/$1.log" begin=$SECONDS skipped=""
+    s_passed=0 s_failed=0 s_skipped=0 s_remark=""
+    if [[ -t 1 ]]; then
+        printf '%-7s ...\r' "$stage"
+    fi
+    if ! "stage_$stage" >"$log" 2>&1 && ((s_failed == 0)); then
+        s_failed=1
+    fi
+    ((s_skipped == 0)) || skipped=", $s_skipped skipped"
+    printf '%-7s %5d passed, %d failed%s  %s\n' "$stage" "$s_passed" "$s_failed" "$skipped" \
+        "$(duration $((SECONDS - begin)))"
+    if ((s_failed)); then
+        show_failure "$log"
+        say "    The whole story: $log"
+    fi
+    if [[ -n "$s_remark" ]]; then
+        say "$s_remark"
+    fi
+}
+
+duration() { printf '%d:%02d' $(($1 / 60)) $(($1 % 60)); }
+
+one_passed() {
+    s_passed=1
+    s_failed=0
+}
+
+# run_tests PRESET [CTEST-OPTION...]: a build whose tests run under a virtual display.
+run_tests() {
+    local preset="$1" report status=0
+    shift
+    report="$PWD/build/$preset/tests.xml"
+    rm -f "$report"
+    with_display "$PWD/build/$preset" \
+        ctest --test-dir "build/$preset" -j 2 --output-on-failure --output-junit "$report" "$@" || status=$?
+    [[ -s "$report" ]] || return 1
+
+    local total
+    total="$(count_in "$report" tests)"
+    s_failed="$(count_in "$report" failures)"
+    s_skipped=$(($(count_in "$report" skipped) + $(count_in "$report" disabled)))
+    s_passed=$((total - s_failed - s_skipped))
+    # Programs that were not built, or no tests at all.
+    if ((s_failed == 0 && (status != 0 || s_passed == 0))); then
+        s_failed=1
+    fi
+    ((s_failed == 0))
+}
+
+count_in() { grep -oE "\b$2=\"[0-9]+\"" "$1" | head -n 1 | tr -dc 0-9; }
+
+stage_clang() {
+    build coverage all || return 1
+    rm -rf build/coverage/profiles
+    local status=0
+    LLVM_PROFILE_FILE="$PWD/build/coverage/profiles/%4m%c.profraw" run_tests coverage || status=1
+    s_remark="$(coverage_report build/coverage)" || status=1
+    return "$status"
+}
+
+stage_gcc() {
+    build gcc all && run_tests gcc
+}
+
+stage_asan() {
+    build asan all || return 1
+    ASAN_OPTIONS=detect_stack_use_after_return=0:strict_string_checks=1 \
+    LSAN_OPTIONS="suppressions=$PWD/scripts/leaks.supp:print_suppressions=0" \
+    UBSAN_OPTIONS=print_stacktrace=1 \
+        run_tests asan -LE 'install|architecture'
+}
+
+stage_tsan() {
+    build tsan all || return 1
+    # The libraries under the Linux adapter are not built for this sanitizer, which takes their locks for none.
+    TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1 run_tests tsan -LE 'install|architecture|gtk|live'
+}
+
+stage_libcxx() {
+    build libcxx all && one_passed
+}
+
+stage_layers() {
+    build coverage zelvora_architecture_tests || return 1
+    local status=0 output
+    output="$(build/coverage/tests/architecture/zelvora_architecture_tests 2>&1)" || status=1
+    say "$output"
+    s_passed="$(sed -nE 's/^\[  PASSED  \] ([0-9]+) tests?\..*/\1/p' <<<"$output")"
+    s_failed="$(grep -cE '^\[  FAILED  \] .*\([0-9]+ ms\)$' <<<"$output")" || true
+    return "$status"
+}
+
+our_sources() { git ls-files --cached --others --exclude-standard -- "$@"; }
+
+stage_format() {
+    our_sources '*.h' '*.cpp' '*.mm' | xargs -r clang-format-19 --dry-run --Werror && one_passed
+}
+
+stage_tidy() {
+    cmake --preset coverage >/dev/null || return 1
+    local sources=("${TIDY_SOURCES[@]}")
+    if ((${#sources[@]} == 0)); then
+        mapfile -t sources < <(our_sources 'platform/*.cpp' 'ZelvoraIOS/*.cpp' 'adapters/*.cpp')
+    fi
+    printf '%s\0' "${sources[@]}" | xargs -0 -P "$(nproc)" -n 1 clang-tidy-19 -p build/coverage --quiet && one_passed
+}
+
+TIDY_SOURCES=()
+
+# coverage_report BUILD: the lines of the SDK that no test ran.
+coverage_report() {
+    local build="$1" programs=() program
+    while IFS= read -r program; do
+        programs+=(-object "$program")
+    done < <(find "$build/tests" -type f -name 'zelvora*tests' -perm -u+x)
+    llvm-profdata-19 merge -sparse "$build"/profiles/*.profraw -o "$build/tests.profdata" >&2 || return 1
+    llvm-cov-19 export -format=lcov -instr-profile="$build/tests.profdata" "${programs[@]}" -sources ZelvoraIOS \
+        >"$build/coverage.lcov" || return 1
+    awk -f scripts/coverage.awk -v "top=$PWD/" "$build/coverage.lcov"
+}

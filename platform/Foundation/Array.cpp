@@ -110,7 +110,8 @@ Value const& Array::at(std::size_t index) const
     if (index >= size())
         fatalError("an array was read beyond its end");
     auto const position = m_begin + index;
-    auto const* chunk = m_head.get();
+    // What was appended last is read most, and often of long arrays.
+    auto const* chunk = position >= m_tail->first ? m_tail.get() : m_head.get();
     while (position >= chunk->end())
         chunk = chunk->next.get();
     return chunk->elements[static_cast<std::size_t>(position - chunk->first)];
@@ -154,6 +155,8 @@ Array Array::droppingFirst(std::size_t count) const
 {
     auto result = *this;
     result.m_begin += std::min(count, size());
+    if (m_tail && result.m_begin >= m_tail->first)
+        result.m_head = m_tail;
     while (result.m_head != result.m_tail && result.m_begin >= result.m_head->end())
         result.m_head = result.m_head->next;
     return result;

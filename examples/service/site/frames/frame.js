@@ -1,0 +1,43 @@
+const english = new URLSearchParams(location.search).get('lang') === 'en';
+const shopOrigin = /^https:\/\/[^./]+\.(shop|dev)\.zelvora\.localhost:\d+$/;
+
+function byId(id) {
+    return document.getElementById(id);
+}
+
+function tell(line) {
+    const item = document.createElement('li');
+    item.textContent = line;
+    byId('frame-log').prepend(item);
+    // The shop may be on any port; what is told is no secret.
+    parent.postMessage({ told: line }, '*');
+}
+
+const actions = {
+    saveEvent: (bridge) => bridge.saveEvent({ eventId: 'frame_event', origin: location.origin }),
+    setItem: (bridge) => bridge.setItem('fromFrame', english ? 'hello from the frame' : '프레임에서 안녕', 3600),
+    getItem: (bridge) => bridge.getItem('fromFrame', 'onFrameItem'),
+};
+
+function act(name) {
+    if (!window.ZelvoraSDKBridge) {
+        tell(`× frame ${name}: bridge missing`);
+        return;
+    }
+    actions[name](window.ZelvoraSDKBridge);
+    tell(`frame ${name}`);
+}
+
+// Answers go to the page that holds this frame, so this is not expected to be called.
+window.onFrameItem = (value) => tell(`frame onFrameItem(${JSON.stringify(value)})`);
+
+window.addEventListener('message', (message) => {
+    if (shopOrigin.test(message.origin) && Object.hasOwn(actions, message.data?.ask))
+        act(message.data.ask);
+});
+
+byId('origin').textContent = location.hostname;
+byId('bridge-state').textContent = window.ZelvoraSDKBridge ? '' : english ? 'bridge missing' : '브리지 없음';
+byId('frame-save-event').addEventListener('click', () => act('saveEvent'));
+byId('frame-set-item').addEventListener('click', () => act('setItem'));
+byId('frame-get-item').addEventListener('click', () => act('getItem'));

@@ -1,0 +1,40 @@
+import { saveEvent, writeItem } from './bridge.js';
+import { addToCart, savePurchase } from './cart-store.js';
+import { productWithId } from './products.js';
+import { address, byId, dressPage, finishPage, language, notify, picture, price, showCartCount, text } from './shop.js';
+
+const oneDay = 24 * 60 * 60;
+
+function show(product) {
+    byId('product-picture').append(picture(product));
+    byId('product-name').textContent = product.name[language];
+    byId('product-price').textContent = price(product.price);
+    byId('product-story').textContent = product.story[language];
+    byId('product').hidden = false;
+}
+
+function listen(product) {
+    byId('add-to-cart').addEventListener('click', async () => {
+        await addToCart(product);
+        await showCartCount();
+        notify(text('added'));
+    });
+    byId('buy-now').addEventListener('click', () => {
+        savePurchase([{ productId: product.id, count: 1 }]);
+        notify(text('orderDone'));
+    });
+}
+
+const product = productWithId(new URLSearchParams(location.search).get('id'));
+const dressed = dressPage('shop');
+if (product) {
+    show(product);
+    listen(product);
+    writeItem('recentProduct', product.id, oneDay);
+    saveEvent('product_view', { productId: product.id, price: product.price });
+} else {
+    byId('no-product-shop').href = address('index.html');
+    byId('no-product').hidden = false;
+}
+await dressed;
+finishPage();

@@ -1,0 +1,120 @@
+import { bridge, readItem } from './bridge.js';
+import { texts } from './texts.js';
+
+const query = new URLSearchParams(location.search);
+
+export const language = query.get('lang') === 'en' ? 'en' : 'ko';
+
+/// What the app said about its user when it opened the shop. Every link hands it on.
+export const entry = Object.fromEntries(['adid', 'uKey', 'rid'].map((name) => [name, query.get(name) ?? '']));
+
+export function text(name) {
+    return texts[language][name];
+}
+
+export function price(amount) {
+    return language === 'ko' ? `${amount.toLocaleString('ko-KR')}원` : `₩${amount.toLocaleString('en-US')}`;
+}
+
+export function address(page, more = {}, inLanguage = language) {
+    return `${page}?${new URLSearchParams({ ...entry, ...more, lang: inLanguage })}`;
+}
+
+/// The address of this page's sibling host, on the same port.
+export function sibling(host) {
+    return `https://${location.host.replace(/^[^.]+\.(shop|dev)\./, `${host}.`)}`;
+}
+
+export function byId(id) {
+    return document.getElementById(id);
+}
+
+export function element(tag, properties = {}, ...children) {
+    const made = Object.assign(document.createElement(tag), properties);
+    made.append(...children);
+    return made;
+}
+
+export function picture(product) {
+    return element('img', { src: `pictures/${product.id}.svg`, alt: product.name[language], className: 'picture' });
+}
+
+/// Shows a short notice at the bottom of the window until the next one comes.
+export function notify(message) {
+    const notice = byId('notice');
+    notice.textContent = message;
+    notice.hidden = false;
+}
+
+export async function showCartCount() {
+    const cart = await readItem('cart');
+    const count = Array.isArray(cart) ? cart.reduce((sum, line) => sum + line.count, 0) : 0;
+    const badge = byId('cart-count');
+    badge.textContent = String(count);
+    badge.hidden = count === 0;
+}
+
+function navigation(current) {
+    const pages = [['shop', 'index.html'], ['cart', 'cart.html'], ['bridge', 'bridge.html'], ['links', 'links.html']];
+    const made = element('nav', { id: 'navigation' });
+    for (const [name, page] of pages) {
+        const link = element('a', { id: `to-${name}`, href: address(page) }, text(name));
+        if (name === current)
+            link.setAttribute('aria-current', 'page');
+        if (name === 'cart')
+            link.append(element('span', { id: 'cart-count', className: 'badge', hidden: true }));
+        made.append(link);
+    }
+    return made;
+}
+
+function languageSwitch() {
+    const current = Object.fromEntries(query);
+    const page = location.pathname.split('/').pop() || 'index.html';
+    const made = element('div', { id: 'languages' });
+    for (const [code, label] of [['ko', '한국어'], ['en', 'English']]) {
+        const link = element('a', { id: `lang-${code}`, href: address(page, current, code) }, label);
+        if (code === language)
+            link.setAttribute('aria-current', 'true');
+        made.append(link);
+    }
+    return made;
+}
+
+function bottom() {
+    const state = bridge() ? 'bridgePresent' : 'bridgeMissing';
+    const made = element('footer', { id: 'about' });
+    made.append(element('span', { id: 'bridge-state', className: bridge() ? 'present' : 'missing' }, text(state)));
+    for (const [name, value] of Object.entries(entry)) {
+        const shown = element('span', { id: `entry-${name}` }, value || text('none'));
+        made.append(element('span', { className: 'entry' }, `${text(name)} `, shown));
+    }
+    return made;
+}
+
+async function showShopName() {
+    const shop = await (await fetch('shop.json')).json();
+    byId('shop-name').textContent = shop.name[language];
+    byId('shop-profile').textContent = shop.profile === 'dev' ? 'DEV' : '';
+    document.title = shop.name[language];
+}
+
+/// Puts the parts around the page that all pages share and fills in its texts, at once.
+/// What comes from elsewhere, the shop's name and the cart, is there when the promise is kept.
+export function dressPage(current) {
+    document.documentElement.lang = language;
+    for (const place of document.querySelectorAll('[data-text]'))
+        place.textContent = text(place.dataset.text);
+
+    const name = element('a', { id: 'shop-name', href: address('index.html') });
+    const top = element('div', { className: 'top' }, name, element('span', { id: 'shop-profile' }), languageSwitch());
+    document.body.prepend(element('header', {}, top, navigation(current)));
+    document.body.append(bottom(), element('div', { id: 'notice', role: 'status', hidden: true }));
+    return Promise.all([showShopName(), showCartCount()]);
+}
+
+/// Tells whoever watches the page from outside that it is complete.
+export async function finishPage() {
+    await Promise.allSettled([...document.images].map((image) => image.decode()));
+    document.body.dataset.state = 'ready';
+}

@@ -4,6 +4,7 @@ option(ZELVORA_COVERAGE "Count which lines of the SDK run (clang only)" OFF)
 
 # zelvora_target(NAME): warnings as errors, and includes written from the top of the tree.
 function(zelvora_target name)
+    target_compile_features(${name} PUBLIC cxx_std_23)
     target_compile_options(${name} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
     target_include_directories(${name} PUBLIC
         "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>"

@@ -8,7 +8,7 @@
 namespace zelvora::platform {
 
 struct Dictionary::Contents {
-    explicit Contents(Entries unordered) : entries(std::move(unordered))
+    explicit Contents(Entries unordered)
     {
         std::map<std::string, Value> ordered;
         for (auto& [key, value] : unordered)

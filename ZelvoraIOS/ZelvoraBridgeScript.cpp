@@ -1,0 +1,110 @@
+#include "ZelvoraIOS/ZelvoraJavascriptInterface.h"
+#include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
+#include "platform/Foundation/Array.h"
+#include "platform/Foundation/UTF8.h"
+#include "platform/Platform.h"
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+namespace zelvora {
+
+namespace {
+
+// The script between its insertions: the handler name after each of the first seven pieces, the custom action names,
+// and the handler name again. Pages depend on every byte, the blanks at the ends of lines included.
+constexpr std::array<std::string_view, 10> pieces {
+    "window.ZelvoraSDKBridge = {\n"
+    "    close: function() {\n"
+    "        window.webkit.messageHandlers.",
+    ".postMessage({ action: 'close' });\n"
+    "    },\n"
+    "    setItem: function(key, value, expireSec) {\n"
+    "        window.webkit.messageHandlers.",
+    ".postMessage({ \n"
+    "            action: 'setItem', \n"
+    "            key: key, \n"
+    "            value: value, \n"
+    "            expire: expireSec \n"
+    "        });\n"
+    "    },\n"
+    "    getItem: function(key, callbackName) {\n"
+    "        window.webkit.messageHandlers.",
+    ".postMessage({ action: 'getItem', key: key, callback: callbackName });\n"
+    "    },\n"
+    "    removeItem: function(key) {\n"
+    "        window.webkit.messageHandlers.",
+    ".postMessage({ action: 'removeItem', key: key });\n"
+    "    },\n"
+    "    saveEvent: function(data) {\n"
+    "        window.webkit.messageHandlers.",
+    ".postMessage({ action: 'saveEvent', data: data });\n"
+    "    },\n"
+    "    getEvents: function(callbackName) {\n"
+    "        window.webkit.messageHandlers.",
+    ".postMessage({ action: 'getEvents', callback: callbackName });\n"
+    "    },\n"
+    "    setFooterVisible: function(visible) {\n"
+    "        window.webkit.messageHandlers.",
+    ".postMessage({ action: 'setFooterVisible', visible: visible });\n"
+    "    }\n"
+    "};\n"
+    "\n"
+    "var customKeys = ",
+    ";\n"
+    "customKeys.forEach(function(key) {\n"
+    "    if (key) {\n"
+    "        window.ZelvoraSDKBridge[key] = function(data) {\n"
+    "            var arg = (typeof data === 'object') ? JSON.stringify(data) : data;\n"
+    "            window.webkit.messageHandlers.",
+    ".postMessage({ action: 'invokeCustomAction', name: key, data: arg || null });\n"
+    "        };\n"
+    "    }\n"
+    "});",
+};
+
+constexpr std::size_t fixedLength()
+{
+    std::size_t length = 0;
+    for (auto const piece : pieces)
+        length += piece.size();
+    return length;
+}
+
+constexpr std::size_t scriptLength = 1426;
+static_assert(fixedLength() == scriptLength);
+
+std::string customKeys()
+{
+    platform::Array names;
+    for (auto const& [name, action] : ZelvoraSDK::shared().getCustomActions())
+        names = names.appending(name);
+    auto const written =
+        platform::Platform::current().jsonSerialization().data(names, platform::JSONWritingOptions::None);
+    if (!written)
+        return "[]";
+    return platform::decodeUTF8(written->bytes).value_or("[]");
+}
+
+}
+
+std::string ZelvoraJavascriptInterface::scriptSource()
+{
+    constexpr std::size_t customKeysPlace = 7;
+    auto const keys = customKeys();
+    std::string script;
+    script.reserve(scriptLength + keys.size() + (pieces.size() * std::string_view(handlerName).size()));
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        script += pieces.at(i);
+        if (i + 1 == pieces.size())
+            break;
+        if (i == customKeysPlace)
+            script += keys;
+        else
+            script += handlerName;
+    }
+    return script;
+}
+
+}

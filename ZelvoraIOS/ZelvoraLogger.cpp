@@ -1,0 +1,69 @@
+#include "ZelvoraIOS/ZelvoraLogger.h"
+
+#include "platform/Platform.h"
+
+#include <cstdio>
+
+namespace zelvora {
+
+namespace {
+
+using platform::OSLogType;
+
+platform::Logger& systemLogger()
+{
+    static auto const s_logger = platform::Platform::current().makeLogger("com.zelvora.sdk.ios", "ZelvoraSDK");
+    return *s_logger;
+}
+
+void write(OSLogType type, std::string const& message)
+{
+    auto& logger = systemLogger();
+    if (logger.isEnabled(type))
+        logger.log(type, message);
+
+    // In one call, so that lines of several threads do not mix.
+    auto const line = "[ZelvoraSDK-debug] " + message + "\n";
+    std::fwrite(line.data(), 1, line.size(), stdout);
+}
+
+}
+
+void ZelvoraLogger::d(std::string const& message)
+{
+    write(OSLogType::Debug, message);
+}
+void ZelvoraLogger::i(std::string const& message)
+{
+    write(OSLogType::Info, message);
+}
+void ZelvoraLogger::e(std::string const& message)
+{
+    write(OSLogType::Error, message);
+}
+void ZelvoraLogger::l(std::string const& message)
+{
+    write(OSLogType::Default, message);
+}
+void ZelvoraLogger::w(std::string const& message)
+{
+    write(OSLogType::Error, message);
+}
+void ZelvoraLogger::c(std::string const& message)
+{
+    write(OSLogType::Fault, message);
+}
+void ZelvoraLogger::n(std::string const& message)
+{
+    write(OSLogType::Default, message);
+}
+void ZelvoraLogger::t(std::string const& message)
+{
+    write(OSLogType::Debug, message);
+}
+void ZelvoraLogger::f(std::string const& message)
+{
+    write(OSLogType::Fault, message);
+}
+
+}

@@ -1,0 +1,22 @@
+#include "ZelvoraIOS/ZelvoraSDK/serviceAddresses.h"
+
+#include "ZelvoraIOS/ZelvoraSDK/defaultAddresses.h"
+#include "platform/Platform.h"
+
+namespace zelvora {
+
+platform::ServiceAddresses serviceAddresses()
+{
+    if (auto const addresses = platform::Platform::current().serviceAddresses())
+        return *addresses;
+    return {
+        .productionWebHost = defaultAddresses::productionWebHost,
+        .developmentWebHost = defaultAddresses::developmentWebHost,
+        .productionApiBase = defaultAddresses::productionApiBase,
+        .developmentApiBase = defaultAddresses::developmentApiBase,
+        .lookupEndpoint = defaultAddresses::lookupEndpoint,
+        .trackingEndpoint = defaultAddresses::trackingEndpoint,
+    };
+}
+
+}

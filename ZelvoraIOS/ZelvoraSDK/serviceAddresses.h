@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/ServiceAddresses.h"
+
+namespace zelvora {
+
+/// The platform's addresses of the service, or else those that are compiled in.
+[[nodiscard]] platform::ServiceAddresses serviceAddresses();
+
+}

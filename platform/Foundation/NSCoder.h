@@ -1,0 +1,11 @@
+#pragma once
+
+namespace zelvora::platform {
+
+/// An archive that a view could be built from on the phone. The SDK's views are built in code only and refuse it.
+class NSCoder {
+public:
+    virtual ~NSCoder() = default;
+};
+
+}

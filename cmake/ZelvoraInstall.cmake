@@ -24,12 +24,8 @@ endfunction()
 # zelvora_install_headers(FOLDER...)
 function(zelvora_install_headers)
     foreach(folder ${ARGN})
-        foreach(root "${PROJECT_SOURCE_DIR}" "${PROJECT_BINARY_DIR}")
-            if(EXISTS "${root}/${folder}")
-                install(DIRECTORY "${root}/${folder}/" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/ZelvoraIOS/${folder}"
-                    FILES_MATCHING PATTERN "*.h" PATTERN "CMakeFiles" EXCLUDE)
-            endif()
-        endforeach()
+        install(DIRECTORY "${PROJECT_SOURCE_DIR}/${folder}/" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/ZelvoraIOS/${folder}"
+            FILES_MATCHING PATTERN "*.h")
     endforeach()
 endfunction()
 

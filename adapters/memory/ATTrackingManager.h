@@ -4,6 +4,8 @@
 
 #include <cstddef>
 #include <deque>
+#include <mutex>
+#include <vector>
 
 namespace zelvora::platform {
 class DispatchQueue;
@@ -37,13 +39,21 @@ public:
     void requestTrackingAuthorization(Completion completion) override;
 
 private:
+    struct Answered {
+        Completion completion;
+        Status status;
+    };
+
     void deliverLater(Completion completion);
+    void deliverOne();
 
     platform::DispatchQueue& m_completionQueue;
     Status m_status = Status::NotDetermined;
     std::size_t m_requestCount = 0;
-    std::deque<Completion> m_prompted;
-    std::deque<Completion> m_answered;
+    std::vector<Completion> m_prompted;
+    // Guards what follows: the queue may be turned on another thread.
+    std::mutex m_mutex;
+    std::deque<Answered> m_answered;
 };
 
 }

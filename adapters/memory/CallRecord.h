@@ -12,7 +12,7 @@ namespace zelvora::memory {
 class CallRecord final {
 public:
     struct Call {
-        /// For comparing only; it may be gone.
+        /// For comparing only; it may be gone. A view's is the address of its `UIView`.
         void const* object = nullptr;
         /// The method, and after a blank its argument where that is a plain value: "setHidden true".
         std::string text;

@@ -18,8 +18,8 @@ public:
     void advance(platform::TimeInterval seconds);
     /// Somebody sets the wall clock, to any moment; no time passes.
     void set(platform::Date now);
-    /// How much time has passed, whatever the wall clock was set to.
-    [[nodiscard]] std::chrono::nanoseconds elapsed() const;
+    /// Moves with the time that passes alone.
+    [[nodiscard]] std::chrono::steady_clock::time_point steadyNow() const;
 
     // platform::Clock
     [[nodiscard]] platform::Date now() const override;
@@ -28,7 +28,7 @@ private:
     std::mutex mutable m_mutex;
     platform::Date m_now = start;
     // Whole nanoseconds, so that ten times 0.1 seconds are one second.
-    std::chrono::nanoseconds m_elapsed { 0 };
+    std::chrono::steady_clock::time_point m_steadyNow {};
 };
 
 }

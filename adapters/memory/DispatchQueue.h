@@ -1,14 +1,11 @@
 #pragma once
 
 #include "adapters/memory/Clock.h"
+#include "adapters/shared/WorkSchedule.h"
 #include "platform/Concurrency/DispatchQueue.h"
 
-#include <chrono>
 #include <cstddef>
-#include <cstdint>
-#include <map>
 #include <mutex>
-#include <utility>
 
 namespace zelvora::memory {
 
@@ -20,9 +17,6 @@ public:
     static constexpr std::size_t runawayLimit = 100'000;
 
     explicit DispatchQueue(Clock& clock) : m_clock(clock) { }
-    ~DispatchQueue() override;
-    DispatchQueue(DispatchQueue const&) = delete;
-    DispatchQueue& operator=(DispatchQueue const&) = delete;
 
     /// Runs the first block that is due, and tells whether there was one.
     bool runOne();
@@ -42,15 +36,9 @@ public:
     void asyncAfter(platform::TimeInterval delay, Work work) override;
 
 private:
-    /// When it falls due, and its place among those that fall due together.
-    using Place = std::pair<std::chrono::nanoseconds, std::uint64_t>;
-
-    [[nodiscard]] Work takeNext();
-
     Clock& m_clock;
     std::mutex mutable m_mutex;
-    std::map<Place, Work> m_blocks;
-    std::uint64_t m_submitted = 0;
+    shared::WorkSchedule m_schedule;
 };
 
 }

@@ -45,9 +45,12 @@ struct Options {
 class Platform final : public platform::Platform {
 public:
     explicit Platform(Options options = {});
-    ~Platform() override;
 
-    void setServiceAddresses(std::optional<platform::ServiceAddresses> addresses);
+    /// Before the SDK first asks.
+    void setServiceAddresses(std::optional<platform::ServiceAddresses> addresses)
+    {
+        m_serviceAddresses = std::move(addresses);
+    }
 
     /// Turns the main queue, the global queue and the loader's queue until no block is due on any.
     void runUntilIdle();
@@ -60,7 +63,10 @@ public:
     [[nodiscard]] std::vector<std::shared_ptr<WebView>> webViews() const;
 
     // platform::Platform
-    [[nodiscard]] std::optional<platform::ServiceAddresses> serviceAddresses() const override;
+    [[nodiscard]] std::optional<platform::ServiceAddresses> serviceAddresses() const override
+    {
+        return m_serviceAddresses;
+    }
     [[nodiscard]] Bundle& mainBundle() override { return m_mainBundle; }
     [[nodiscard]] Clock& clock() override { return m_clock; }
     [[nodiscard]] UserDefaults& standardUserDefaults() override { return m_userDefaults; }

@@ -52,12 +52,12 @@ private:
     struct DataTask {
         platform::URLRequest request;
         std::optional<Result> result;
-        // Absent once it was taken to be called.
-        std::optional<Completion> completion;
+        Completion completion;
+        bool completed = false;
     };
 
     void settle(std::size_t request, Result result);
-    void complete(std::size_t request);
+    void complete(DataTask& task);
 
     std::mutex mutable m_mutex;
     std::deque<DataTask> m_tasks;

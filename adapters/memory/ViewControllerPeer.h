@@ -44,7 +44,6 @@ private:
     [[nodiscard]] ViewControllerPeer& outermost();
     [[nodiscard]] bool isCovered() const;
     void endPresentation(platform::Animated animated);
-    void disappearWithPresented(platform::Animated animated);
 
     Screen& m_screen;
     platform::UIViewController& m_owner;

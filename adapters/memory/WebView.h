@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Concurrency/Block.h"
+#include "platform/Concurrency/DispatchQueue.h"
 #include "platform/WebKit/WKWebView.h"
 
 #include <cstddef>
@@ -29,7 +30,8 @@ public:
         bool operator==(Decision const&) const = default;
     };
 
-    WebView(Screen& screen, platform::CGRect frame, platform::WKWebViewConfiguration configuration);
+    WebView(Screen& screen, platform::DispatchQueue& mainQueue, platform::CGRect frame,
+        platform::WKWebViewConfiguration configuration);
 
     /// The page posts to `window.webkit.messageHandlers.NAME`. Tells whether there was a handler to hear it.
     bool postMessage(std::string const& name, platform::Value body);
@@ -71,13 +73,19 @@ public:
 private:
     class URLObservation;
     using Observers = std::map<std::size_t, std::function<void(platform::WKWebView&)>>;
+    struct PendingLoad {
+        platform::URL url;
+        std::optional<platform::URL> previous;
+    };
     using Outcome = platform::Block<void(WebView&, platform::WKNavigationActionPolicy)>;
 
     void record(std::string call) const;
     void decide(platform::WKNavigationAction action, Outcome outcome);
+    void startPendingLoad();
     void commit(platform::URL const& url);
 
     Screen& m_screen;
+    platform::DispatchQueue& m_mainQueue;
     platform::CGRect m_initialFrame;
     platform::WKWebViewConfiguration m_configuration;
     // Reset by its setter: see the seam.
@@ -85,6 +93,7 @@ private:
     bool m_inspectable = false;
     bool m_allowsGestures = false;
     std::optional<platform::URL> m_url;
+    std::optional<PendingLoad> m_pendingLoad;
     std::vector<platform::URL> m_history;
     // How many entries of the history lead to the page shown, itself included.
     std::size_t m_place = 0;

@@ -1,6 +1,8 @@
 #include "adapters/shared/WorkSchedule.h"
 
 #include <algorithm>
+#include <iterator>
+#include <limits>
 
 namespace zelvora::shared {
 
@@ -23,13 +25,18 @@ WorkSchedule::Work WorkSchedule::takeDue(Moment now)
     return std::move(m_blocks.extract(m_blocks.begin()).mapped());
 }
 
-WorkSchedule::Moment WorkSchedule::after(platform::TimeInterval delay)
+std::size_t WorkSchedule::countDue(Moment now) const
+{
+    auto const firstLater = m_blocks.upper_bound({ now, std::numeric_limits<std::uint64_t>::max() });
+    return static_cast<std::size_t>(std::distance(m_blocks.begin(), firstLater));
+}
+
+WorkSchedule::Moment WorkSchedule::after(platform::TimeInterval delay, Moment now)
 {
     // The clock counts nanoseconds in 64 bits: no delay may take it past its end.
     constexpr platform::TimeInterval tenYears = 10.0 * 365 * 24 * 60 * 60;
     platform::TimeInterval const sensible = delay > 0 ? std::min(delay, tenYears) : 0;
-    return std::chrono::steady_clock::now()
-        + std::chrono::ceil<std::chrono::nanoseconds>(std::chrono::duration<double>(sensible));
+    return now + std::chrono::ceil<std::chrono::nanoseconds>(std::chrono::duration<double>(sensible));
 }
 
 }

@@ -3,6 +3,7 @@
 #include "platform/Concurrency/DispatchQueue.h"
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -23,8 +24,12 @@ public:
     /// The first block, where it is due by now; else an empty one.
     [[nodiscard]] Work takeDue(Moment now);
 
+    /// How many blocks there are, and how many of them are due by now.
+    [[nodiscard]] std::size_t size() const { return m_blocks.size(); }
+    [[nodiscard]] std::size_t countDue(Moment now) const;
+
     /// The moment at which `delay` seconds have passed; a delay that makes no sense is none.
-    [[nodiscard]] static Moment after(platform::TimeInterval delay);
+    [[nodiscard]] static Moment after(platform::TimeInterval delay, Moment now = std::chrono::steady_clock::now());
 
 private:
     std::map<std::pair<Moment, std::uint64_t>, Work> m_blocks;

@@ -1,0 +1,17 @@
+#include "adapters/memory/CallRecord.h"
+
+#include <algorithm>
+
+namespace zelvora::memory {
+
+std::vector<std::string> CallRecord::of(std::initializer_list<void const*> objects) const
+{
+    std::vector<std::string> texts;
+    for (auto const& call : m_calls) {
+        if (std::ranges::find(objects, call.object) != objects.end())
+            texts.push_back(call.text);
+    }
+    return texts;
+}
+
+}

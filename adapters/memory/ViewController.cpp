@@ -1,0 +1,11 @@
+#include "adapters/memory/ViewController.h"
+
+namespace zelvora::memory {
+
+void ViewController::viewWillDisappear(platform::Animated animated)
+{
+    platform::UIViewController::viewWillDisappear(animated);
+    m_disappearances.push_back(animated);
+}
+
+}

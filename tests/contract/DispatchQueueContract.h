@@ -1,0 +1,254 @@
+#pragma once
+
+#include "platform/Concurrency/DispatchQueue.h"
+#include "tests/contract/Record.h"
+#include "tests/contract/Threads.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <functional>
+#include <limits>
+#include <memory>
+#include <thread>
+#include <vector>
+
+namespace zelvora::tests {
+
+/// What every queue promises. A harness makes one and lets it run:
+///
+///     platform::DispatchQueue& queue();
+///     void destroyQueue();
+///     // Lets blocks run and time pass until `done` holds; false where it does not come to that in half a minute.
+///     bool runUntil(std::function<bool()> const& done);
+///     // The time by which delays are counted.
+///     platform::TimeInterval elapsed();
+template<typename Harness>
+class DispatchQueueContract : public testing::Test {
+protected:
+    Harness m_harness;
+};
+
+/// What a serial queue promises beside that.
+template<typename Harness>
+class SerialQueueContract : public DispatchQueueContract<Harness> { };
+
+TYPED_TEST_SUITE_P(DispatchQueueContract);
+TYPED_TEST_SUITE_P(SerialQueueContract);
+
+TYPED_TEST_P(DispatchQueueContract, RunsABlockThatOwnsWhatItCaptured)
+{
+    auto& harness = this->m_harness;
+    Record<int> record;
+    harness.queue().async([&record, owned = std::make_unique<int>(7)] { record.add(*owned); });
+    ASSERT_TRUE(harness.runUntil([&] { return record.size() == 1; }));
+    EXPECT_EQ(record.all(), std::vector { 7 });
+}
+
+TYPED_TEST_P(DispatchQueueContract, RunsEachBlockOnceWhicheverThreadSubmitsIt)
+{
+    auto& harness = this->m_harness;
+    constexpr int threadCount = 4;
+    constexpr int perThread = 250;
+    std::vector<std::atomic<int>> runs(threadCount * perThread);
+    std::atomic<std::size_t> total = 0;
+    runOnThreads(threadCount, [&](int thread) {
+        for (int i = thread * perThread; i < (thread + 1) * perThread; ++i) {
+            harness.queue().async([&, i] {
+                ++runs[static_cast<std::size_t>(i)];
+                ++total;
+            });
+        }
+    });
+    ASSERT_TRUE(harness.runUntil([&] { return total >= runs.size(); }));
+    for (auto const& count : runs)
+        EXPECT_EQ(count, 1);
+}
+
+TYPED_TEST_P(DispatchQueueContract, RunsABlockThatABlockSubmits)
+{
+    auto& harness = this->m_harness;
+    Record<int> record;
+    harness.queue().async([&] { harness.queue().async([&] { record.add(1); }); });
+    EXPECT_TRUE(harness.runUntil([&] { return record.size() == 1; }));
+}
+
+TYPED_TEST_P(DispatchQueueContract, RunsADelayedBlockNotBeforeItsDelay)
+{
+    auto& harness = this->m_harness;
+    constexpr platform::TimeInterval delay = 0.1;
+    auto const start = harness.elapsed();
+    Record<platform::TimeInterval> moments;
+    harness.queue().asyncAfter(delay, [&] { moments.add(harness.elapsed()); });
+    ASSERT_TRUE(harness.runUntil([&] { return moments.size() == 1; }));
+    EXPECT_GE(moments.all().front() - start, delay - 1e-6);
+}
+
+TYPED_TEST_P(DispatchQueueContract, ADelayDoesNotHoldUpOtherBlocks)
+{
+    auto& harness = this->m_harness;
+    Record<int> record;
+    harness.queue().asyncAfter(3600, [&] { record.add(1); });
+    harness.queue().asyncAfter(0.01, [&] { record.add(2); });
+    harness.queue().async([&] { record.add(3); });
+    ASSERT_TRUE(harness.runUntil([&] { return record.size() == 2; }));
+    EXPECT_TRUE(record.holds(2));
+    EXPECT_TRUE(record.holds(3));
+}
+
+TYPED_TEST_P(DispatchQueueContract, ADelayThatIsNegativeIsNone)
+{
+    auto& harness = this->m_harness;
+    Record<int> record;
+    harness.queue().asyncAfter(-5, [&] { record.add(1); });
+    EXPECT_TRUE(harness.runUntil([&] { return record.size() == 1; }));
+}
+
+TYPED_TEST_P(DispatchQueueContract, AnEndlessDelayNeverRunsAndHoldsUpNothing)
+{
+    auto& harness = this->m_harness;
+    Record<int> record;
+    harness.queue().asyncAfter(std::numeric_limits<double>::infinity(), [&] { record.add(1); });
+    harness.queue().asyncAfter(1e18, [&] { record.add(2); });
+    harness.queue().asyncAfter(0.01, [&] { record.add(3); });
+    ASSERT_TRUE(harness.runUntil([&] { return record.size() > 0; }));
+    EXPECT_EQ(record.all(), std::vector { 3 });
+}
+
+TYPED_TEST_P(DispatchQueueContract, DestroysABlockAfterItRan)
+{
+    auto& harness = this->m_harness;
+    auto captured = std::make_shared<int>(1);
+    std::weak_ptr<int> const watched = captured;
+    harness.queue().async([captured = std::move(captured)] { });
+    EXPECT_TRUE(harness.runUntil([&] { return watched.expired(); }));
+}
+
+TYPED_TEST_P(DispatchQueueContract, DestroysWithItselfWhatWasNeverRun)
+{
+    auto& harness = this->m_harness;
+    auto captured = std::make_shared<int>(1);
+    std::weak_ptr<int> const watched = captured;
+    std::atomic<bool> ran = false;
+    harness.queue().asyncAfter(3600, [&ran, captured = std::move(captured)] { ran = true; });
+    EXPECT_FALSE(watched.expired());
+    harness.destroyQueue();
+    EXPECT_TRUE(watched.expired());
+    EXPECT_FALSE(ran);
+}
+
+TYPED_TEST_P(DispatchQueueContract, MayBeGivenABlockByOneThatItDestroys)
+{
+    struct Resubmitting {
+        explicit Resubmitting(platform::DispatchQueue& destroyed, std::shared_ptr<int> held)
+            : queue(destroyed)
+            , captured(std::move(held))
+        {
+        }
+        Resubmitting(Resubmitting const&) = delete;
+        Resubmitting& operator=(Resubmitting const&) = delete;
+        ~Resubmitting()
+        {
+            queue.asyncAfter(3600, [held = std::move(captured)] { });
+        }
+        platform::DispatchQueue& queue;
+        std::shared_ptr<int> captured;
+    };
+    auto& harness = this->m_harness;
+    auto captured = std::make_shared<int>(1);
+    std::weak_ptr<int> const watched = captured;
+    auto resubmitting = std::make_unique<Resubmitting>(harness.queue(), std::move(captured));
+    harness.queue().asyncAfter(3600, [held = std::move(resubmitting)] { });
+    harness.destroyQueue();
+    EXPECT_TRUE(watched.expired());
+}
+
+TYPED_TEST_P(SerialQueueContract, KeepsTheOrderOfSubmission)
+{
+    auto& harness = this->m_harness;
+    Record<int> record;
+    std::vector<int> expected;
+    for (int i = 0; i < 1000; ++i) {
+        harness.queue().async([&record, i] { record.add(i); });
+        expected.push_back(i);
+    }
+    ASSERT_TRUE(harness.runUntil([&] { return record.size() == expected.size(); }));
+    EXPECT_EQ(record.all(), expected);
+}
+
+TYPED_TEST_P(SerialQueueContract, KeepsTheOrderOfBlocksThatFallDueTogether)
+{
+    auto& harness = this->m_harness;
+    Record<int> record;
+    std::vector<int> expected;
+    for (int i = 0; i < 50; ++i) {
+        harness.queue().asyncAfter(0.05, [&record, i] { record.add(i); });
+        expected.push_back(i);
+    }
+    ASSERT_TRUE(harness.runUntil([&] { return record.size() == expected.size(); }));
+    EXPECT_EQ(record.all(), expected);
+}
+
+TYPED_TEST_P(SerialQueueContract, RunsTheShorterDelayFirst)
+{
+    auto& harness = this->m_harness;
+    Record<int> record;
+    harness.queue().asyncAfter(0.5, [&] { record.add(3); });
+    harness.queue().asyncAfter(0.1, [&] { record.add(2); });
+    harness.queue().async([&] { record.add(1); });
+    ASSERT_TRUE(harness.runUntil([&] { return record.size() == 3; }));
+    EXPECT_EQ(record.all(), (std::vector { 1, 2, 3 }));
+}
+
+TYPED_TEST_P(SerialQueueContract, AsyncOnTheQueueItselfIsLater)
+{
+    auto& harness = this->m_harness;
+    Record<int> record;
+    harness.queue().async([&] {
+        record.add(1);
+        harness.queue().async([&] { record.add(4); });
+        harness.queue().asyncAfter(0, [&] { record.add(5); });
+        record.add(2);
+    });
+    harness.queue().async([&] { record.add(3); });
+    ASSERT_TRUE(harness.runUntil([&] { return record.size() == 5; }));
+    EXPECT_EQ(record.all(), (std::vector { 1, 2, 3, 4, 5 }));
+}
+
+TYPED_TEST_P(SerialQueueContract, NeverRunsTwoBlocksAtOnce)
+{
+    auto& harness = this->m_harness;
+    std::atomic<int> running = 0;
+    std::atomic<int> most = 0;
+    std::atomic<int> finished = 0;
+    auto const block = [&] {
+        most = std::max<int>(most, ++running);
+        --running;
+        ++finished;
+    };
+    runOnThreads(4, [&](int) {
+        for (int i = 0; i < 100; ++i)
+            harness.queue().async(block);
+    });
+    ASSERT_TRUE(harness.runUntil([&] { return finished == 400; }));
+    EXPECT_EQ(most, 1);
+}
+
+TYPED_TEST_P(SerialQueueContract, IsAlwaysOnTheSameThread)
+{
+    auto& harness = this->m_harness;
+    Record<std::thread::id> threads;
+    harness.queue().async([&] { threads.add(std::this_thread::get_id()); });
+    runOnThreads(1, [&](int) { harness.queue().async([&] { threads.add(std::this_thread::get_id()); }); });
+    ASSERT_TRUE(harness.runUntil([&] { return threads.size() == 2; }));
+    EXPECT_EQ(threads.all().front(), threads.all().back());
+}
+
+REGISTER_TYPED_TEST_SUITE_P(DispatchQueueContract, RunsABlockThatOwnsWhatItCaptured,
+    RunsEachBlockOnceWhicheverThreadSubmitsIt, RunsABlockThatABlockSubmits, RunsADelayedBlockNotBeforeItsDelay,
+    ADelayDoesNotHoldUpOtherBlocks, ADelayThatIsNegativeIsNone, AnEndlessDelayNeverRunsAndHoldsUpNothing,
+    DestroysABlockAfterItRan, DestroysWithItselfWhatWasNeverRun, MayBeGivenABlockByOneThatItDestroys);
+REGISTER_TYPED_TEST_SUITE_P(SerialQueueContract, KeepsTheOrderOfSubmission, KeepsTheOrderOfBlocksThatFallDueTogether,
+    RunsTheShorterDelayFirst, AsyncOnTheQueueItselfIsLater, NeverRunsTwoBlocksAtOnce, IsAlwaysOnTheSameThread);
+
+}

@@ -19,9 +19,7 @@ ThreadPoolQueue::~ThreadPoolQueue()
     m_changed.notify_all();
     for (auto& thread : m_threads)
         thread.join();
-    // What an unrun block owns may submit to this queue while it goes.
-    while (auto const due = m_schedule.nextDue())
-        auto const unrun = m_schedule.takeDue(*due);
+    m_schedule.clear();
 }
 
 void ThreadPoolQueue::async(Work work)

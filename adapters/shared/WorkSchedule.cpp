@@ -25,6 +25,13 @@ WorkSchedule::Work WorkSchedule::takeDue(Moment now)
     return std::move(m_blocks.extract(m_blocks.begin()).mapped());
 }
 
+void WorkSchedule::clear()
+{
+    // One at a time and outside the map, which a block may add to while it is destroyed.
+    while (!m_blocks.empty())
+        auto const unrun = m_blocks.extract(m_blocks.begin());
+}
+
 std::size_t WorkSchedule::countDue(Moment now) const
 {
     auto const firstLater = m_blocks.upper_bound({ now, std::numeric_limits<std::uint64_t>::max() });

@@ -18,11 +18,20 @@ public:
     using Moment = std::chrono::steady_clock::time_point;
     using Work = platform::DispatchQueue::Work;
 
+    WorkSchedule() = default;
+    WorkSchedule(WorkSchedule const&) = delete;
+    WorkSchedule& operator=(WorkSchedule const&) = delete;
+    ~WorkSchedule() { clear(); }
+
     void add(Moment due, Work work);
     /// When the first block falls due; absent where there is none.
     [[nodiscard]] std::optional<Moment> nextDue() const;
     /// The first block, where it is due by now; else an empty one.
     [[nodiscard]] Work takeDue(Moment now);
+
+    /// Destroys all blocks unrun, also those added by what a block owned while it goes. For the end of a queue, when no
+    /// other thread uses it and no lock is held.
+    void clear();
 
     /// How many blocks there are, and how many of them are due by now.
     [[nodiscard]] std::size_t size() const { return m_blocks.size(); }

@@ -23,7 +23,10 @@ public:
         return false;
     }
 
-    platform::TimeInterval elapsed() const { return std::chrono::duration<double>(m_clock.elapsed()).count(); }
+    platform::TimeInterval elapsed() const
+    {
+        return std::chrono::duration<double>(m_clock.steadyNow().time_since_epoch()).count();
+    }
 
 private:
     memory::Clock m_clock;

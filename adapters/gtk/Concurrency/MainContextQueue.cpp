@@ -31,9 +31,7 @@ MainContextQueue::MainContextQueue(GMainContext* context) : m_source(g_source_ne
 MainContextQueue::~MainContextQueue()
 {
     g_source_destroy(m_source);
-    // What an unrun block owns may submit to this queue while it goes.
-    while (auto const due = m_schedule.nextDue())
-        auto const unrun = m_schedule.takeDue(*due);
+    m_schedule.clear();
     g_source_unref(m_source);
 }
 

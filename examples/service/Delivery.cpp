@@ -2,6 +2,7 @@
 
 #include "examples/service/Handles.h"
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -96,6 +97,8 @@ void fill(SoupServerMessage* message, Reply reply, Cut cut)
 
     soup_message_headers_set_content_length(headers, static_cast<goffset>(reply.body.size()));
     if (cut == Cut::MidBody) {
+        // Something must be promised for the end to come too early.
+        soup_message_headers_set_content_length(headers, std::max<goffset>(1, static_cast<goffset>(reply.body.size())));
         reply.body.resize(reply.body.size() / 2);
         auto const* signal = reply.body.empty() ? "wrote-headers" : "wrote-chunk";
         g_signal_connect_data(message, signal, reinterpret_cast<GCallback>(&cutSoon), nullptr, nullptr, {});

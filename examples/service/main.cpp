@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstdlib>
 #include <iostream>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -47,18 +48,31 @@ std::optional<ServiceOptions> readArguments(std::span<char*> arguments)
     return options;
 }
 
-void runUntilTold()
-{
-    auto* loop = g_main_loop_new(nullptr, FALSE);
-    auto const quit = [](gpointer running) -> gboolean {
-        g_main_loop_quit(static_cast<GMainLoop*>(running));
-        return G_SOURCE_CONTINUE;
+/// Runs until the process is told to end. Listens to that from its construction on, so that whoever has seen
+/// the port may tell it at once.
+class Loop {
+public:
+    Loop()
+    {
+        g_unix_signal_add(SIGINT, &Loop::quit, m_loop.get());
+        g_unix_signal_add(SIGTERM, &Loop::quit, m_loop.get());
+    }
+
+    void run() { g_main_loop_run(m_loop.get()); }
+
+private:
+    struct Unref {
+        void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
     };
-    g_unix_signal_add(SIGINT, quit, loop);
-    g_unix_signal_add(SIGTERM, quit, loop);
-    g_main_loop_run(loop);
-    g_main_loop_unref(loop);
-}
+
+    static gboolean quit(gpointer loop)
+    {
+        g_main_loop_quit(static_cast<GMainLoop*>(loop));
+        return G_SOURCE_CONTINUE;
+    }
+
+    std::unique_ptr<GMainLoop, Unref> m_loop { g_main_loop_new(nullptr, FALSE) };
+};
 
 } // namespace
 
@@ -69,6 +83,7 @@ int main(int count, char** arguments)
         std::cerr << s_usage;
         return EXIT_FAILURE;
     }
+    Loop loop;
     auto const service = Service::start(*options);
     if (!service) {
         std::cerr << "zelvora-service: " << service.error() << '\n';
@@ -78,6 +93,6 @@ int main(int count, char** arguments)
     std::cerr << "trust " << (*service)->authority().string()
               << "\ncollected events: " << (*service)->address("collector") << "/\n";
     std::cout << "listening " << (*service)->port() << std::endl;
-    runUntilTold();
+    loop.run();
     return EXIT_SUCCESS;
 }

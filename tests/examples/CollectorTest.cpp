@@ -1,0 +1,99 @@
+#include "tests/examples/ServiceFixture.h"
+
+namespace zelvora::examples {
+
+using CollectorTest = ServiceFixture;
+
+TEST_F(CollectorTest, EventsAreListedInTheOrderOfTheirArrival)
+{
+    EXPECT_EQ(collect(R"({"profile":"prd","data":[{"eventId":"a"},{"eventId":"b"}]})").body, R"({"received":2})");
+    EXPECT_EQ(collect(R"({"data":[{"eventId":"c"}],"profile":"dev"})").body, R"({"received":1})");
+
+    auto const batches = collected();
+    ASSERT_EQ(batches.size(), 2U);
+    EXPECT_EQ(batches[0]["profile"], "prd");
+    EXPECT_EQ(batches[0]["events"], nlohmann::json::parse(R"([{"eventId":"a"},{"eventId":"b"}])"));
+    EXPECT_EQ(batches[1]["profile"], "dev");
+    EXPECT_EQ(batches[1]["events"], nlohmann::json::parse(R"([{"eventId":"c"}])"));
+    EXPECT_FALSE(batches[0]["receivedAt"].get<std::string>().empty());
+}
+
+TEST_F(CollectorTest, AFullBatchKeepsItsOrder)
+{
+    auto events = nlohmann::json::array();
+    for (int i = 0; i < 500; ++i)
+        events.push_back({ { "eventId", std::to_string(i) } });
+    collect(nlohmann::json({ { "profile", "prd" }, { "data", events } }).dump());
+    ASSERT_EQ(collected().size(), 1U);
+    EXPECT_EQ(collected()[0]["events"], events);
+}
+
+TEST_F(CollectorTest, AnEventIsKeptAsTheTextThatWasSent)
+{
+    auto const* const event = R"({"b" : 1.50, "a":12345678901234567890123,"text":"\ud55c } ] \" \\"})";
+    collect(std::string(R"( { "data" : [ )") + event + R"( , {} ] , "profile" : "prd" } )");
+    auto const batches = service->collected().batches();
+    ASSERT_EQ(batches.size(), 1U);
+    EXPECT_EQ(batches[0].events, (std::vector<std::string> { event, "{}" }));
+    EXPECT_NE(client.get(at("collector", "/events.json")).body.find(event), std::string::npos);
+}
+
+TEST_F(CollectorTest, WhatWasCollectedSurvivesARestart)
+{
+    collect(R"({"profile":"prd","data":[{"eventId":"before"}]})");
+    restart();
+    collect(R"({"profile":"prd","data":[{"eventId":"after"}]})");
+    auto const batches = collected();
+    ASSERT_EQ(batches.size(), 2U);
+    EXPECT_EQ(batches[0]["events"][0]["eventId"], "before");
+    EXPECT_EQ(batches[1]["events"][0]["eventId"], "after");
+    EXPECT_LT(batches[0]["number"], batches[1]["number"]);
+}
+
+TEST_F(CollectorTest, ABatchOfAnotherShapeIsRefusedWhole)
+{
+    for (auto const* body : { "", "{", "[]", R"({"data":[]})", R"({"profile":"prd","data":{}})",
+             R"({"profile":"prd","data":[{"eventId":"a"},7]})", R"({"profile":"other","data":[]})",
+             R"({"profile":"prd","data":[],"key":"secret"})" }) {
+        EXPECT_EQ(collect(body).status, 400U) << body;
+    }
+    EXPECT_EQ(collected().size(), 0U);
+}
+
+TEST_F(CollectorTest, AnEventNestedTooDeepIsRefused)
+{
+    std::string const deep(100'000, '[');
+    EXPECT_EQ(collect(R"({"profile":"prd","data":[{"a":)" + deep + std::string(100'000, ']') + "}]}").status, 400U);
+    EXPECT_EQ(collected().size(), 0U);
+}
+
+TEST_F(CollectorTest, EventsMustBePostedAsJson)
+{
+    auto const body = R"({"profile":"prd","data":[]})";
+    EXPECT_EQ(client.post(at("collector", "/v1/events"), body, "text/plain").status, 415U);
+    EXPECT_EQ(client.get(at("collector", "/v1/events")).status, 405U);
+    EXPECT_EQ(client.post(at("collector", "/"), body).status, 405U);
+    EXPECT_EQ(client.get(at("collector", "/elsewhere")).status, 404U);
+}
+
+TEST_F(CollectorTest, ThePageShowsWhatWasCollectedInBothLanguages)
+{
+    EXPECT_NE(client.get(at("collector", "/")).body.find("아직 받은 이벤트가 없습니다."), std::string::npos);
+    collect(R"({"profile":"dev","data":[{"eventId":"<script>","memo":"달항아리"}]})");
+
+    auto const korean = client.get(at("collector", "/"));
+    EXPECT_EQ(korean.contentType, "text/html; charset=utf-8");
+    EXPECT_NE(korean.body.find("수집된 이벤트"), std::string::npos);
+    EXPECT_NE(korean.body.find("달항아리"), std::string::npos);
+    EXPECT_NE(client.get(at("collector", "/?lang=en")).body.find("Collected events"), std::string::npos);
+}
+
+TEST_F(CollectorTest, ThePageShowsMarkupInAnEventAsText)
+{
+    collect(R"({"profile":"dev","data":[{"eventId":"<script>alert(1)</script>"}]})");
+    auto const page = client.get(at("collector", "/")).body;
+    EXPECT_EQ(page.find("<script"), std::string::npos);
+    EXPECT_NE(page.find("&lt;script&gt;"), std::string::npos);
+}
+
+} // namespace zelvora::examples

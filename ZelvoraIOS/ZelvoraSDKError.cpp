@@ -122,7 +122,7 @@ ZelvoraSDKErrorType ZelvoraSDKError::errorType() const
 
 std::optional<std::string> ZelvoraSDKError::errorDescription() const
 {
-    auto const message = std::string(attributes(m_case).message);
+    std::string message(attributes(m_case).message);
     if (!takesDetail(m_case))
         return message;
     return trimmingBlanks(message + m_detail.value_or(""));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -7,7 +8,7 @@
 namespace zelvora {
 
 /// How grave an error is. The SDK itself produces only errors and one warning; the others are for the host's own use.
-enum class ZelvoraSDKErrorType { error, warning, info, debug };
+enum class ZelvoraSDKErrorType : std::uint8_t { error, warning, info, debug };
 
 /// "ERROR", "WARNING", "INFO" or "DEBUG".
 [[nodiscard]] std::string_view rawValue(ZelvoraSDKErrorType type);
@@ -17,7 +18,7 @@ enum class ZelvoraSDKErrorType { error, warning, info, debug };
 /// What a public operation reports when it fails. Immutable; any thread.
 class ZelvoraSDKError final {
 public:
-    enum class Case {
+    enum class Case : std::uint8_t {
         networkError,
         internalApiError,
         otherError,

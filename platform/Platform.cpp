@@ -18,7 +18,7 @@ void Platform::install(std::unique_ptr<Platform> platform)
     Platform* none = nullptr;
     if (!s_installed.compare_exchange_strong(none, platform.get()))
         fatalError("Platform::install was called twice");
-    (void)platform.release();
+    (void)platform.release(); // NOLINT(bugprone-unused-return-value): kept above
 }
 
 Platform& Platform::current()

@@ -66,7 +66,7 @@ void ZelvoraSDK::startDeferred()
 {
     if (auto const presenter = read(&Properties::pendingViewController)) {
         ZelvoraLogger::d("Executing deferred start after initialization");
-        start(presenter);
+        (void)start(presenter);
     }
     write(&Properties::pendingViewController, nullptr);
 }

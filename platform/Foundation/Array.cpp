@@ -30,7 +30,8 @@ struct Array::Chunk {
         : lineage(chainLineage)
         , first(firstPosition)
         , capacity(chunkCapacity)
-        , elements(std::make_unique<Value[]>(chunkCapacity))
+        , elements(
+              std::make_unique<Value[]>(chunkCapacity)) // NOLINT(modernize-avoid-c-arrays): the capacity is the length
     {
     }
     ~Chunk()

@@ -45,8 +45,7 @@ std::size_t Dictionary::size() const
 Value const* Dictionary::find(std::string_view key) const
 {
     auto const& entries = m_contents->entries;
-    auto const before = [](Entry const& entry, std::string_view sought) { return entry.first < sought; };
-    auto const found = std::lower_bound(entries.begin(), entries.end(), key, before);
+    auto const found = std::ranges::lower_bound(entries, key, {}, &Entry::first);
     return found != entries.end() && found->first == key ? &found->second : nullptr;
 }
 

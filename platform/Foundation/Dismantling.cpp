@@ -11,7 +11,7 @@ void Dismantling::take(Value& value)
     if (kind != Value::Kind::Array && kind != Value::Kind::Dictionary)
         return;
 
-    thread_local std::vector<Value>* s_waiting = nullptr;
+    static thread_local std::vector<Value>* s_waiting = nullptr;
     if (s_waiting) {
         s_waiting->push_back(std::exchange(value, Value()));
         return;

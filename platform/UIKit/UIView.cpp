@@ -28,7 +28,7 @@ CGRect UIView::bounds() const
     return m_peer->bounds();
 }
 
-void UIView::addSubview(std::shared_ptr<UIView> child)
+void UIView::addSubview(std::shared_ptr<UIView> const& child)
 {
     if (child->contains(*this))
         fatalError("a view was added to itself or to a view in it");
@@ -77,7 +77,7 @@ void UIView::setTranslatesAutoresizingMaskIntoConstraints(bool translates)
     m_peer->setTranslatesAutoresizingMaskIntoConstraints(translates);
 }
 
-void UIView::addGestureRecognizer(std::shared_ptr<UIGestureRecognizer> recognizer)
+void UIView::addGestureRecognizer(std::shared_ptr<UIGestureRecognizer> const& recognizer)
 {
     m_gestureRecognizers.push_back(recognizer);
     m_peer->addGestureRecognizer(*recognizer);

@@ -56,7 +56,7 @@ public:
     /// Whether the other view is this one or somewhere in it.
     [[nodiscard]] bool contains(UIView const& other) const;
     /// A view that is in another one already leaves it first.
-    void addSubview(std::shared_ptr<UIView> child);
+    void addSubview(std::shared_ptr<UIView> const& child);
     void removeFromSuperview();
     void bringSubviewToFront(UIView& child);
 
@@ -73,7 +73,7 @@ public:
     /// The active constraints that this view keeps as nearest common ancestor, in the order of activation.
     [[nodiscard]] std::vector<NSLayoutConstraint> const& constraints() const { return m_constraints; }
 
-    void addGestureRecognizer(std::shared_ptr<UIGestureRecognizer> recognizer);
+    void addGestureRecognizer(std::shared_ptr<UIGestureRecognizer> const& recognizer);
     [[nodiscard]] std::vector<std::shared_ptr<UIGestureRecognizer>> const& gestureRecognizers() const
     {
         return m_gestureRecognizers;

@@ -1,0 +1,249 @@
+#pragma once
+
+#include "platform/Foundation/URLSession.h"
+#include "tests/contract/Record.h"
+#include "tests/contract/Threads.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace zelvora::tests {
+
+/// A request as it reached the server.
+struct ReceivedRequest {
+    std::string method;
+    /// By their names in lower case.
+    std::map<std::string, std::string> headers;
+    std::string body;
+};
+
+/// Of ASCII letters.
+inline std::string lowerCase(std::string text)
+{
+    for (char& letter : text) {
+        if (letter >= 'A' && letter <= 'Z')
+            letter = static_cast<char>(letter - 'A' + 'a');
+    }
+    return text;
+}
+
+enum class LoaderFailure {
+    /// Nobody listens.
+    Refused,
+    /// The answer ends before its body does.
+    Cut,
+    /// No answer at all.
+    Silent,
+};
+
+/// What every loader promises. A harness makes one and plays the server:
+///
+///     platform::URLSession& session();
+///     void destroySession();
+///     // Where each request is answered so, and where it fails so.
+///     platform::URL answering(int status, std::string body);
+///     platform::URL failing(LoaderFailure failure);
+///     // What came to the answering URLs, in the order in which it came.
+///     std::vector<ReceivedRequest> received();
+///     // Lets the loader run until `done` holds; false where it does not come to that in half a minute.
+///     bool runUntil(std::function<bool()> const& done);
+///     // Called after what `done` asks for has changed, on any thread.
+///     void changed();
+template<typename Harness>
+class URLSessionContract : public testing::Test {
+protected:
+    using Result = std::expected<platform::URLSession::Answer, platform::Error>;
+
+    platform::URLSession::Completion recording()
+    {
+        return [this](Result result) {
+            m_results.add(std::move(result));
+            m_harness.changed();
+        };
+    }
+
+    Result load(platform::URLRequest request)
+    {
+        auto const before = m_results.size();
+        m_harness.session().dataTask(std::move(request), recording());
+        if (!m_harness.runUntil([&] { return m_results.size() > before; }))
+            return std::unexpected(platform::Error { "test", 0, "the completion was not called" });
+        return m_results.all().back();
+    }
+
+    void expectError(Result const& result)
+    {
+        ASSERT_FALSE(result.has_value());
+        EXPECT_NE(result.error().domain, "test");
+        EXPECT_NE(result.error().domain, "");
+        EXPECT_NE(result.error().localizedDescription, "");
+    }
+
+    // The results outlive the loader, whose end may complete something.
+    Record<Result> m_results;
+    Harness m_harness;
+};
+
+TYPED_TEST_SUITE_P(URLSessionContract);
+
+TYPED_TEST_P(URLSessionContract, AnAnswerIsAnAnswerWhateverItsStatus)
+{
+    for (int const status : { 200, 201, 204, 300, 400, 401, 404, 500, 503 }) {
+        auto const result = this->load({ .url = this->m_harness.answering(status, status == 204 ? "" : "oops") });
+        ASSERT_TRUE(result) << result.error().localizedDescription;
+        EXPECT_EQ(result->response.statusCode, status);
+        EXPECT_EQ(result->data.bytes, status == 204 ? "" : "oops");
+    }
+}
+
+TYPED_TEST_P(URLSessionContract, TheBodyArrivesByteForByte)
+{
+    std::string body;
+    for (int i = 0; i < 200'000; ++i)
+        body.push_back(static_cast<char>(i * 7 % 256));
+    auto const result = this->load({ .url = this->m_harness.answering(200, body) });
+    ASSERT_TRUE(result) << result.error().localizedDescription;
+    EXPECT_EQ(result->data.bytes, body);
+}
+
+TYPED_TEST_P(URLSessionContract, AnEmptyBodyIsEmpty)
+{
+    auto const result = this->load({ .url = this->m_harness.answering(200, "") });
+    ASSERT_TRUE(result) << result.error().localizedDescription;
+    EXPECT_EQ(result->data.bytes, "");
+}
+
+TYPED_TEST_P(URLSessionContract, TheRequestArrivesAsItWasMade)
+{
+    std::string const body("{\"profile\":\"\xea\xb0\x80\",\"nul\":\"\0\"}", 29);
+    auto const result = this->load({
+        .url = this->m_harness.answering(200, ""),
+        .httpMethod = "POST",
+        .httpHeaderFields = { { "Content-Type", "application/json; utf-8" }, { "Accept", "application/json" } },
+        .httpBody = { body },
+    });
+    ASSERT_TRUE(result) << result.error().localizedDescription;
+    auto const received = this->m_harness.received();
+    ASSERT_EQ(received.size(), 1U);
+    EXPECT_EQ(received.front().method, "POST");
+    EXPECT_EQ(received.front().headers.at("content-type"), "application/json; utf-8");
+    EXPECT_EQ(received.front().headers.at("accept"), "application/json");
+    EXPECT_EQ(received.front().body, body);
+}
+
+TYPED_TEST_P(URLSessionContract, ARequestIsAGetWithoutABodyUnlessItSaysSo)
+{
+    auto const result = this->load({ .url = this->m_harness.answering(200, "") });
+    ASSERT_TRUE(result) << result.error().localizedDescription;
+    auto const received = this->m_harness.received();
+    ASSERT_EQ(received.size(), 1U);
+    EXPECT_EQ(received.front().method, "GET");
+    EXPECT_EQ(received.front().body, "");
+}
+
+TYPED_TEST_P(URLSessionContract, NoConnectionIsAnError)
+{
+    this->expectError(this->load({ .url = this->m_harness.failing(LoaderFailure::Refused) }));
+}
+
+TYPED_TEST_P(URLSessionContract, AnAnswerCutInItsMiddleIsAnError)
+{
+    this->expectError(this->load({ .url = this->m_harness.failing(LoaderFailure::Cut) }));
+}
+
+TYPED_TEST_P(URLSessionContract, NoAnswerWithinTheTimeoutIsAnError)
+{
+    this->expectError(this->load({ .url = this->m_harness.failing(LoaderFailure::Silent), .timeoutInterval = 0.2 }));
+}
+
+TYPED_TEST_P(URLSessionContract, AFailureLeavesTheNextRequestAlone)
+{
+    this->expectError(this->load({ .url = this->m_harness.failing(LoaderFailure::Cut) }));
+    auto const result = this->load({ .url = this->m_harness.answering(200, "well") });
+    ASSERT_TRUE(result) << result.error().localizedDescription;
+    EXPECT_EQ(result->data.bytes, "well");
+}
+
+TYPED_TEST_P(URLSessionContract, ACompletionIsNeverCalledInsideTheCall)
+{
+    auto& harness = this->m_harness;
+    Record<std::string> record;
+    auto const good = harness.answering(200, "");
+    auto const bad = harness.failing(LoaderFailure::Refused);
+    auto const note = [&](char const* what) {
+        return [&record, &harness, what](auto const&) {
+            record.add(what);
+            harness.changed();
+        };
+    };
+    // From the loader's own queue, where it could be.
+    harness.session().dataTask({ .url = good }, [&](auto const&) {
+        harness.session().dataTask({ .url = good }, note("completed"));
+        harness.session().dataTask({ .url = bad }, note("completed"));
+        record.add("returned");
+    });
+    ASSERT_TRUE(harness.runUntil([&] { return record.size() == 3; }));
+    EXPECT_EQ(record.all(), (std::vector<std::string> { "returned", "completed", "completed" }));
+}
+
+TYPED_TEST_P(URLSessionContract, CompletionsComeOneAtATime)
+{
+    auto& harness = this->m_harness;
+    constexpr int count = 40;
+    auto const url = harness.answering(200, "body");
+    std::atomic<int> inside = 0;
+    std::atomic<int> most = 0;
+    std::atomic<int> finished = 0;
+    runOnThreads(4, [&](int) {
+        for (int i = 0; i < count / 4; ++i) {
+            harness.session().dataTask({ .url = url }, [&](auto const& result) {
+                EXPECT_TRUE(result);
+                most = std::max<int>(most, ++inside);
+                --inside;
+                ++finished;
+                harness.changed();
+            });
+        }
+    });
+    ASSERT_TRUE(harness.runUntil([&] { return finished == count; }));
+    EXPECT_EQ(most, 1);
+    EXPECT_EQ(harness.received().size(), static_cast<std::size_t>(count));
+}
+
+TYPED_TEST_P(URLSessionContract, ItsEndCompletesWhatIsUnderWayWithAnError)
+{
+    auto const url = this->m_harness.failing(LoaderFailure::Silent);
+    for (int i = 0; i < 5; ++i)
+        this->m_harness.session().dataTask({ .url = url }, this->recording());
+    this->m_harness.destroySession();
+    auto const results = this->m_results.all();
+    ASSERT_EQ(results.size(), 5U);
+    for (auto const& result : results)
+        this->expectError(result);
+}
+
+TYPED_TEST_P(URLSessionContract, WhatItsEndCompletedMayAskForMore)
+{
+    auto& harness = this->m_harness;
+    auto const url = harness.failing(LoaderFailure::Silent);
+    auto& session = harness.session();
+    session.dataTask({ .url = url }, [&](auto const&) { session.dataTask({ .url = url }, this->recording()); });
+    harness.destroySession();
+    auto const results = this->m_results.all();
+    ASSERT_EQ(results.size(), 1U);
+    this->expectError(results.front());
+}
+
+REGISTER_TYPED_TEST_SUITE_P(URLSessionContract, AnAnswerIsAnAnswerWhateverItsStatus, TheBodyArrivesByteForByte,
+    AnEmptyBodyIsEmpty, TheRequestArrivesAsItWasMade, ARequestIsAGetWithoutABodyUnlessItSaysSo, NoConnectionIsAnError,
+    AnAnswerCutInItsMiddleIsAnError, NoAnswerWithinTheTimeoutIsAnError, AFailureLeavesTheNextRequestAlone,
+    ACompletionIsNeverCalledInsideTheCall, CompletionsComeOneAtATime, ItsEndCompletesWhatIsUnderWayWithAnError,
+    WhatItsEndCompletedMayAskForMore);
+
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "adapters/gtk/Concurrency/ContextThread.h"
+#include "adapters/gtk/GLib/Pointers.h"
+#include "platform/Foundation/URL.h"
+#include "tests/contract/Record.h"
+#include "tests/contract/URLSessionContract.h"
+
+#include <libsoup/soup.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace zelvora::tests {
+
+/// A web server on loopback, on a thread of its own. With a certificate it speaks HTTPS and HTTP/2.
+class LoopbackServer final {
+public:
+    /// Called on the server's thread.
+    using Handler = std::function<void(SoupServerMessage* message)>;
+
+    struct Identity {
+        std::string certificatePEM;
+        std::string keyPEM;
+    };
+
+    explicit LoopbackServer(std::optional<Identity> const& identity = std::nullopt);
+    LoopbackServer(LoopbackServer const&) = delete;
+    LoopbackServer& operator=(LoopbackServer const&) = delete;
+    ~LoopbackServer();
+
+    /// Has a path handled so, and tells its address.
+    platform::URL serve(std::string const& path, Handler handler);
+    platform::URL url(std::string const& path, std::string const& host = "localhost") const;
+
+    std::vector<ReceivedRequest> received() const { return m_received.all(); }
+    /// The server's thread, for what a handler does later.
+    platform::DispatchQueue& queue() { return m_thread.queue(); }
+
+private:
+    void onServerThread(std::function<void()> const& work);
+    void listen(std::optional<Identity> const& identity);
+
+    Record<ReceivedRequest> m_received;
+    guint m_port = 0;
+    bool m_isSecure = false;
+    gtk::GObjectPointer<SoupServer> m_server;
+    gtk::ContextThread m_thread;
+};
+
+void answer(SoupServerMessage* message, int status, std::string const& body);
+
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/Foundation/URL.h"
+
+#include <atomic>
+#include <string>
+#include <thread>
+
+namespace zelvora::tests {
+
+/// A server on loopback that answers each connection's first request with the same bytes, right or wrong, whatever was
+/// asked. One connection at a time.
+class RawServer final {
+public:
+    enum class Afterwards { Close, KeepOpen };
+
+    RawServer(std::string bytes, Afterwards afterwards);
+    RawServer(RawServer const&) = delete;
+    RawServer& operator=(RawServer const&) = delete;
+    ~RawServer();
+
+    platform::URL url() const;
+
+private:
+    void run();
+    void serve(int connection);
+
+    std::string m_bytes;
+    Afterwards m_afterwards;
+    std::atomic<bool> m_isEnding = false;
+    int m_listener = -1;
+    int m_ending[2] = { -1, -1 };
+    int m_port = 0;
+    std::thread m_thread;
+};
+
+/// An address on loopback where nobody listens.
+platform::URL urlOfNobody();
+
+}

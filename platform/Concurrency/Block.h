@@ -21,7 +21,8 @@ public:
     template<typename Callable>
         requires(!std::same_as<std::remove_cvref_t<Callable>, Block>
             && std::is_invocable_r_v<Result, std::remove_cvref_t<Callable>&, Arguments...>)
-    Block(Callable&& callable) // NOLINT(bugprone-forwarding-reference-overload): not for blocks themselves
+    // NOLINTNEXTLINE(bugprone-forwarding-reference-overload): it takes no block
+    Block(Callable&& callable)
         : m_held(std::make_unique<Holder<std::remove_cvref_t<Callable>>>(std::forward<Callable>(callable)))
     {
     }

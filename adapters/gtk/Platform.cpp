@@ -1,0 +1,99 @@
+#include "adapters/gtk/Platform.h"
+
+#include "adapters/gtk/Foundation/DataDirectory.h"
+#include "adapters/gtk/UIKit/UIViewControllerPeer.h"
+#include "adapters/gtk/UIKit/UIViewPeer.h"
+#include "adapters/gtk/UIKit/ViewAnimation.h"
+#include "adapters/gtk/WebKit/UserContentController.h"
+#include "adapters/gtk/WebKit/WebView.h"
+
+#include <utility>
+
+namespace zelvora::gtk {
+
+namespace {
+
+std::filesystem::path dataDirectoryFor(HostOptions const& options)
+{
+    return options.dataDirectory.empty() ? dataDirectory(options.bundleIdentifier) : options.dataDirectory;
+}
+
+std::filesystem::path cacheDirectoryFor(HostOptions const& options, std::filesystem::path const& dataDirectory)
+{
+    if (!options.dataDirectory.empty())
+        return dataDirectory / "cache";
+    return std::filesystem::path(g_get_user_cache_dir()) / dataDirectory.filename();
+}
+
+std::string preferencesFile(std::filesystem::path const& dataDirectory)
+{
+    // Where there is no folder the journal says that it cannot write.
+    (void)ensureDataDirectory(dataDirectory);
+    return dataDirectory / "preferences.journal";
+}
+
+URLSession::Options urlSessionOptions(HostOptions const& options)
+{
+    if (options.certificateAuthorityFile.empty())
+        return {};
+    return { options.certificateAuthorityFile };
+}
+
+}
+
+Platform::Platform(HostOptions options)
+    : m_options(std::move(options))
+    , m_dataDirectory(dataDirectoryFor(m_options))
+    , m_mainBundle(m_options.bundleIdentifier)
+    , m_logger(m_options.bundleIdentifier.value_or(g_get_prgname() ? g_get_prgname() : "zelvora"), "UserDefaults")
+    , m_userDefaults(preferencesFile(m_dataDirectory),
+          [this](std::string const& line) { m_logger.log(platform::OSLogType::Error, line); })
+    , m_urlSession(urlSessionOptions(m_options))
+    , m_trackingStore(m_dataDirectory)
+    , m_trackingManager(m_trackingStore, m_options.appName)
+    , m_identifierManager(m_trackingStore)
+    , m_application(m_notificationCenter, [this] { m_globalQueue.async([this] { synchronizeUserDefaults(); }); })
+{
+}
+
+std::unique_ptr<platform::Logger> Platform::makeLogger(std::string const& subsystem, std::string const& category)
+{
+    return std::make_unique<Logger>(subsystem, category);
+}
+
+std::unique_ptr<platform::UIView::Peer> Platform::makeViewPeer(platform::UIView& owner, platform::CGRect frame)
+{
+    return std::make_unique<UIViewPeer>(owner, frame);
+}
+
+std::unique_ptr<platform::UIViewController::Peer> Platform::makeViewControllerPeer(platform::UIViewController& owner)
+{
+    return std::make_unique<UIViewControllerPeer>(owner);
+}
+
+std::shared_ptr<platform::WKUserContentController> Platform::makeUserContentController()
+{
+    return std::make_shared<UserContentController>();
+}
+
+std::shared_ptr<platform::WKWebView> Platform::makeWebView(
+    platform::CGRect frame, platform::WKWebViewConfiguration configuration)
+{
+    return std::make_shared<WebView>(frame, std::move(configuration), websiteSession());
+}
+
+void Platform::animate(platform::TimeInterval duration, std::function<void()> const& animations)
+{
+    runAnimated(duration, animations);
+}
+
+WebsiteSession& Platform::websiteSession()
+{
+    if (!m_websiteSession) {
+        m_websiteSession.emplace(m_dataDirectory, cacheDirectoryFor(m_options, m_dataDirectory),
+            m_options.certificateAuthorityFile, m_options.trustedCertificates);
+    }
+    return *m_websiteSession;
+}
+
+}

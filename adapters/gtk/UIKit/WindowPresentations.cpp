@@ -1,0 +1,175 @@
+#include "adapters/gtk/UIKit/WindowPresentations.h"
+
+#include "adapters/gtk/UIKit/UIViewControllerPeer.h"
+#include "adapters/gtk/UIKit/UIViewPeer.h"
+
+#include <ranges>
+#include <utility>
+
+namespace zelvora::gtk {
+
+using platform::Animated;
+using platform::UIViewController;
+
+namespace {
+
+constexpr char const* presentationsKey = "zelvora-presentations";
+constexpr Stage::Offset below { 0, 1 };
+
+GtkWidget* widgetOf(UIViewController& controller)
+{
+    return UIViewPeer::of(controller.view()).widget();
+}
+
+/// Calls `tell` for the outermost screens in a widget tree.
+template<typename Tell>
+void forEachScreen(GtkWidget* widget, Tell const& tell)
+{
+    auto const* view = dynamic_cast<UIViewPeer*>(canvasClient(widget));
+    if (view && view->controller()) {
+        tell(*view->controller());
+        return;
+    }
+    for (auto* child = gtk_widget_get_first_child(widget); child; child = gtk_widget_get_next_sibling(child))
+        forEachScreen(child, tell);
+}
+
+}
+
+WindowPresentations& WindowPresentations::of(GtkWindow* window)
+{
+    if (auto* made = g_object_get_data(G_OBJECT(window), presentationsKey))
+        return *static_cast<WindowPresentations*>(made);
+    auto* presentations = new WindowPresentations(window);
+    g_object_set_data_full(G_OBJECT(window), presentationsKey, presentations,
+        [](gpointer held) { delete static_cast<WindowPresentations*>(held); });
+    return *presentations;
+}
+
+WindowPresentations::WindowPresentations(GtkWindow* window) : m_window(window)
+{
+    auto* content = gtk_window_get_child(window);
+    if (content)
+        g_object_ref(content);
+    gtk_window_set_child(window, m_stage.widget());
+    if (content) {
+        setContent(content);
+        g_object_unref(content);
+    }
+    g_signal_connect_swapped(window, "destroy", G_CALLBACK(+[](WindowPresentations* self) { self->close(); }), this);
+}
+
+void WindowPresentations::present(
+    UIViewControllerPeer& presenter, std::shared_ptr<UIViewController> presented, Animated animated)
+{
+    auto const level = levelOf(presenter);
+    if (level != m_presented.size() || UIViewControllerPeer::of(*presented).window()) {
+        g_log("Zelvora", G_LOG_LEVEL_WARNING,
+            "A screen is presented already, or the presenter is covered: nothing is presented");
+        return;
+    }
+    m_stage.finishSlide();
+    auto* page = widgetOf(*presented);
+    tellDisappearance(*level, animated);
+    m_presented.push_back(presented);
+    m_stage.add(page);
+    UIViewControllerPeer::of(*presented).didAppear();
+    gtk_widget_child_focus(page, GTK_DIR_TAB_FORWARD);
+    m_stage.place(page, below);
+    m_stage.slide(page, {}, animated, [this, covered = *level] {
+        if (auto* hidden = pageAt(covered); hidden && covered < m_presented.size())
+            m_stage.setCovered(hidden, true);
+    });
+}
+
+void WindowPresentations::dismiss(UIViewControllerPeer& presenter, Animated animated)
+{
+    auto const level = levelOf(presenter);
+    if (!level)
+        return;
+    if (*level < m_presented.size())
+        uncover(*level, animated);
+    else if (*level > 0)
+        uncover(*level - 1, animated);
+}
+
+void WindowPresentations::setContent(GtkWidget* content)
+{
+    if (m_content)
+        m_stage.remove(m_content);
+    m_content = content;
+    m_stage.add(content);
+    m_stage.setMeasuredPage(content);
+}
+
+std::optional<WindowPresentations::Level> WindowPresentations::levelOf(UIViewControllerPeer const& peer) const
+{
+    auto& controller = peer.owner();
+    if (!controller.isViewLoaded())
+        return peer.window() == m_window ? std::optional<Level>(0) : std::nullopt;
+    for (Level level = m_presented.size(); level > 0; --level) {
+        if (m_presented[level - 1].get() == &controller)
+            return level;
+    }
+    auto* widget = widgetOf(controller);
+    // One whose dismissal is on its way stands in the window but nowhere in the order.
+    bool const standsInContent = m_content && (widget == m_content || gtk_widget_is_ancestor(widget, m_content));
+    bool const isWindowItself = !gtk_widget_get_root(widget) && peer.window() == m_window;
+    return standsInContent || isWindowItself ? std::optional<Level>(0) : std::nullopt;
+}
+
+GtkWidget* WindowPresentations::pageAt(Level level) const
+{
+    return level == 0 ? m_content : widgetOf(*m_presented[level - 1]);
+}
+
+void WindowPresentations::uncover(Level level, Animated animated)
+{
+    m_stage.finishSlide();
+    tellDisappearance(m_presented.size(), animated);
+    while (m_presented.size() > level + 1) {
+        auto const between = std::exchange(m_presented[m_presented.size() - 2], m_presented.back());
+        m_presented.pop_back();
+        m_stage.remove(widgetOf(*between));
+        releaseLater(between);
+    }
+    auto const leaving = m_presented.back();
+    m_presented.pop_back();
+    if (auto* uncovered = pageAt(level))
+        m_stage.setCovered(uncovered, false);
+    tellAppearance(level);
+    m_stage.slide(widgetOf(*leaving), below, animated, [this, leaving] {
+        m_stage.remove(widgetOf(*leaving));
+        releaseLater(leaving);
+    });
+}
+
+void WindowPresentations::tellDisappearance(Level level, Animated animated)
+{
+    if (level > 0)
+        UIViewControllerPeer::of(*m_presented[level - 1]).willDisappear(animated);
+    else if (m_content)
+        forEachScreen(m_content, [animated](UIViewControllerPeer& screen) { screen.willDisappear(animated); });
+}
+
+void WindowPresentations::tellAppearance(Level level)
+{
+    if (level > 0)
+        UIViewControllerPeer::of(*m_presented[level - 1]).didAppear();
+    else if (m_content)
+        forEachScreen(m_content, [](UIViewControllerPeer& screen) { screen.didAppear(); });
+}
+
+// The window goes: the screens over it hear that by leaving it.
+void WindowPresentations::close()
+{
+    m_stage.finishSlide();
+    while (!m_presented.empty()) {
+        auto const leaving = std::exchange(m_presented.back(), nullptr);
+        m_presented.pop_back();
+        m_stage.remove(widgetOf(*leaving));
+        releaseLater(leaving);
+    }
+}
+
+}

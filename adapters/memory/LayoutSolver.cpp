@@ -157,18 +157,32 @@ private:
             m_origins[&view].*axis.origin = begin;
             frame.*axis.origin = begin - around;
             frame.*axis.length = std::max(length, 0.0);
-            if (!knownBegin)
-                tell(path + " has no " + anchorText({ &view, NSLayoutAnchor::Item::View, axis.begin }) + " edge");
-            if (!knownEnd)
-                tell(path + " has no " + anchorText({ &view, NSLayoutAnchor::Item::View, axis.end }) + " edge");
-            if (length < 0)
-                tell(path + " has a negative " + axis.extent + ": " + platform::numberText(length));
+            if (knownBegin && knownEnd)
+                checkLength(view, path, axis, length);
+            else
+                tellMissing(path, knownBegin ? axis.end : axis.begin);
+            if (!knownBegin && !knownEnd)
+                tellMissing(path, axis.end);
             if (auto const origin = originByFrame(view, axis))
                 expect(path + " is placed by its own frame and by constraints that differ", *origin, begin);
         }
         for (auto const& constraint : view.constraints())
             check(constraint);
         m_layout.frames.push_back({ &view, frame });
+    }
+
+    void tellMissing(std::string const& path, Attribute attribute)
+    {
+        tell(path + " has no " + anchorText({ nullptr, NSLayoutAnchor::Item::View, attribute }) + " edge");
+    }
+
+    void checkLength(UIView const& view, std::string const& path, Axis const& axis, double length)
+    {
+        auto const content = peer(view).intrinsicSize().*axis.intrinsic;
+        if (length < 0)
+            tell(path + " has a negative " + axis.extent + ": " + platform::numberText(length));
+        else if (content && length < *content)
+            expect(path + " is squeezed below the " + axis.extent + " of its content", length, *content);
     }
 
     void check(platform::NSLayoutConstraint const& constraint)

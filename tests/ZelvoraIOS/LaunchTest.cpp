@@ -1,6 +1,7 @@
 #include "adapters/memory/ViewControllerPeer.h"
 #include "tests/ZelvoraIOS/support/ContainerTest.h"
 
+#include <algorithm>
 #include <optional>
 #include <thread>
 #include <utility>

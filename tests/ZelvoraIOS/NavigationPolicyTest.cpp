@@ -1,5 +1,7 @@
 #include "tests/ZelvoraIOS/support/ContainerTest.h"
 
+#include <algorithm>
+#include <cctype>
 #include <optional>
 #include <utility>
 

@@ -158,7 +158,7 @@ TEST_P(BlankViewTest, AnAddressThatFormsNoUrlLeavesTheViewBlankAndLogsNothing)
 }
 
 INSTANTIATE_TEST_SUITE_P(Addresses, BlankViewTest,
-    ::testing::Values("", "https://[", "https://[::1", "https://host:port/", "https://host:123456/", "//[bad]/"));
+    ::testing::Values("", "https://[", "https://[::1", "https://host:port/", "https://host:123456/", "//[no address]/"));
 
 TEST_F(ZelvoraWebViewTest, TheCurrentUrlIsTheWebViewsOwn)
 {
@@ -382,19 +382,19 @@ TEST_F(ZelvoraWebViewTest, AViewCanBeDestroyedByItsOwnPagesMessage)
 
 TEST_F(ZelvoraWebViewTest, ConstructionFromAnArchiveStopsTheProcess)
 {
-    class Archive final : public platform::NSCoder { };
-    EXPECT_DEATH(ZelvoraWebView(Archive()), "Fatal error: init\\(coder:\\) has not been implemented\n");
+    platform::NSCoder const archive;
+    EXPECT_DEATH(ZelvoraWebView const view(archive), "Fatal error: init\\(coder:\\) has not been implemented\n");
 }
 
 TEST_F(ZelvoraWebViewTest, ThePlainInitialiserStopsTheProcess)
 {
-    EXPECT_DEATH(ZelvoraWebView(CGRect()),
+    EXPECT_DEATH(ZelvoraWebView const view(CGRect {}),
         "Fatal error: Use of unimplemented initializer 'init\\(frame:\\)' for class 'ZelvoraIOS.ZelvoraWebView'\n");
 }
 
 TEST(ZelvoraWebViewWithoutPlatformDeathTest, AViewMadeBeforeAPlatformIsInstalledStopsTheProcess)
 {
-    EXPECT_DEATH(ZelvoraWebView(CGRect(), "https://shop.example/", false),
+    EXPECT_DEATH(ZelvoraWebView const view({}, "https://shop.example/", false),
         "the SDK was used before a platform was installed: call Platform::install first");
 }
 

@@ -7,7 +7,7 @@ build() {
     if command -v ccache >/dev/null; then
         launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
     fi
-    cmake --preset "$preset" "${launcher[@]}" "$@" && cmake --build "build/$preset" --target "$target"
+    cmake --preset "$preset" "${launcher[@]}" "$@" && cmake --build "build/$preset" --target "$target" -- -k 0
 }
 
 # build_or_stop PRESET TARGET [CMAKE-OPTION...]: quiet while it works.
@@ -22,10 +22,10 @@ build_or_stop() {
 
 # The lines of a log that say what went wrong.
 show_failure() {
-    local pattern='(error|Error|warning|FAILED|SUMMARY|\*\*\*|[Nn]o such file)'
+    local pattern='(error:|CMake Error|^FAILED|: Failure$|\*\*\*(Failed|Timeout|Exception|Not Run)|SUMMARY: |^Fatal error|No such file)'
     if grep -qE "$pattern" "$1"; then
-        grep -E -A 6 "$pattern" "$1" | head -n 120 | sed 's/^/    /'
+        grep -E -A 6 "$pattern" "$1" | cut -c 1-240 | head -n 120 | sed 's/^/    /'
     else
-        tail -n 40 "$1" | sed 's/^/    /'
+        tail -n 40 "$1" | cut -c 1-240 | sed 's/^/    /'
     fi
 }

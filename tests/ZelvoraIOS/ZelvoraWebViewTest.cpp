@@ -158,7 +158,8 @@ TEST_P(BlankViewTest, AnAddressThatFormsNoUrlLeavesTheViewBlankAndLogsNothing)
 }
 
 INSTANTIATE_TEST_SUITE_P(Addresses, BlankViewTest,
-    ::testing::Values("", "https://[", "https://[::1", "https://host:port/", "https://host:123456/", "//[no address]/"));
+    ::testing::Values(
+        "", "https://[", "https://[::1", "https://host:port/", "https://host:123456/", "//[no address]/"));
 
 TEST_F(ZelvoraWebViewTest, TheCurrentUrlIsTheWebViewsOwn)
 {

@@ -1,0 +1,141 @@
+#include "tests/ZelvoraIOS/support/RecordingPlatform.h"
+
+#include <utility>
+
+namespace zelvora::tests {
+
+void RecordingNotificationCenter::addObserver(
+    std::shared_ptr<void const> const& observer, std::string name, Handler handler)
+{
+    m_record.add(this, "addObserver " + name);
+    m_center.addObserver(observer, std::move(name), std::move(handler));
+}
+
+void RecordingNotificationCenter::removeObserver(void const* observer)
+{
+    m_record.add(this, "removeObserver");
+    m_removed.push_back(observer);
+    m_center.removeObserver(observer);
+}
+
+RecordingNotificationCenter::Token RecordingNotificationCenter::addObserver(
+    std::string name, platform::DispatchQueue& queue, Handler handler)
+{
+    return m_center.addObserver(std::move(name), queue, std::move(handler));
+}
+
+std::expected<platform::Data, platform::Error> FailingJSONSerialization::data(
+    platform::Value const& jsonObject, platform::JSONWritingOptions options) const
+{
+    if (m_failing)
+        return std::unexpected(platform::Error { "test", 1, "The writer was told to fail." });
+    if (m_output)
+        return platform::Data { *m_output };
+    return m_json.data(jsonObject, options);
+}
+
+class RecordingWebView::Observation final : public platform::NSKeyValueObservation {
+public:
+    explicit Observation(std::weak_ptr<platform::UIView> view) : m_view(std::move(view)) { }
+
+    // platform::NSKeyValueObservation
+    void invalidate() override
+    {
+        if (auto const view = m_view.lock())
+            static_cast<RecordingWebView&>(*view).note("invalidate");
+    }
+
+private:
+    std::weak_ptr<platform::UIView> m_view;
+};
+
+RecordingWebView::RecordingWebView(
+    platform::CGRect frame, platform::WKWebViewConfiguration configuration, memory::CallRecord& record)
+    : WKWebView(frame)
+    , m_configuration(std::move(configuration))
+    , m_record(record)
+{
+    note("makeWebView");
+}
+
+void RecordingWebView::setInspectable(bool inspectable)
+{
+    note(inspectable ? "setInspectable true" : "setInspectable false");
+}
+
+void RecordingWebView::setNavigationDelegate(platform::WKNavigationDelegate* delegate)
+{
+    note(delegate ? "setNavigationDelegate" : "setNavigationDelegate none");
+}
+
+void RecordingWebView::setAllowsBackForwardNavigationGestures(bool allows)
+{
+    note(allows ? "setAllowsBackForwardNavigationGestures true" : "setAllowsBackForwardNavigationGestures false");
+}
+
+void RecordingWebView::load(platform::URLRequest request)
+{
+    note("load " + request.url.absoluteString());
+}
+
+void RecordingWebView::evaluateJavaScript(std::string const& script)
+{
+    note("evaluateJavaScript " + script);
+}
+
+std::unique_ptr<platform::NSKeyValueObservation> RecordingWebView::observeURL(std::function<void(platform::WKWebView&)>)
+{
+    note("observeURL");
+    return std::make_unique<Observation>(weak_from_this());
+}
+
+RecordingPlatform& RecordingPlatform::install()
+{
+    auto platform = std::make_unique<RecordingPlatform>();
+    auto& installed = *platform;
+    platform::Platform::install(std::move(platform));
+    return installed;
+}
+
+std::vector<std::string> RecordingPlatform::calls()
+{
+    std::vector<std::string> texts;
+    for (auto const& call : inMemory.screen().calls().all())
+        texts.push_back(call.text);
+    return texts;
+}
+
+std::unique_ptr<platform::Logger> RecordingPlatform::makeLogger(
+    std::string const& subsystem, std::string const& category)
+{
+    return inMemory.makeLogger(subsystem, category);
+}
+
+std::unique_ptr<platform::UIView::Peer> RecordingPlatform::makeViewPeer(platform::UIView& owner, platform::CGRect frame)
+{
+    return inMemory.makeViewPeer(owner, frame);
+}
+
+std::unique_ptr<platform::UIViewController::Peer> RecordingPlatform::makeViewControllerPeer(
+    platform::UIViewController& owner)
+{
+    return inMemory.makeViewControllerPeer(owner);
+}
+
+std::shared_ptr<platform::WKUserContentController> RecordingPlatform::makeUserContentController()
+{
+    return inMemory.makeUserContentController();
+}
+
+std::shared_ptr<platform::WKWebView> RecordingPlatform::makeWebView(
+    platform::CGRect frame, platform::WKWebViewConfiguration configuration)
+{
+    return std::make_shared<RecordingWebView>(frame, std::move(configuration), inMemory.screen().calls());
+}
+
+void RecordingPlatform::animate(platform::TimeInterval duration, std::function<void()> const& animations)
+{
+    inMemory.animate(duration, animations);
+}
+
+}

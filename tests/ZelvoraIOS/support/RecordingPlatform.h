@@ -1,0 +1,132 @@
+#pragma once
+
+#include "adapters/memory/Platform.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace zelvora::tests {
+
+/// A notification centre that adds registrations and removals to the record: "addObserver NAME", "removeObserver".
+class RecordingNotificationCenter final : public platform::NotificationCenter {
+public:
+    RecordingNotificationCenter(platform::NotificationCenter& center, memory::CallRecord& record)
+        : m_center(center)
+        , m_record(record)
+    {
+    }
+
+    /// The observer objects that were removed, for comparing only.
+    [[nodiscard]] std::vector<void const*> const& removed() const { return m_removed; }
+
+    // platform::NotificationCenter
+    void post(platform::Notification notification) override { m_center.post(std::move(notification)); }
+    void addObserver(std::shared_ptr<void const> const& observer, std::string name, Handler handler) override;
+    void removeObserver(void const* observer) override;
+    [[nodiscard]] Token addObserver(std::string name, platform::DispatchQueue& queue, Handler handler) override;
+    void removeObserver(Token token) override { m_center.removeObserver(token); }
+
+private:
+    platform::NotificationCenter& m_center;
+    memory::CallRecord& m_record;
+    std::vector<void const*> m_removed;
+};
+
+/// A JSON writer that fails at what it declared valid, when it is told to.
+class FailingJSONSerialization final : public platform::JSONSerialization {
+public:
+    explicit FailingJSONSerialization(platform::JSONSerialization const& json) : m_json(json) { }
+
+    void setFailing(bool failing) { m_failing = failing; }
+    /// Writes these bytes from now on, whatever it is given.
+    void setOutput(std::string bytes) { m_output = std::move(bytes); }
+
+    // platform::JSONSerialization
+    [[nodiscard]] bool isValidJSONObject(platform::Value const& value) const override
+    {
+        return m_json.isValidJSONObject(value);
+    }
+    [[nodiscard]] std::expected<platform::Data, platform::Error> data(
+        platform::Value const& jsonObject, platform::JSONWritingOptions options) const override;
+    [[nodiscard]] std::expected<platform::Value, platform::Error> jsonObject(platform::Data const& data) const override
+    {
+        return m_json.jsonObject(data);
+    }
+
+private:
+    platform::JSONSerialization const& m_json;
+    bool m_failing = false;
+    std::optional<std::string> m_output;
+};
+
+/// The system's web view as far as it is asked anything: all of it stands in the record, and "invalidate" for the end
+/// of an observation.
+class RecordingWebView final : public platform::WKWebView {
+public:
+    RecordingWebView(
+        platform::CGRect frame, platform::WKWebViewConfiguration configuration, memory::CallRecord& record);
+
+    // platform::WKWebView
+    [[nodiscard]] platform::WKWebViewConfiguration const& configuration() const override { return m_configuration; }
+    void setInspectable(bool inspectable) override;
+    void setNavigationDelegate(platform::WKNavigationDelegate* delegate) override;
+    void setAllowsBackForwardNavigationGestures(bool allows) override;
+    void load(platform::URLRequest request) override;
+    [[nodiscard]] std::optional<platform::URL> url() const override { return std::nullopt; }
+    [[nodiscard]] bool canGoBack() const override { return false; }
+    void goBack() override { note("goBack"); }
+    void evaluateJavaScript(std::string const& script) override;
+    [[nodiscard]] std::unique_ptr<platform::NSKeyValueObservation> observeURL(
+        std::function<void(platform::WKWebView&)> handler) override;
+
+private:
+    class Observation;
+
+    void note(std::string call) { m_record.add(this, std::move(call)); }
+
+    platform::WKWebViewConfiguration m_configuration;
+    memory::CallRecord& m_record;
+};
+
+/// The system in memory, some of its parts under observation: what a test of an order of steps over several of them
+/// needs. Its calls stand in the one record of `inMemory.screen().calls()`.
+class RecordingPlatform final : public platform::Platform {
+public:
+    /// Makes one and installs it.
+    static RecordingPlatform& install();
+
+    /// The texts of everything recorded, in one order.
+    [[nodiscard]] std::vector<std::string> calls();
+
+    // platform::Platform
+    [[nodiscard]] platform::Bundle& mainBundle() override { return inMemory.mainBundle(); }
+    [[nodiscard]] platform::Clock& clock() override { return inMemory.clock(); }
+    [[nodiscard]] platform::UserDefaults& standardUserDefaults() override { return inMemory.standardUserDefaults(); }
+    [[nodiscard]] RecordingNotificationCenter& notificationCenter() override { return m_notificationCenter; }
+    [[nodiscard]] platform::URLSession& urlSession() override { return inMemory.urlSession(); }
+    [[nodiscard]] FailingJSONSerialization& jsonSerialization() override { return m_jsonSerialization; }
+    [[nodiscard]] platform::DispatchQueue& mainQueue() override { return inMemory.mainQueue(); }
+    [[nodiscard]] platform::DispatchQueue& globalQueue() override { return inMemory.globalQueue(); }
+    [[nodiscard]] platform::ATTrackingManager& trackingManager() override { return inMemory.trackingManager(); }
+    [[nodiscard]] platform::ASIdentifierManager& identifierManager() override { return inMemory.identifierManager(); }
+    [[nodiscard]] platform::UIApplication& application() override { return inMemory.application(); }
+    [[nodiscard]] std::unique_ptr<platform::Logger> makeLogger(
+        std::string const& subsystem, std::string const& category) override;
+    [[nodiscard]] std::unique_ptr<platform::UIView::Peer> makeViewPeer(
+        platform::UIView& owner, platform::CGRect frame) override;
+    [[nodiscard]] std::unique_ptr<platform::UIViewController::Peer> makeViewControllerPeer(
+        platform::UIViewController& owner) override;
+    [[nodiscard]] std::shared_ptr<platform::WKUserContentController> makeUserContentController() override;
+    [[nodiscard]] std::shared_ptr<platform::WKWebView> makeWebView(
+        platform::CGRect frame, platform::WKWebViewConfiguration configuration) override;
+    void animate(platform::TimeInterval duration, std::function<void()> const& animations) override;
+
+    memory::Platform inMemory;
+
+private:
+    RecordingNotificationCenter m_notificationCenter { inMemory.notificationCenter(), inMemory.screen().calls() };
+    FailingJSONSerialization m_jsonSerialization { inMemory.jsonSerialization() };
+};
+
+}

@@ -1,0 +1,489 @@
+#include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
+
+#include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
+#include "ZelvoraIOS/ZelvoraSDK/serviceAddresses.h"
+#include "adapters/memory/View.h"
+#include "adapters/memory/ViewController.h"
+#include "tests/ZelvoraIOS/support/SDKTest.h"
+#include "tests/ZelvoraIOS/support/StandardOutput.h"
+
+#include <thread>
+#include <type_traits>
+
+namespace zelvora::tests {
+
+namespace {
+
+using Errors = std::vector<std::optional<ZelvoraSDKError>>;
+
+class Delegate final : public ZelvoraSDK::ZelvoraSDKDelegate {
+public:
+    // ZelvoraSDKDelegate
+    bool zelvoraSDKShouldHandleBackAction(ZelvoraWebView&) override { return true; }
+    void zelvoraSDKWillDismiss() override { }
+};
+
+class ZelvoraSDKTest : public SDKTest {
+protected:
+    [[nodiscard]] static auto properties() { return ZelvoraSDKInspector::properties(); }
+
+    // An earlier call that is still running.
+    ZelvoraSDK::Result initializeWith(ZelvoraSDK::CompletionHandler handler)
+    {
+        return sdk().initialize("user", "key", true, false, false, nullptr, nullptr, nullptr, std::move(handler));
+    }
+};
+
+TEST_F(ZelvoraSDKTest, ThereIsOneSDKThatNobodyElseCanMake)
+{
+    EXPECT_EQ(&ZelvoraSDK::shared(), &ZelvoraSDK::shared());
+    EXPECT_FALSE(std::is_default_constructible_v<ZelvoraSDK>);
+    EXPECT_FALSE(std::is_copy_constructible_v<ZelvoraSDK>);
+}
+
+TEST_F(ZelvoraSDKTest, ThreadsThatAskFirstAtOnceGetTheSameSDK)
+{
+    std::vector<ZelvoraSDK*> seen(4);
+    std::vector<std::thread> threads;
+    for (auto*& place : seen)
+        threads.emplace_back([&place] { place = &ZelvoraSDK::shared(); });
+    for (auto& thread : threads)
+        thread.join();
+    for (auto const* sdk : seen)
+        EXPECT_EQ(sdk, &ZelvoraSDK::shared());
+}
+
+TEST_F(ZelvoraSDKTest, AFreshSDKHasItsDefaults)
+{
+    EXPECT_TRUE(sdk().isFooterVisible());
+    EXPECT_FALSE(sdk().allowsSwipeBack());
+    EXPECT_FALSE(sdk().headerViewProvider());
+    EXPECT_FALSE(sdk().footerViewProvider());
+    EXPECT_FALSE(sdk().delegate());
+    EXPECT_FALSE(sdk().onPageNavigation());
+    EXPECT_FALSE(sdk().activeWebView());
+    EXPECT_TRUE(sdk().getCustomActions().empty());
+
+    auto const all = properties();
+    EXPECT_EQ(all.userKey, std::nullopt);
+    EXPECT_EQ(all.apiKey, std::nullopt);
+    EXPECT_EQ(all.adId, std::nullopt);
+    EXPECT_EQ(all.shopId, std::nullopt);
+    EXPECT_EQ(all.packageName, std::nullopt);
+    EXPECT_EQ(all.apiURL, std::nullopt);
+    EXPECT_EQ(all.webURL, std::nullopt);
+    EXPECT_TRUE(all.isTrackingEnabled);
+    EXPECT_FALSE(all.isDev);
+    EXPECT_FALSE(all.error_handler);
+    EXPECT_FALSE(all.isInitializing);
+    EXPECT_FALSE(all.pendingViewController);
+}
+
+TEST_F(ZelvoraSDKTest, NothingRunsBeforeTheHostsFirstCall)
+{
+    (void)ZelvoraSDK::shared();
+    platform.runUntilIdle();
+    EXPECT_TRUE(platform.log().lines().empty());
+    EXPECT_TRUE(platform.urlSession().requests().empty());
+    EXPECT_TRUE(platform.standardUserDefaults().calls().empty());
+    EXPECT_EQ(platform.trackingManager().requestCount(), 0U);
+}
+
+TEST_F(ZelvoraSDKTest, InitializeStoresWhatItIsGiven)
+{
+    auto const delegate = std::make_shared<Delegate>();
+    int headers = 0;
+    int footers = 0;
+    int told = 0;
+    EXPECT_TRUE(sdk().initialize(
+        "the user", "the key", false, true, true,
+        [&headers](platform::UIViewController&) {
+            ++headers;
+            return nullptr;
+        },
+        [&footers](platform::UIViewController&) {
+            ++footers;
+            return nullptr;
+        },
+        delegate, [&told](std::optional<ZelvoraSDKError> const&) { ++told; }));
+
+    auto const all = properties();
+    EXPECT_EQ(all.userKey, "the user");
+    EXPECT_EQ(all.apiKey, "the key");
+    EXPECT_EQ(all.packageName, "com.example.host");
+    EXPECT_FALSE(all.isTrackingEnabled);
+    EXPECT_TRUE(all.isDev);
+    EXPECT_TRUE(all.isInitializing);
+    EXPECT_TRUE(sdk().allowsSwipeBack());
+    EXPECT_EQ(sdk().delegate(), delegate);
+
+    memory::ViewController controller;
+    (void)sdk().headerViewProvider()(controller);
+    EXPECT_EQ(headers, 1);
+    EXPECT_EQ(footers, 0);
+    (void)sdk().footerViewProvider()(controller);
+    EXPECT_EQ(footers, 1);
+    all.error_handler(ZelvoraSDKError::otherError());
+    EXPECT_EQ(told, 1);
+}
+
+TEST_F(ZelvoraSDKTest, InitializeInProductionPicksTheProductionAddresses)
+{
+    EXPECT_TRUE(initialize({ .isDev = false }));
+    EXPECT_EQ(properties().webURL, serviceAddresses().productionWebHost + "/v1");
+    EXPECT_EQ(properties().apiURL, serviceAddresses().productionApiBase);
+    EXPECT_TRUE(properties().apiURL->starts_with("https://"));
+    EXPECT_EQ(properties().webURL->find("://"), std::string::npos);
+}
+
+TEST_F(ZelvoraSDKTest, InitializeInDevelopmentPicksTheDevelopmentAddresses)
+{
+    EXPECT_TRUE(initialize({ .isDev = true }));
+    EXPECT_EQ(properties().webURL, serviceAddresses().developmentWebHost + "/v1");
+    EXPECT_EQ(properties().apiURL, serviceAddresses().developmentApiBase);
+    EXPECT_TRUE(properties().apiURL->starts_with("https://"));
+    EXPECT_EQ(properties().webURL->find("://"), std::string::npos);
+    EXPECT_TRUE(properties().webURL->ends_with("/v1"));
+}
+
+TEST_F(ZelvoraSDKTest, KeysAreNotValidated)
+{
+    EXPECT_TRUE(initialize({ .userKey = "", .apiKey = "" }));
+    EXPECT_EQ(properties().userKey, "");
+    EXPECT_EQ(properties().apiKey, "");
+    EXPECT_TRUE(errors.empty());
+}
+
+TEST_F(ZelvoraSDKTest, WithoutABundleIdentifierThePackageNameIsAbsent)
+{
+    platform.mainBundle().setBundleIdentifier(std::nullopt);
+    EXPECT_TRUE(initialize());
+    EXPECT_EQ(properties().packageName, std::nullopt);
+}
+
+TEST_F(ZelvoraSDKTest, InitializeLogsInitializedAtInfoLevelBeforeAnyStepOfTheSequence)
+{
+    StandardOutput const output;
+    EXPECT_TRUE(initialize());
+    EXPECT_EQ(logMessages(), (std::vector<LogMessage> { { OSLogType::Info, "Initialized" } }));
+    EXPECT_EQ(output.text(), "[ZelvoraSDK-debug] Initialized\n");
+    EXPECT_TRUE(platform.urlSession().requests().empty());
+    EXPECT_TRUE(platform.standardUserDefaults().calls().empty());
+}
+
+TEST_F(ZelvoraSDKTest, InitializeStartsTheSequenceWithoutWaitingForIt)
+{
+    EXPECT_TRUE(initialize());
+    EXPECT_TRUE(ZelvoraSDKInspector::isInitializing());
+    EXPECT_EQ(platform.globalQueue().pendingCount(), 1U);
+    EXPECT_TRUE(platform.mainQueue().isEmpty());
+    platform.runUntilIdle();
+    EXPECT_EQ(platform.urlSession().requests().size(), 1U);
+}
+
+TEST_F(ZelvoraSDKTest, ASuccessfulInitializationNeverCallsTheHandler)
+{
+    initializeAndFinish();
+    platform.clock().advance(1000);
+    platform.runUntilIdle();
+    EXPECT_TRUE(errors.empty());
+}
+
+TEST_F(ZelvoraSDKTest, ASecondCallTooEarlyTellsTheFirstCallersHandlerAndNotItsOwn)
+{
+    Errors toldA;
+    Errors toldB;
+    EXPECT_TRUE(initializeWith([&toldA](auto const& error) { toldA.push_back(error); }));
+    auto const second = initializeWith([&toldB](auto const& error) { toldB.push_back(error); });
+    ASSERT_FALSE(second);
+    EXPECT_EQ(second.error(), ZelvoraSDKError::initializing());
+    EXPECT_EQ(toldA, (Errors { ZelvoraSDKError::initializing() }));
+    EXPECT_TRUE(toldB.empty());
+}
+
+TEST_F(ZelvoraSDKTest, ASecondCallTooEarlyTellsItsOwnHandlerWhereTheFirstHadNone)
+{
+    Errors told;
+    EXPECT_TRUE(initializeWith(nullptr));
+    auto const second = initializeWith([&told](auto const& error) { told.push_back(error); });
+    ASSERT_FALSE(second);
+    EXPECT_EQ(second.error(), ZelvoraSDKError::initializing());
+    EXPECT_EQ(told, (Errors { ZelvoraSDKError::initializing() }));
+}
+
+TEST_F(ZelvoraSDKTest, ASecondCallTooEarlyWithNoHandlersOnlyFails)
+{
+    EXPECT_TRUE(initializeWith(nullptr));
+    auto const second = initializeWith(nullptr);
+    ASSERT_FALSE(second);
+    EXPECT_EQ(second.error().code(), "E004");
+}
+
+TEST_F(ZelvoraSDKTest, ASecondCallTooEarlyChangesLogsAndStartsNothing)
+{
+    auto const delegate = std::make_shared<Delegate>();
+    EXPECT_TRUE(
+        initialize({ .userKey = "first", .apiKey = "first key", .isTrackingEnabled = true, .delegate = delegate }));
+    auto const before = properties();
+    auto const lines = platform.log().lines();
+    platform.mainBundle().setBundleIdentifier("com.example.renamed");
+    StandardOutput const output;
+
+    auto const other = std::make_shared<Delegate>();
+    auto const provider = [](platform::UIViewController&) { return nullptr; };
+    EXPECT_FALSE(sdk().initialize("second", "second key", false, true, true, provider, provider, other, nullptr));
+
+    auto const after = properties();
+    EXPECT_EQ(after.userKey, "first");
+    EXPECT_EQ(after.apiKey, "first key");
+    EXPECT_EQ(after.packageName, before.packageName);
+    EXPECT_EQ(after.apiURL, before.apiURL);
+    EXPECT_EQ(after.webURL, before.webURL);
+    EXPECT_TRUE(after.isTrackingEnabled);
+    EXPECT_FALSE(after.isDev);
+    EXPECT_TRUE(after.isInitializing);
+    EXPECT_FALSE(after.allowsSwipeBack);
+    EXPECT_FALSE(after.headerViewProvider);
+    EXPECT_FALSE(after.footerViewProvider);
+    EXPECT_EQ(after.delegate.lock(), delegate);
+    EXPECT_TRUE(after.error_handler);
+    EXPECT_EQ(platform.log().lines(), lines);
+    EXPECT_EQ(output.text(), "");
+    EXPECT_EQ(platform.globalQueue().pendingCount(), 1U);
+}
+
+TEST_F(ZelvoraSDKTest, AnEarlyCallMayBeRepeatedAndIsRefusedEveryTime)
+{
+    EXPECT_TRUE(initialize());
+    EXPECT_FALSE(initialize());
+    EXPECT_FALSE(initialize());
+    EXPECT_EQ(errors, (Errors { ZelvoraSDKError::initializing(), ZelvoraSDKError::initializing() }));
+}
+
+TEST_F(ZelvoraSDKTest, OnceTheSequenceHasEndedInitializeIsAcceptedAndOverwritesAll)
+{
+    auto const delegate = std::make_shared<Delegate>();
+    auto const provider = [](platform::UIViewController&) { return nullptr; };
+    initializeAndFinish({ .isTrackingEnabled = false,
+        .isDev = true,
+        .allowsSwipeBack = true,
+        .headerViewProvider = provider,
+        .footerViewProvider = provider,
+        .delegate = delegate });
+    platform.mainBundle().setBundleIdentifier("com.example.renamed");
+    EXPECT_TRUE(sdk().initialize("u2", "k2", true, false, false));
+
+    auto const all = properties();
+    EXPECT_EQ(all.userKey, "u2");
+    EXPECT_EQ(all.apiKey, "k2");
+    EXPECT_EQ(all.packageName, "com.example.renamed");
+    EXPECT_TRUE(all.isTrackingEnabled);
+    EXPECT_FALSE(all.isDev);
+    EXPECT_FALSE(all.allowsSwipeBack);
+    EXPECT_FALSE(all.headerViewProvider);
+    EXPECT_FALSE(all.footerViewProvider);
+    EXPECT_FALSE(all.delegate.lock());
+    EXPECT_EQ(all.webURL, serviceAddresses().productionWebHost + "/v1");
+    EXPECT_EQ(all.apiURL, serviceAddresses().productionApiBase);
+    EXPECT_FALSE(all.error_handler) << "an absent handler replaces the earlier one";
+    EXPECT_TRUE(all.isInitializing);
+}
+
+TEST_F(ZelvoraSDKTest, WhatTheHostSetItselfSurvivesInitialize)
+{
+    int visits = 0;
+    sdk().setOnPageNavigation([&visits](std::string const&) { ++visits; });
+    sdk().addCustomAction("pay", [](auto const&) { });
+    sdk().setFooterVisible(false);
+    initializeAndFinish();
+    ASSERT_TRUE(sdk().onPageNavigation());
+    sdk().onPageNavigation()("https://shop.example/");
+    EXPECT_EQ(visits, 1);
+    EXPECT_EQ(sdk().getCustomActions().size(), 1U);
+    EXPECT_FALSE(sdk().isFooterVisible());
+}
+
+TEST_F(ZelvoraSDKTest, AHandlerMayCallTheSDK)
+{
+    std::vector<std::string_view> codes;
+    EXPECT_TRUE(sdk().initialize("user", "key", true, false, false, nullptr, nullptr, nullptr,
+        [&codes](std::optional<ZelvoraSDKError> const& error) {
+            codes.push_back(error->code());
+            if (codes.size() < 3)
+                sdk().initialize("nested", "nested", true, false, false);
+        }));
+    EXPECT_FALSE(initialize());
+    EXPECT_EQ(codes, (std::vector<std::string_view> { "E004", "E004", "E004" }));
+    EXPECT_EQ(properties().userKey, "user");
+}
+
+TEST_F(ZelvoraSDKTest, TheDelegateIsHeldWeakly)
+{
+    auto delegate = std::make_shared<Delegate>();
+    EXPECT_TRUE(initialize({ .delegate = delegate }));
+    EXPECT_EQ(sdk().delegate(), delegate);
+    EXPECT_EQ(delegate.use_count(), 1);
+    delegate.reset();
+    EXPECT_EQ(sdk().delegate(), nullptr);
+}
+
+TEST_F(ZelvoraSDKTest, TheHostMaySetTheDelegate)
+{
+    auto const delegate = std::make_shared<Delegate>();
+    sdk().setDelegate(delegate);
+    EXPECT_EQ(sdk().delegate(), delegate);
+    sdk().setDelegate(nullptr);
+    EXPECT_EQ(sdk().delegate(), nullptr);
+}
+
+TEST_F(ZelvoraSDKTest, TheHostMaySetProvidersAndSwipeBack)
+{
+    auto const view = std::make_shared<memory::View>();
+    sdk().setHeaderViewProvider([&view](platform::UIViewController&) { return view; });
+    sdk().setFooterViewProvider([](platform::UIViewController&) { return nullptr; });
+    sdk().setAllowsSwipeBack(true);
+    memory::ViewController controller;
+    EXPECT_EQ(sdk().headerViewProvider()(controller), view);
+    EXPECT_EQ(sdk().footerViewProvider()(controller), nullptr);
+    EXPECT_TRUE(sdk().allowsSwipeBack());
+    sdk().setHeaderViewProvider(nullptr);
+    sdk().setFooterViewProvider(nullptr);
+    sdk().setAllowsSwipeBack(false);
+    EXPECT_FALSE(sdk().headerViewProvider());
+    EXPECT_FALSE(sdk().footerViewProvider());
+    EXPECT_FALSE(sdk().allowsSwipeBack());
+}
+
+TEST_F(ZelvoraSDKTest, TheActiveWebViewIsHeldWeaklyAndMayBeSetByTheHost)
+{
+    auto webView = std::make_shared<ZelvoraWebView>(platform::CGRect {}, "https://shop.example/", false);
+    sdk().setActiveWebView(webView);
+    EXPECT_EQ(sdk().activeWebView(), webView);
+    webView.reset();
+    EXPECT_EQ(sdk().activeWebView(), nullptr);
+}
+
+TEST_F(ZelvoraSDKTest, ACustomActionIsKeptUnderItsName)
+{
+    std::vector<std::optional<std::string>> received;
+    sdk().addCustomAction("share", [&received](std::optional<std::string> const& data) { received.push_back(data); });
+    auto const actions = sdk().getCustomActions();
+    ASSERT_TRUE(actions.contains("share"));
+    actions.at("share")("data");
+    actions.at("share")(std::nullopt);
+    EXPECT_EQ(received, (std::vector<std::optional<std::string>> { "data", std::nullopt }));
+}
+
+TEST_F(ZelvoraSDKTest, OfTwoActionsOfOneNameTheLastStays)
+{
+    std::vector<std::string> called;
+    sdk().addCustomAction("share", [&called](auto const&) { called.emplace_back("first"); });
+    sdk().addCustomAction("share", [&called](auto const&) { called.emplace_back("second"); });
+    auto const actions = sdk().getCustomActions();
+    EXPECT_EQ(actions.size(), 1U);
+    actions.at("share")(std::nullopt);
+    EXPECT_EQ(called, (std::vector<std::string> { "second" }));
+    EXPECT_TRUE(platform.log().lines().empty());
+}
+
+TEST_F(ZelvoraSDKTest, ActionNamesAreComparedExactlyAndMayBeEmpty)
+{
+    for (auto const* name : { "share", "Share", "", " share", "공유" })
+        sdk().addCustomAction(name, [](auto const&) { });
+    auto const actions = sdk().getCustomActions();
+    EXPECT_EQ(actions.size(), 5U);
+    EXPECT_TRUE(actions.contains(""));
+}
+
+TEST_F(ZelvoraSDKTest, TheTableOfActionsIsACopy)
+{
+    sdk().addCustomAction("one", [](auto const&) { });
+    auto actions = sdk().getCustomActions();
+    actions.clear();
+    EXPECT_EQ(sdk().getCustomActions().size(), 1U);
+    auto const before = sdk().getCustomActions();
+    sdk().addCustomAction("two", [](auto const&) { });
+    EXPECT_EQ(before.size(), 1U);
+}
+
+TEST_F(ZelvoraSDKTest, WhatAReplacedActionHeldMayCallTheSDKWhenItGoes)
+{
+    struct CallsOnItsWayOut {
+        ~CallsOnItsWayOut() { *count = sdk().getCustomActions().size(); }
+        std::size_t* count;
+    };
+    std::size_t count = 0;
+    sdk().addCustomAction("share", [held = std::make_shared<CallsOnItsWayOut>(&count)](auto const&) { (void)held; });
+    sdk().addCustomAction("share", [](auto const&) { });
+    EXPECT_EQ(count, 1U);
+}
+
+TEST_F(ZelvoraSDKTest, SetFooterVisibleWithNoContainerSetsTheFlagAndPostsIt)
+{
+    auto const observer = std::make_shared<int>();
+    std::vector<platform::Notification> posted;
+    std::vector<bool> flagWhenPosted;
+    platform.notificationCenter().addObserver(
+        observer, "ZelvoraFooterVisibilityChanged", [&](platform::Notification const& notification) {
+            posted.push_back(notification);
+            flagWhenPosted.push_back(sdk().isFooterVisible());
+        });
+    sdk().setFooterVisible(false);
+    EXPECT_FALSE(sdk().isFooterVisible());
+    sdk().setFooterVisible(true);
+    EXPECT_TRUE(sdk().isFooterVisible());
+    EXPECT_EQ(posted,
+        (std::vector<platform::Notification> {
+            { "ZelvoraFooterVisibilityChanged", Dictionary { { "visible", false } } },
+            { "ZelvoraFooterVisibilityChanged", Dictionary { { "visible", true } } } }));
+    EXPECT_EQ(flagWhenPosted, (std::vector<bool> { false, true })) << "the flag is set before the notification";
+    EXPECT_TRUE(platform.mainQueue().isEmpty()) << "the post is synchronous";
+    EXPECT_TRUE(platform.log().lines().empty());
+}
+
+TEST_F(ZelvoraSDKTest, SetFooterVisiblePostsAlsoWhereNothingChanges)
+{
+    auto const observer = std::make_shared<int>();
+    int posts = 0;
+    platform.notificationCenter().addObserver(
+        observer, "ZelvoraFooterVisibilityChanged", [&posts](platform::Notification const&) { ++posts; });
+    sdk().setFooterVisible(true);
+    sdk().setFooterVisible(true);
+    EXPECT_EQ(posts, 2);
+}
+
+TEST_F(ZelvoraSDKTest, SetFooterVisiblePostsOnTheCallersThread)
+{
+    auto const observer = std::make_shared<int>();
+    std::thread::id postedOn;
+    platform.notificationCenter().addObserver(observer, "ZelvoraFooterVisibilityChanged",
+        [&postedOn](platform::Notification const&) { postedOn = std::this_thread::get_id(); });
+    sdk().setFooterVisible(false);
+    EXPECT_EQ(postedOn, std::this_thread::get_id());
+}
+
+TEST_F(ZelvoraSDKTest, ThreadsMayReadAndSetThePropertiesAtOnce)
+{
+    std::thread setter([] {
+        for (int i = 0; i < 500; ++i) {
+            sdk().setAllowsSwipeBack(i % 2 == 0);
+            sdk().addCustomAction(std::to_string(i % 7), [i](auto const&) { (void)i; });
+            sdk().setOnPageNavigation([i](std::string const&) { (void)i; });
+            sdk().setFooterVisible(i % 2 == 0);
+        }
+    });
+    for (int i = 0; i < 500; ++i) {
+        (void)sdk().allowsSwipeBack();
+        EXPECT_LE(sdk().getCustomActions().size(), 7U);
+        if (auto const handler = sdk().onPageNavigation())
+            handler("https://shop.example/");
+        (void)sdk().isFooterVisible();
+        (void)sdk().getCurrentUrl();
+    }
+    setter.join();
+    EXPECT_EQ(sdk().getCustomActions().size(), 7U);
+}
+
+}
+
+}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Foundation/URLSession.h"
+#include "tests/contract/ReceivedRequest.h"
 #include "tests/contract/Record.h"
 #include "tests/contract/Threads.h"
 
@@ -8,30 +9,10 @@
 
 #include <atomic>
 #include <functional>
-#include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
 namespace zelvora::tests {
-
-/// A request as it reached the server.
-struct ReceivedRequest {
-    std::string method;
-    /// By their names in lower case.
-    std::map<std::string, std::string> headers;
-    std::string body;
-};
-
-/// Of ASCII letters.
-inline std::string lowerCase(std::string text)
-{
-    for (char& letter : text) {
-        if (letter >= 'A' && letter <= 'Z')
-            letter = static_cast<char>(letter - 'A' + 'a');
-    }
-    return text;
-}
 
 enum class LoaderFailure {
     /// Nobody listens.

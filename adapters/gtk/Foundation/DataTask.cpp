@@ -23,15 +23,14 @@ GBytesPointer share(std::string bytes)
 
 }
 
-DataTask::DataTask(SoupSession& session, ServerTrust const* trust, platform::URLRequest request, Finish finish)
+DataTask::DataTask(
+    SoupSession& session, ServerTrust const* trust, platform::URLRequest request, Finish finish, Gone gone)
     : m_session(session)
     , m_trust(trust)
     , m_request(std::move(request))
     , m_finish(std::move(finish))
-    , m_timeout([this] {
-        m_didTimeOut = true;
-        cancel();
-    })
+    , m_gone(std::move(gone))
+    , m_timeout([this] { fail(timedOutError()); })
     , m_cancellable(g_cancellable_new())
 {
     if (!m_request.httpBody.bytes.empty())
@@ -42,6 +41,7 @@ DataTask::~DataTask()
 {
     if (m_message)
         g_signal_handlers_disconnect_by_data(m_message.get(), this);
+    m_gone(*this);
 }
 
 void DataTask::resume(GUriPointer uri)
@@ -49,9 +49,24 @@ void DataTask::resume(GUriPointer uri)
     send(std::move(uri));
 }
 
-void DataTask::cancel()
+void DataTask::fail(platform::Error error)
 {
+    // Not when libsoup has noticed: on a connection whose other side does not read, that may be never.
+    auto const self = shared_from_this();
     g_cancellable_cancel(m_cancellable.get());
+    finish(std::unexpected(std::move(error)));
+}
+
+template<DataTask::Answered answered>
+void DataTask::callBack(GObject*, GAsyncResult* result, gpointer data)
+{
+    std::unique_ptr<std::shared_ptr<DataTask>> const held(static_cast<std::shared_ptr<DataTask>*>(data));
+    ((**held).*answered)(result);
+}
+
+gpointer DataTask::holdThis()
+{
+    return new std::shared_ptr(shared_from_this());
 }
 
 void DataTask::send(GUriPointer uri)
@@ -60,10 +75,8 @@ void DataTask::send(GUriPointer uri)
         g_signal_handlers_disconnect_by_data(m_message.get(), this);
     m_message = makeMessage(*uri);
     didMove();
-    auto const done = [](GObject*, GAsyncResult* result, gpointer task) {
-        static_cast<DataTask*>(task)->didSend(result);
-    };
-    soup_session_send_async(&m_session, m_message.get(), G_PRIORITY_DEFAULT, m_cancellable.get(), done, this);
+    soup_session_send_async(
+        &m_session, m_message.get(), G_PRIORITY_DEFAULT, m_cancellable.get(), callBack<&DataTask::didSend>, holdThis());
 }
 
 GObjectPointer<SoupMessage> DataTask::makeMessage(GUri& uri)
@@ -91,8 +104,10 @@ void DataTask::didSend(GAsyncResult* result)
 {
     GErrorPlace error;
     m_stream.reset(soup_session_send_finish(&m_session, result, error.out()));
+    if (!m_finish)
+        return;
     if (error)
-        return didFail(*error);
+        return finish(std::unexpected(transportError(*error)));
     auto const* const location =
         soup_message_headers_get_one(soup_message_get_response_headers(m_message.get()), "Location");
     if (auto const next = redirection(m_request.httpMethod, soup_message_get_status(m_message.get()), location))
@@ -124,19 +139,18 @@ void DataTask::follow(Redirection const& redirection)
 void DataTask::read()
 {
     didMove();
-    auto const done = [](GObject*, GAsyncResult* result, gpointer task) {
-        static_cast<DataTask*>(task)->didRead(result);
-    };
-    g_input_stream_read_async(
-        m_stream.get(), m_buffer.data(), m_buffer.size(), G_PRIORITY_DEFAULT, m_cancellable.get(), done, this);
+    g_input_stream_read_async(m_stream.get(), m_buffer.data(), m_buffer.size(), G_PRIORITY_DEFAULT, m_cancellable.get(),
+        callBack<&DataTask::didRead>, holdThis());
 }
 
 void DataTask::didRead(GAsyncResult* result)
 {
     GErrorPlace error;
     gssize const count = g_input_stream_read_finish(m_stream.get(), result, error.out());
+    if (!m_finish)
+        return;
     if (error)
-        return didFail(*error);
+        return finish(std::unexpected(transportError(*error)));
     if (count > 0) {
         m_body.append(m_buffer.data(), static_cast<std::size_t>(count));
         return read();
@@ -147,21 +161,16 @@ void DataTask::didRead(GAsyncResult* result)
 
 void DataTask::didMove()
 {
-    m_timeout.set(m_request.timeoutInterval);
-}
-
-void DataTask::didFail(GError const& error)
-{
-    if (!g_error_matches(&error, G_IO_ERROR, G_IO_ERROR_CANCELLED))
-        return finish(std::unexpected(transportError(error)));
-    finish(std::unexpected(m_didTimeOut ? timedOutError() : cancelledError()));
+    if (m_finish)
+        m_timeout.set(m_request.timeoutInterval);
 }
 
 void DataTask::finish(Result result)
 {
-    // The finish may destroy this task, and itself with it.
-    auto finish = std::move(m_finish);
-    finish(*this, std::move(result));
+    if (auto finish = std::exchange(m_finish, nullptr)) {
+        m_timeout.stop();
+        finish(std::move(result));
+    }
 }
 
 bool DataTask::acceptCertificate(GTlsCertificate& certificate) const

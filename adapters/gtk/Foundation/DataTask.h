@@ -7,6 +7,7 @@
 #include <libsoup/soup.h>
 
 #include <array>
+#include <memory>
 
 namespace zelvora::gtk {
 
@@ -14,23 +15,32 @@ class ServerTrust;
 struct Redirection;
 
 /// One request on its way, on the loader's thread. It follows redirections, reads the whole body into memory and gives
-/// up when nothing has moved for the request's timeout.
-class DataTask final {
+/// up when nothing has moved for the request's timeout. What libsoup does for it owns it, so that it goes when libsoup
+/// has let go of it, which may be later than its finish.
+class DataTask final : public std::enable_shared_from_this<DataTask> {
 public:
     using Result = std::expected<platform::URLSession::Answer, platform::Error>;
-    /// Called exactly once, never before `resume` returns; it may destroy the task.
-    using Finish = platform::Block<void(DataTask& task, Result result)>;
+    /// Called exactly once, never inside `resume`.
+    using Finish = platform::Block<void(Result result)>;
+    /// Called in the destructor.
+    using Gone = platform::Block<void(DataTask& task)>;
 
     /// The session and the trust, which may be absent, outlive the task.
-    DataTask(SoupSession& session, ServerTrust const* trust, platform::URLRequest request, Finish finish);
+    DataTask(SoupSession& session, ServerTrust const* trust, platform::URLRequest request, Finish finish, Gone gone);
     DataTask(DataTask const&) = delete;
     DataTask& operator=(DataTask const&) = delete;
     ~DataTask();
 
     void resume(GUriPointer uri);
-    void cancel();
+    /// Finishes at once with an error, unless it has finished.
+    void fail(platform::Error error);
 
 private:
+    using Answered = void (DataTask::*)(GAsyncResult* result);
+    template<Answered answered>
+    static void callBack(GObject* source, GAsyncResult* result, gpointer data);
+    [[nodiscard]] gpointer holdThis();
+
     void send(GUriPointer uri);
     [[nodiscard]] GObjectPointer<SoupMessage> makeMessage(GUri& uri);
     void didSend(GAsyncResult* result);
@@ -38,18 +48,17 @@ private:
     void read();
     void didRead(GAsyncResult* result);
     void didMove();
-    void didFail(GError const& error);
     void finish(Result result);
     [[nodiscard]] bool acceptCertificate(GTlsCertificate& certificate) const;
 
     SoupSession& m_session;
     ServerTrust const* m_trust;
     platform::URLRequest m_request;
-    Finish m_finish;
-    Timer m_timeout;
-    bool m_didTimeOut = false;
-    int m_redirectCount = 0;
     GBytesPointer m_requestBody;
+    Finish m_finish;
+    Gone m_gone;
+    Timer m_timeout;
+    int m_redirectCount = 0;
     GObjectPointer<GCancellable> m_cancellable;
     GObjectPointer<SoupMessage> m_message;
     GObjectPointer<GInputStream> m_stream;

@@ -3,9 +3,19 @@
 #include "adapters/gtk/Foundation/HTTPUri.h"
 #include "adapters/gtk/Foundation/TransportError.h"
 
+#include <memory>
 #include <utility>
+#include <vector>
 
 namespace zelvora::gtk {
+
+namespace {
+
+/// How long the end waits for libsoup to let go of what was cancelled. What it holds on to after that is lost with the
+/// thread's context.
+constexpr platform::TimeInterval patience = 1;
+
+}
 
 URLSession::URLSession() : URLSession(Options {}) { }
 
@@ -16,7 +26,7 @@ URLSession::URLSession(Options const& options)
 
 URLSession::~URLSession()
 {
-    m_thread.queue().async([this] { cancelAll(); });
+    m_thread.queue().async([this] { endAll(); });
     m_thread.join();
 }
 
@@ -44,37 +54,47 @@ void URLSession::start(platform::URLRequest request, Completion completion)
     auto uri = parseHTTPUri(request.url.absoluteString());
     if (!uri)
         return complete(std::move(completion), std::unexpected(unsupportedURLError(request.url.absoluteString())));
-    auto finish = [this, completion = std::move(completion)](DataTask& task, DataTask::Result result) mutable {
+    auto finish = [this, completion = std::move(completion)](
+                      DataTask::Result result) mutable { complete(std::move(completion), std::move(result)); };
+    auto gone = [this](DataTask& task) {
         m_tasks.erase(&task);
-        complete(std::move(completion), std::move(result));
+        quitWhenDone();
     };
-    auto task =
-        std::make_unique<DataTask>(*m_session, m_trust ? &*m_trust : nullptr, std::move(request), std::move(finish));
-    auto& started = *task;
-    m_tasks.emplace(&started, std::move(task));
-    started.resume(std::move(uri));
+    auto const task = std::make_shared<DataTask>(
+        *m_session, m_trust ? &*m_trust : nullptr, std::move(request), std::move(finish), std::move(gone));
+    m_tasks.insert(task.get());
+    task->resume(std::move(uri));
 }
 
 void URLSession::complete(Completion completion, DataTask::Result result)
 {
     completion(std::move(result));
     --m_taskCount;
-    if (m_isEnding)
-        quitWhenDone();
+    quitWhenDone();
 }
 
-void URLSession::cancelAll()
+void URLSession::endAll()
 {
     m_isEnding = true;
-    for (auto const& [task, owned] : m_tasks)
-        task->cancel();
+    m_patience.emplace([this] { quit(); });
+    m_patience->set(patience);
+    std::vector<std::shared_ptr<DataTask>> tasks;
+    for (auto* const task : m_tasks)
+        tasks.push_back(task->shared_from_this());
+    for (auto const& task : tasks)
+        task->fail(cancelledError());
     quitWhenDone();
 }
 
 void URLSession::quitWhenDone()
 {
-    if (m_taskCount > 0)
-        return;
+    if (m_isEnding && m_taskCount == 0 && m_tasks.empty())
+        quit();
+}
+
+void URLSession::quit()
+{
+    m_patience.reset();
     m_session.reset();
     m_thread.quit();
 }

@@ -4,14 +4,14 @@
 #include "adapters/gtk/Foundation/DataTask.h"
 #include "adapters/gtk/Foundation/ServerTrust.h"
 #include "adapters/gtk/GLib/Pointers.h"
+#include "adapters/gtk/GLib/Timer.h"
 #include "platform/Foundation/URLSession.h"
 
 #include <atomic>
 #include <cstddef>
 #include <filesystem>
-#include <map>
-#include <memory>
 #include <optional>
+#include <set>
 
 namespace zelvora::gtk {
 
@@ -41,8 +41,9 @@ private:
     void open(Options const& options);
     void start(platform::URLRequest request, Completion completion);
     void complete(Completion completion, DataTask::Result result);
-    void cancelAll();
+    void endAll();
     void quitWhenDone();
+    void quit();
 
     /// Those whose completion has not returned.
     std::atomic<std::size_t> m_taskCount = 0;
@@ -51,7 +52,9 @@ private:
     bool m_isEnding = false;
     std::optional<ServerTrust> m_trust;
     GObjectPointer<SoupSession> m_session;
-    std::map<DataTask*, std::unique_ptr<DataTask>> m_tasks;
+    /// Those that libsoup has not let go of; they take themselves out.
+    std::set<DataTask*> m_tasks;
+    std::optional<Timer> m_patience;
 
     ContextThread m_thread;
 };

@@ -24,7 +24,7 @@ Timer::Timer(platform::Block<void()> fire)
 {
     auto const run = [](gpointer data) -> gboolean {
         auto* const timer = static_cast<Timer*>(data);
-        g_source_set_ready_time(timer->m_source, -1);
+        timer->stop();
         timer->m_fire();
         return G_SOURCE_CONTINUE;
     };
@@ -44,6 +44,11 @@ void Timer::set(platform::TimeInterval interval)
     platform::TimeInterval const sensible = interval > 0 ? std::min(interval, tenYears) : 0;
     g_source_set_ready_time(
         m_source, g_get_monotonic_time() + static_cast<gint64>(std::ceil(sensible * G_USEC_PER_SEC)));
+}
+
+void Timer::stop()
+{
+    g_source_set_ready_time(m_source, -1);
 }
 
 }

@@ -17,6 +17,7 @@ public:
     ~Timer();
 
     void set(platform::TimeInterval interval);
+    void stop();
 
 private:
     GSource* m_source;

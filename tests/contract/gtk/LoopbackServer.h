@@ -3,8 +3,8 @@
 #include "adapters/gtk/Concurrency/ContextThread.h"
 #include "adapters/gtk/GLib/Pointers.h"
 #include "platform/Foundation/URL.h"
+#include "tests/contract/ReceivedRequest.h"
 #include "tests/contract/Record.h"
-#include "tests/contract/URLSessionContract.h"
 
 #include <libsoup/soup.h>
 
@@ -14,7 +14,8 @@
 
 namespace zelvora::tests {
 
-/// A web server on loopback, on a thread of its own. With a certificate it speaks HTTPS and HTTP/2.
+/// A web server on loopback, on a thread of its own. With a certificate it speaks HTTPS and HTTP/2,
+/// of which it reads request bodies of less than 64 KiB only.
 class LoopbackServer final {
 public:
     /// Called on the server's thread.

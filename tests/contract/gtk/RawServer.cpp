@@ -96,7 +96,7 @@ void RawServer::serve(int connection)
     if (m_afterwards == Afterwards::Close)
         return;
     // Until the client or the test has had enough.
-    std::array<pollfd, 2> watched { { { connection, POLLIN, 0 }, { m_ending[0], POLLIN, 0 } } };
+    std::array<pollfd, 2> watched { { { connection, POLLRDHUP, 0 }, { m_ending[0], POLLIN, 0 } } };
     poll(watched.data(), watched.size(), -1);
 }
 

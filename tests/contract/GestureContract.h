@@ -1,0 +1,131 @@
+#pragma once
+
+#include "platform/UIKit/UIScreenEdgePanGestureRecognizer.h"
+#include "platform/UIKit/UIViewController.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+namespace zelvora::tests {
+
+/// What every adapter's recognisers promise. A harness has a screen and a finger:
+///
+///     void show(std::shared_ptr<platform::UIViewController> controller);
+///     // Drags a finger across the view, from its left edge, and lifts it.
+///     void dragFromLeftEdge(platform::UIView& view);
+template<typename Harness>
+class GestureContract : public testing::Test {
+protected:
+    using State = platform::UIGestureRecognizerState;
+
+    class Delegate final : public platform::UIGestureRecognizerDelegate {
+    public:
+        bool gestureRecognizerShouldBegin(platform::UIGestureRecognizer&) override { return mayBegin; }
+        bool gestureRecognizerShouldRecognizeSimultaneouslyWith(
+            platform::UIGestureRecognizer&, platform::UIGestureRecognizer&) override
+        {
+            return mayShare;
+        }
+
+        bool mayBegin = true;
+        bool mayShare = true;
+    };
+
+    void SetUp() override
+    {
+        m_harness.show(m_controller);
+        m_first = addRecognizer(m_firstStates);
+    }
+
+    std::shared_ptr<platform::UIScreenEdgePanGestureRecognizer> addRecognizer(std::vector<State>& states)
+    {
+        auto recognizer = std::make_shared<platform::UIScreenEdgePanGestureRecognizer>(
+            [&states](platform::UIScreenEdgePanGestureRecognizer& told) { states.push_back(told.state()); });
+        recognizer->setEdges(platform::UIRectEdge::Left);
+        recognizer->setDelegate(m_delegate);
+        m_controller->view().addGestureRecognizer(recognizer);
+        return recognizer;
+    }
+
+    void drag() { m_harness.dragFromLeftEdge(m_controller->view()); }
+
+    static void expectWholeGesture(std::vector<State> const& states)
+    {
+        ASSERT_GE(states.size(), 2U);
+        EXPECT_EQ(states.front(), State::Began);
+        EXPECT_EQ(states.back(), State::Ended);
+        for (std::size_t index = 1; index + 1 < states.size(); ++index)
+            EXPECT_EQ(states[index], State::Changed);
+    }
+
+    Harness m_harness;
+    std::shared_ptr<platform::UIViewController> m_controller = std::make_shared<platform::UIViewController>();
+    std::shared_ptr<Delegate> m_delegate = std::make_shared<Delegate>();
+    std::vector<State> m_firstStates;
+    std::vector<State> m_secondStates;
+    std::shared_ptr<platform::UIScreenEdgePanGestureRecognizer> m_first;
+};
+
+TYPED_TEST_SUITE_P(GestureContract);
+
+TYPED_TEST_P(GestureContract, ADragFromTheLeftEdgeBeginsChangesAndEnds)
+{
+    this->drag();
+    this->expectWholeGesture(this->m_firstStates);
+    this->m_firstStates.clear();
+    this->drag();
+    this->expectWholeGesture(this->m_firstStates);
+}
+
+TYPED_TEST_P(GestureContract, ARecognizerForAnotherEdgeHearsNothing)
+{
+    this->m_first->setEdges(platform::UIRectEdge::Right);
+    this->drag();
+    EXPECT_TRUE(this->m_firstStates.empty());
+}
+
+TYPED_TEST_P(GestureContract, TheDelegateMayForbidTheBegin)
+{
+    this->m_delegate->mayBegin = false;
+    this->drag();
+    EXPECT_TRUE(this->m_firstStates.empty());
+}
+
+TYPED_TEST_P(GestureContract, ADisabledRecognizerHearsNothing)
+{
+    this->m_first->setEnabled(false);
+    this->drag();
+    EXPECT_TRUE(this->m_firstStates.empty());
+}
+
+TYPED_TEST_P(GestureContract, WithoutADelegateARecognizerMayBegin)
+{
+    this->m_delegate.reset();
+    this->drag();
+    this->expectWholeGesture(this->m_firstStates);
+}
+
+TYPED_TEST_P(GestureContract, TwoRecognizersShareAGestureWhereADelegateAllowsIt)
+{
+    auto const second = this->addRecognizer(this->m_secondStates);
+    this->drag();
+    this->expectWholeGesture(this->m_firstStates);
+    EXPECT_EQ(this->m_secondStates, this->m_firstStates);
+}
+
+TYPED_TEST_P(GestureContract, OneOfTwoRecognizersHasTheGestureWhereNoDelegateAllowsBoth)
+{
+    auto const second = this->addRecognizer(this->m_secondStates);
+    this->m_delegate->mayShare = false;
+    this->drag();
+    EXPECT_NE(this->m_firstStates.empty(), this->m_secondStates.empty());
+}
+
+REGISTER_TYPED_TEST_SUITE_P(GestureContract, ADragFromTheLeftEdgeBeginsChangesAndEnds,
+    ARecognizerForAnotherEdgeHearsNothing, TheDelegateMayForbidTheBegin, ADisabledRecognizerHearsNothing,
+    WithoutADelegateARecognizerMayBegin, TwoRecognizersShareAGestureWhereADelegateAllowsIt,
+    OneOfTwoRecognizersHasTheGestureWhereNoDelegateAllowsBoth);
+
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/UIKit/UINavigationController.h"
+#include "platform/UIKit/UIViewController.h"
+#include "tests/contract/Record.h"
+
+#include <memory>
+#include <string>
+
+namespace zelvora::tests {
+
+/// A screen that writes down what happens to it, under its name.
+class RecordingScreen : public platform::UIViewController {
+public:
+    RecordingScreen(std::string name, Record<std::string>& record) : m_name(std::move(name)), m_record(record) { }
+
+    // platform::UIViewController
+    void viewDidLoad() override
+    {
+        UIViewController::viewDidLoad();
+        m_record.add(m_name + " did load" + (navigationController() ? " in a stack" : ""));
+    }
+    void viewWillDisappear(platform::Animated animated) override
+    {
+        UIViewController::viewWillDisappear(animated);
+        m_record.add(m_name + " will disappear" + (animated == platform::Animated::Yes ? ", animated" : ""));
+    }
+
+private:
+    std::string m_name;
+    Record<std::string>& m_record;
+};
+
+}

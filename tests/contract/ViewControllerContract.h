@@ -1,0 +1,266 @@
+#pragma once
+
+#include "tests/contract/RecordingScreen.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace zelvora::tests {
+
+/// What every adapter's controllers, navigation stacks and presentations promise. A harness has a screen:
+///
+///     void show(std::shared_ptr<platform::UIViewController> controller);
+///     std::shared_ptr<platform::UINavigationController> makeNavigationController(
+///         std::shared_ptr<platform::UIViewController> root);
+///     // Lets things happen until `done` holds; false where it does not come to that in half a minute.
+///     bool runUntil(std::function<bool()> const& done);
+template<typename Harness>
+class ViewControllerContract : public testing::Test {
+protected:
+    using Screen = std::shared_ptr<RecordingScreen>;
+    using Events = std::vector<std::string>;
+    static constexpr auto Yes = platform::Animated::Yes;
+    static constexpr auto No = platform::Animated::No;
+
+    Screen makeScreen(std::string name) { return std::make_shared<RecordingScreen>(std::move(name), m_record); }
+
+    Screen makeFullScreen(std::string name)
+    {
+        auto screen = makeScreen(std::move(name));
+        screen->setModalPresentationStyle(platform::UIModalPresentationStyle::FullScreen);
+        return screen;
+    }
+
+    void showStack()
+    {
+        m_stack = m_harness.makeNavigationController(m_home);
+        m_harness.show(m_stack);
+    }
+
+    void expectGone(std::weak_ptr<platform::UIViewController> const& controller)
+    {
+        EXPECT_TRUE(m_harness.runUntil([&] { return controller.expired(); }));
+    }
+
+    Events takeEvents()
+    {
+        auto const all = m_record.all();
+        Events const fresh(all.begin() + static_cast<std::ptrdiff_t>(m_taken), all.end());
+        m_taken = all.size();
+        return fresh;
+    }
+
+    Record<std::string> m_record;
+    std::size_t m_taken = 0;
+    Harness m_harness;
+    Screen m_home = makeScreen("home");
+    std::shared_ptr<platform::UINavigationController> m_stack;
+};
+
+TYPED_TEST_SUITE_P(ViewControllerContract);
+
+TYPED_TEST_P(ViewControllerContract, APushedScreenLoadsKnowingItsStackAndThenCoversTheOneBelow)
+{
+    this->showStack();
+    EXPECT_EQ(this->m_home->navigationController(), this->m_stack);
+    EXPECT_EQ(this->takeEvents(), (std::vector<std::string> { "home did load in a stack" }));
+    auto const shop = this->makeScreen("shop");
+    this->m_stack->pushViewController(shop, this->Yes);
+    EXPECT_EQ(shop->navigationController(), this->m_stack);
+    EXPECT_EQ(this->m_stack->viewControllers().size(), 2U);
+    EXPECT_EQ(this->m_stack->viewControllers().back(), shop);
+    EXPECT_EQ(
+        this->takeEvents(), (std::vector<std::string> { "shop did load in a stack", "home will disappear, animated" }));
+}
+
+TYPED_TEST_P(ViewControllerContract, APoppedScreenIsToldOnceAndLetGo)
+{
+    this->showStack();
+    auto shop = this->makeScreen("shop");
+    std::weak_ptr<platform::UIViewController> const watched = shop;
+    this->m_stack->pushViewController(shop, this->No);
+    shop.reset();
+    (void)this->takeEvents();
+    this->m_stack->popViewController(this->Yes);
+    EXPECT_EQ(this->takeEvents(), (std::vector<std::string> { "shop will disappear, animated" }));
+    EXPECT_EQ(this->m_stack->viewControllers().size(), 1U);
+    this->expectGone(watched);
+    EXPECT_TRUE(this->takeEvents().empty());
+}
+
+TYPED_TEST_P(ViewControllerContract, TheOnlyScreenOfAStackIsNotPopped)
+{
+    this->showStack();
+    (void)this->takeEvents();
+    this->m_stack->popViewController(this->Yes);
+    EXPECT_EQ(this->m_stack->viewControllers().size(), 1U);
+    EXPECT_TRUE(this->takeEvents().empty());
+}
+
+TYPED_TEST_P(ViewControllerContract, AScreenCoveredByAnotherPushIsTold)
+{
+    this->showStack();
+    auto const shop = this->makeScreen("shop");
+    this->m_stack->pushViewController(shop, this->No);
+    (void)this->takeEvents();
+    auto const detail = this->makeScreen("detail");
+    this->m_stack->pushViewController(detail, this->Yes);
+    EXPECT_EQ(this->takeEvents(),
+        (std::vector<std::string> { "detail did load in a stack", "shop will disappear, animated" }));
+    this->m_stack->popViewController(this->No);
+    this->m_stack->popViewController(this->No);
+    EXPECT_EQ(this->takeEvents(), (std::vector<std::string> { "detail will disappear", "shop will disappear" }));
+}
+
+TYPED_TEST_P(ViewControllerContract, AFullScreenPresentationCoversThePresenterUntilItIsDismissed)
+{
+    this->m_harness.show(this->m_home);
+    (void)this->takeEvents();
+    auto shop = this->makeFullScreen("shop");
+    std::weak_ptr<platform::UIViewController> const watched = shop;
+    this->m_home->present(shop, this->Yes);
+    EXPECT_EQ(this->takeEvents(), (std::vector<std::string> { "shop did load", "home will disappear, animated" }));
+    EXPECT_FALSE(shop->navigationController());
+    shop->dismiss(this->Yes);
+    EXPECT_EQ(this->takeEvents(), (std::vector<std::string> { "shop will disappear, animated" }));
+    shop.reset();
+    this->expectGone(watched);
+    EXPECT_TRUE(this->takeEvents().empty());
+    // It is on the screen again.
+    auto const other = this->makeFullScreen("other");
+    this->m_home->present(other, this->No);
+    EXPECT_EQ(this->takeEvents(), (std::vector<std::string> { "other did load", "home will disappear" }));
+}
+
+TYPED_TEST_P(ViewControllerContract, APresentationOfAnotherStyleLeavesThePresenterOnTheScreen)
+{
+    this->m_harness.show(this->m_home);
+    (void)this->takeEvents();
+    auto const shop = this->makeScreen("shop");
+    this->m_home->present(shop, this->No);
+    EXPECT_EQ(this->takeEvents(), (std::vector<std::string> { "shop did load" }));
+    this->m_home->dismiss(this->No);
+    EXPECT_EQ(this->takeEvents(), (std::vector<std::string> { "shop will disappear" }));
+}
+
+TYPED_TEST_P(ViewControllerContract, APresenterEndsThePresentationThatItMade)
+{
+    this->m_harness.show(this->m_home);
+    auto shop = this->makeFullScreen("shop");
+    std::weak_ptr<platform::UIViewController> const watched = shop;
+    this->m_home->present(shop, this->No);
+    shop.reset();
+    (void)this->takeEvents();
+    this->m_home->dismiss(this->No);
+    EXPECT_EQ(this->takeEvents(), (std::vector<std::string> { "shop will disappear" }));
+    this->expectGone(watched);
+}
+
+TYPED_TEST_P(ViewControllerContract, OnlyOnePresentationIsMadeAtATime)
+{
+    this->m_harness.show(this->m_home);
+    auto const shop = this->makeFullScreen("shop");
+    this->m_home->present(shop, this->No);
+    (void)this->takeEvents();
+    auto other = this->makeFullScreen("other");
+    std::weak_ptr<platform::UIViewController> const watched = other;
+    this->m_home->present(other, this->No);
+    other.reset();
+    this->expectGone(watched);
+    EXPECT_TRUE(this->takeEvents().empty());
+}
+
+TYPED_TEST_P(ViewControllerContract, DismissingBelowEndsAllThatStandsAbove)
+{
+    this->m_harness.show(this->m_home);
+    auto lower = this->makeFullScreen("lower");
+    auto upper = this->makeFullScreen("upper");
+    std::weak_ptr<platform::UIViewController> const watchedLower = lower;
+    std::weak_ptr<platform::UIViewController> const watchedUpper = upper;
+    this->m_home->present(lower, this->No);
+    lower->present(upper, this->No);
+    (void)this->takeEvents();
+    lower.reset();
+    upper.reset();
+    this->m_home->dismiss(this->No);
+    EXPECT_EQ(this->takeEvents(), (std::vector<std::string> { "upper will disappear" }));
+    this->expectGone(watchedUpper);
+    this->expectGone(watchedLower);
+}
+
+TYPED_TEST_P(ViewControllerContract, DismissingAPushedScreenDoesNothing)
+{
+    this->showStack();
+    auto const shop = this->makeScreen("shop");
+    this->m_stack->pushViewController(shop, this->No);
+    (void)this->takeEvents();
+    shop->dismiss(this->No);
+    EXPECT_TRUE(this->takeEvents().empty());
+    EXPECT_EQ(this->m_stack->viewControllers().size(), 2U);
+}
+
+TYPED_TEST_P(ViewControllerContract, DismissingAScreenOfAPresentedStackEndsTheStack)
+{
+    this->m_harness.show(this->m_home);
+    auto inner = this->makeScreen("inner");
+    auto stack = this->m_harness.makeNavigationController(inner);
+    stack->setModalPresentationStyle(platform::UIModalPresentationStyle::FullScreen);
+    this->m_home->present(stack, this->No);
+    auto shop = this->makeScreen("shop");
+    stack->pushViewController(shop, this->No);
+    (void)this->takeEvents();
+    std::weak_ptr<platform::UIViewController> const watched = stack;
+    std::weak_ptr<platform::UIViewController> const watchedShop = shop;
+    stack.reset();
+    inner.reset();
+    shop->dismiss(this->No);
+    EXPECT_EQ(this->takeEvents(), (std::vector<std::string> { "shop will disappear" }));
+    shop.reset();
+    this->expectGone(watched);
+    this->expectGone(watchedShop);
+}
+
+TYPED_TEST_P(ViewControllerContract, AStackCoveredByAPresentationTellsItsTopScreen)
+{
+    this->showStack();
+    auto const shop = this->makeScreen("shop");
+    this->m_stack->pushViewController(shop, this->No);
+    (void)this->takeEvents();
+    auto const other = this->makeFullScreen("other");
+    shop->present(other, this->No);
+    EXPECT_EQ(this->takeEvents(), (std::vector<std::string> { "other did load", "shop will disappear" }));
+    // Covered already: taken off, it is not told again.
+    this->m_stack->popViewController(this->No);
+    EXPECT_TRUE(this->takeEvents().empty());
+}
+
+TYPED_TEST_P(ViewControllerContract, ScreensOpenedAndClosedManyTimesLeaveNothingBehind)
+{
+    this->showStack();
+    std::vector<std::weak_ptr<platform::UIViewController>> watched;
+    for (int round = 0; round < 50; ++round) {
+        auto const pushed = this->makeScreen("pushed");
+        this->m_stack->pushViewController(pushed, round % 2 == 0 ? this->Yes : this->No);
+        auto const presented = this->makeFullScreen("presented");
+        pushed->present(presented, round % 3 == 0 ? this->Yes : this->No);
+        presented->dismiss(round % 5 == 0 ? this->Yes : this->No);
+        this->m_stack->popViewController(round % 7 == 0 ? this->Yes : this->No);
+        watched.insert(watched.end(), { pushed, presented });
+    }
+    for (auto const& controller : watched)
+        this->expectGone(controller);
+    EXPECT_EQ(this->m_stack->viewControllers().size(), 1U);
+}
+
+REGISTER_TYPED_TEST_SUITE_P(ViewControllerContract, APushedScreenLoadsKnowingItsStackAndThenCoversTheOneBelow,
+    APoppedScreenIsToldOnceAndLetGo, TheOnlyScreenOfAStackIsNotPopped, AScreenCoveredByAnotherPushIsTold,
+    AFullScreenPresentationCoversThePresenterUntilItIsDismissed,
+    APresentationOfAnotherStyleLeavesThePresenterOnTheScreen, APresenterEndsThePresentationThatItMade,
+    OnlyOnePresentationIsMadeAtATime, DismissingBelowEndsAllThatStandsAbove, DismissingAPushedScreenDoesNothing,
+    DismissingAScreenOfAPresentedStackEndsTheStack, AStackCoveredByAPresentationTellsItsTopScreen,
+    ScreensOpenedAndClosedManyTimesLeaveNothingBehind);
+
+}

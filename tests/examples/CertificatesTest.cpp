@@ -1,7 +1,8 @@
 #include "examples/service/Certificates.h"
 
+#include "examples/service/ServiceClient.h"
 #include "examples/service/X509.h"
-#include "tests/examples/ServiceClient.h"
+#include "tests/examples/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "examples/service/Service.h"
-#include "tests/examples/ServiceClient.h"
+#include "examples/service/ServiceClient.h"
+#include "tests/examples/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,5 @@
-#include "tests/examples/ServiceClient.h"
+#include "examples/service/ServiceClient.h"
+#include "tests/examples/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 

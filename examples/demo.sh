@@ -1,0 +1,55 @@
+#!/usr/bin/env bash
+# Starts the local service and the example host: examples/demo.sh BUILD-FOLDER. On a display it shows the app and waits until its
+# window is closed; without one the app drives itself on a virtual display, twice, and its pictures are left in BUILD-FOLDER/demo.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+source scripts/packages.sh
+source scripts/display.sh
+
+build="$1"
+folder="$PWD/$build/demo"
+service_pid=""
+
+stop_service() { [[ -z "$service_pid" ]] || kill "$service_pid" 2>/dev/null || true; }
+trap stop_service EXIT
+
+# start_service DATA: sets `port`.
+start_service() {
+    local output="$1/service.log"
+    mkdir -p "$1"
+    "$build/examples/service/zelvora-service" --data "$1" >"$output" 2>&1 &
+    service_pid=$!
+    for _ in {1..100}; do
+        port="$(sed -n 's/^listening //p' "$output")"
+        [[ -n "$port" ]] && return
+        kill -0 "$service_pid" 2>/dev/null || break
+        sleep 0.1
+    done
+    cat "$output" >&2
+    stop "The local service did not start."
+}
+
+# host ARGUMENT...
+host() { "$build/examples/host/zelvora-host" --service "$port" --certificates "$folder/service" "$@"; }
+
+# walk NAME: the SDK's diagnostic lines go to a file, the account to the screen.
+walk() {
+    local log="$folder/$1.log"
+    with_display "$folder" "$build/examples/host/zelvora-host" --service "$port" --certificates "$folder/service" \
+        --data "$folder/app" --walk "$1" --pictures "$folder" 2>&1 >"$log" | grep -v -e '^(zelvora-host:' -e '^dbus-daemon' -e '^$' -e WARNING
+    ((PIPESTATUS[0] == 0)) || stop "The walk did not succeed; $log has what the SDK said."
+}
+
+mkdir -p "$folder"
+if [[ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]]; then
+    start_service "$folder/service"
+    say "The app opens. The collector shows what arrives: https://collector.zelvora.localhost:$port/"
+    host --data "$folder/own"
+else
+    rm -rf "$folder/app" "$folder/service" "$folder"/*.png
+    start_service "$folder/service"
+    say "There is no display: the app drives itself on a virtual one."
+    walk first
+    walk second
+    say "Pictures and logs are in $folder."
+fi

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
+#include "adapters/gtk/Host.h"
+#include "examples/host/HomePage.h"
+#include "examples/host/Options.h"
+
+#include <memory>
+#include <string>
+
+namespace zelvora::examples {
+
+/// The app: a phone-sized window with a home screen, and the SDK configured to open the shop from it. Main thread.
+class ShopHost final
+    : public std::enable_shared_from_this<ShopHost>
+    , private ZelvoraSDK::ZelvoraSDKDelegate {
+public:
+    /// Installs the platform and shows the window. The app lives as long as its window.
+    [[nodiscard]] static std::shared_ptr<ShopHost> create(GtkApplication* application, Options const& options);
+
+    /// Gives the SDK its configuration. What it then finds out takes a moment.
+    void initializeSDK();
+
+    void presentShop();
+    void pushShop();
+
+    [[nodiscard]] GtkWindow* window() const { return m_window; }
+    /// What the page said through the app's own action, last.
+    [[nodiscard]] std::string const& lastMessage() const { return m_lastMessage; }
+    [[nodiscard]] int dismissals() const { return m_dismissals; }
+    /// The last error that the SDK told of, as its code.
+    [[nodiscard]] std::string const& lastErrorCode() const { return m_lastErrorCode; }
+    [[nodiscard]] HomePage& homePage() { return *m_homePage; }
+
+private:
+    explicit ShopHost(GtkApplication* application);
+
+    // ZelvoraSDK::ZelvoraSDKDelegate
+    bool zelvoraSDKShouldHandleBackAction(ZelvoraWebView& webView) override;
+    void zelvoraSDKWillDismiss() override;
+
+    void build();
+    void registerActions();
+    void leaveShop(platform::UIViewController& container);
+    void showError(std::optional<ZelvoraSDKError> const& error);
+
+    GtkWindow* m_window;
+    std::unique_ptr<HomePage> m_homePage;
+    std::shared_ptr<platform::UIViewController> m_home;
+    std::shared_ptr<platform::UIViewController> m_windowPresenter;
+    std::string m_lastMessage;
+    std::string m_lastErrorCode;
+    int m_dismissals = 0;
+};
+
+}

@@ -1,0 +1,316 @@
+#include "examples/host/Walk.h"
+
+#include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
+#include "ZelvoraIOS/ZelvoraStorage.h"
+#include "examples/driving/Picture.h"
+#include "examples/driving/runUntil.h"
+
+#include <algorithm>
+#include <array>
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+namespace zelvora::examples {
+
+namespace {
+
+constexpr double patience = 20;
+
+// The page's own web view, in the view that the SDK shows it in.
+WebKitWebView* engineOf(ZelvoraWebView const& view)
+{
+    auto const* webView = dynamic_cast<platform::WKWebView const*>(view.subviews().front().get());
+    return webView ? gtk::webKitWebViewOf(*webView) : nullptr;
+}
+
+GtkWidget* findButton(GtkWidget* within, std::string const& text)
+{
+    if (GTK_IS_BUTTON(within)) {
+        auto const* label = gtk_button_get_label(GTK_BUTTON(within));
+        if (label && label == text)
+            return within;
+    }
+    for (auto* child = gtk_widget_get_first_child(within); child; child = gtk_widget_get_next_sibling(child)) {
+        if (auto* found = findButton(child, text))
+            return found;
+    }
+    return nullptr;
+}
+
+// Over the app's window, where the system asks its question.
+GtkWindow* findDialog(GtkWindow* parent)
+{
+    auto* const windows = gtk_window_get_toplevels();
+    for (guint i = 0; i < g_list_model_get_n_items(windows); ++i) {
+        auto* const window = GTK_WINDOW(g_list_model_get_item(windows, i));
+        g_object_unref(window);
+        if (window != parent && gtk_widget_is_visible(GTK_WIDGET(window)))
+            return window;
+    }
+    return nullptr;
+}
+
+GtkWidget* findAllowButton(GtkWindow* dialog)
+{
+    static constexpr std::array names { "허용", "Allow" };
+    for (auto const* name : names) {
+        if (auto* button = findButton(GTK_WIDGET(dialog), name))
+            return button;
+    }
+    return nullptr;
+}
+
+}
+
+Walk::Walk(ShopHost& host, Options options)
+    : m_host(host)
+    , m_options(std::move(options))
+    , m_client(m_options.certificates / "ca.pem")
+{
+}
+
+bool Walk::run()
+{
+    if (m_options.walk == "first")
+        walkFirst();
+    else
+        walkSecond();
+    std::cerr << (m_failed == 0 ? "Every step went as it should.\n" : std::to_string(m_failed) + " steps failed.\n");
+    return m_failed == 0;
+}
+
+void Walk::walkFirst()
+{
+    std::cerr << "\nFirst run: a fresh install\n";
+    picture("home");
+    printQueue("before");
+    m_host.initializeSDK();
+    answerPermission();
+    openShop();
+    buySomething();
+    useBridge();
+    useFrame();
+    followLinks();
+    swipeAndClose();
+    printQueue("after");
+}
+
+void Walk::walkSecond()
+{
+    std::cerr << "\nSecond run: the app was started again\n";
+    printQueue("before");
+    step("the queue is what the first run left", ZelvoraStorage::getEventTrackingData().size() >= 2);
+    step("the shop id is still known", ZelvoraStorage::getValidShopId() == "hanok");
+    m_host.initializeSDK();
+    step("the app gets ready without asking for permission again",
+        waitForInitialization() && !findDialog(m_host.window()));
+    uploadWhatWasLeft();
+    openShop();
+    readBackAfterRestart();
+    lookAtCollector();
+    swipeAndClose();
+    printQueue("after");
+}
+
+bool Walk::step(std::string const& sentence, bool succeeded)
+{
+    std::cerr << (succeeded ? "  ok      " : "  FAILED  ") << sentence << '\n';
+    if (!succeeded)
+        ++m_failed;
+    return succeeded;
+}
+
+void Walk::picture(std::string const& name, GtkWindow* window)
+{
+    auto const number = std::to_string(++m_pictures);
+    auto const file = m_options.pictures
+        / (m_options.walk + "-" + std::string(number.size() < 2 ? "0" : "") + number + "-" + name + ".png");
+    if (m_page)
+        (void)page().waitUntilPainted();
+    if (!takePicture(window ? window : m_host.window(), file))
+        step("a picture is saved as " + file.string(), false);
+}
+
+void Walk::printQueue(std::string const& when)
+{
+    auto const events = ZelvoraStorage::getEventTrackingData();
+    std::cerr << "  The event queue " << when << ": " << events.size() << " events\n";
+    for (auto const& event : events) {
+        auto const* id = event.dictionary()->find("eventId");
+        std::cerr << "    - " << (id ? debugDescription(*id) : "(no event id)") << '\n';
+    }
+}
+
+bool Walk::waitForInitialization()
+{
+    // The SDK says nothing of success; a launch that is accepted at once and the shop id tell.
+    return runUntil([] { return ZelvoraStorage::getValidShopId().has_value(); }, patience);
+}
+
+void Walk::answerPermission()
+{
+    GtkWindow* dialog = nullptr;
+    auto const appears = [&] {
+        dialog = findDialog(m_host.window());
+        return dialog != nullptr;
+    };
+    if (!step("the question about tracking appears", runUntil(appears, patience)))
+        return;
+    picture("permission", dialog);
+    auto* const allow = findAllowButton(dialog);
+    if (step("it has a button to allow", allow != nullptr))
+        g_signal_emit_by_name(allow, "clicked");
+    auto const isKnown = [] { return ZelvoraStorage::getString("adid").has_value(); };
+    step("the advertising id is kept", runUntil(isKnown, patience));
+    step("the shop id arrives from the lookup", waitForInitialization());
+}
+
+void Walk::openShop()
+{
+    m_host.presentShop();
+    auto const isShown = [] { return ZelvoraSDK::shared().activeWebView() != nullptr; };
+    if (!step("the shop opens", runUntil(isShown, patience)))
+        return;
+    m_page = std::make_unique<Page>(engineOf(*ZelvoraSDK::shared().activeWebView()));
+    step("its first page is complete", page().waitUntilReady("/v1/"));
+    auto const url = ZelvoraSDK::shared().getCurrentUrl().value_or("");
+    step("the address names the user and comes from this SDK: " + url,
+        url.starts_with("https://hanok.shop.") && url.ends_with("&uKey=%ED%99%8D%EA%B8%B8%EB%8F%99&rid=M-AD-SDK"));
+    picture("shop");
+}
+
+void Walk::openPage(std::string const& name)
+{
+    (void)page().evaluate("(location.href = " + Page::literal(name) + " + location.search, true)");
+    step("the page " + name + " is complete", page().waitUntilReady("/" + name));
+}
+
+void Walk::buySomething()
+{
+    page().click("product-moon-jar");
+    step("a product is shown", page().waitUntilReady("/product.html"));
+    picture("product");
+    page().click("add-to-cart");
+    auto const isAdded = [] { return ZelvoraStorage::getEventTrackingData().size() >= 2; };
+    step("looking and choosing are queued as events", runUntil(isAdded, patience));
+    openPage("cart.html");
+    step("the cart is read back from the app", page().waitFor("document.getElementById('line-moon-jar')"));
+    picture("cart");
+}
+
+bool Walk::clickAndExpect(std::string const& id, std::string const& answer)
+{
+    page().click(id);
+    return page().waitFor("document.getElementById('log').textContent.includes(" + Page::literal(answer) + ")");
+}
+
+void Walk::useBridge()
+{
+    openPage("bridge.html");
+    step("a value is stored and read back",
+        page().click("btn-set-item") && clickAndExpect("btn-get-item", "← onBridgeItem("));
+    step("an event is queued and the queue read back",
+        page().click("btn-save-event") && clickAndExpect("btn-get-events", "← onBridgeEvents(["));
+    page().click("btn-custom-object");
+    auto const isTold = [this] { return m_host.lastMessage() == R"({"from":"상점","count":2})"; };
+    step("the app's own action gets the page's object as text", runUntil(isTold, patience));
+
+    page().click("btn-footer-hide");
+    auto const isHidden = [] { return !ZelvoraSDK::shared().isFooterVisible(); };
+    step("the page hides the footer", runUntil(isHidden, patience));
+    picture("bridge-without-footer");
+    page().click("btn-footer-show");
+    step("and shows it again", runUntil([] { return ZelvoraSDK::shared().isFooterVisible(); }, patience));
+    picture("bridge");
+}
+
+void Walk::useFrame()
+{
+    auto const before = ZelvoraStorage::getEventTrackingData().size();
+    page().click("btn-frame-save-event");
+    auto const isQueued = [before] { return ZelvoraStorage::getEventTrackingData().size() == before + 1; };
+    step("a frame from another origin queues an event", runUntil(isQueued, patience));
+}
+
+void Walk::followLinks()
+{
+    openPage("links.html");
+    picture("links");
+    page().click("link-unknown");
+    page().click("link-tel");
+    step("links to other apps leave the page where it is", page().waitFor("location.pathname.endsWith('/links.html')"));
+    page().click("link-https-upper");
+    step("a web link in capitals is followed", page().waitUntilReady("/index.html"));
+}
+
+void Walk::swipeAndClose()
+{
+    instruct("/faults", R"({ "target": "collector", "status": 503 })");
+    openPage("bridge.html");
+    auto const before = m_host.dismissals();
+    auto const queued = ZelvoraStorage::getEventTrackingData().size();
+    page().click("btn-close");
+    auto const isClosed = [this, before] { return m_host.dismissals() > before; };
+    step("the page closes the shop", runUntil(isClosed, patience));
+    m_page.reset();
+    auto const isGone = [] { return ZelvoraSDK::shared().activeWebView() == nullptr; };
+    step("nothing of the container is left", runUntil(isGone, patience));
+    step("events that the collector refused stay queued", ZelvoraStorage::getEventTrackingData().size() == queued);
+    m_host.homePage().showEventQueue();
+    picture("home-again");
+}
+
+void Walk::uploadWhatWasLeft()
+{
+    auto const queued = ZelvoraStorage::getEventTrackingData().size();
+    auto const before = collectedEvents();
+    instruct("/reset", "{}");
+    ZelvoraSDK::shared().sendTrackingData();
+    auto const isEmpty = [] { return ZelvoraStorage::getEventTrackingData().isEmpty(); };
+    step("the collector works again and takes them all",
+        runUntil(isEmpty, patience) && collectedEvents() >= before + queued);
+    m_host.homePage().showEventQueue();
+    picture("uploaded");
+}
+
+void Walk::readBackAfterRestart()
+{
+    openPage("bridge.html");
+    step("the value that was stored before the restart is read", clickAndExpect("btn-get-item", "← onBridgeItem(\""));
+    openPage("cart.html");
+    step("the cart is as it was left", page().waitFor("document.getElementById('line-moon-jar')"));
+    picture("cart");
+}
+
+void Walk::lookAtCollector()
+{
+    (void)page().evaluate("(location.href = " + Page::literal(address("collector") + "/") + ", true)");
+    step("the collector shows what arrived", page().waitFor("document.body.textContent.includes('frame_event')"));
+    picture("collector");
+    (void)page().evaluate("(history.back(), true)");
+    step("going back leads to the shop again", page().waitUntilReady("/cart.html"));
+}
+
+std::string Walk::address(std::string const& host) const
+{
+    return "https://" + host + ".zelvora.localhost:" + std::to_string(m_options.servicePort);
+}
+
+void Walk::instruct(std::string const& path, std::string const& order)
+{
+    auto const answer = m_client.post(address("control") + path, order);
+    if (answer.status != 200) // NOLINT(readability-magic-numbers)
+        step("the service takes instructions: " + answer.error + answer.body, false);
+}
+
+std::size_t Walk::collectedEvents()
+{
+    auto const answer = m_client.get(address("collector") + "/events.json");
+    auto const collected = nlohmann::json::parse(answer.body, nullptr, false);
+    std::size_t count = 0;
+    for (auto const& batch : collected.value("batches", nlohmann::json::array()))
+        count += batch.value("events", nlohmann::json::array()).size();
+    return count;
+}
+
+}

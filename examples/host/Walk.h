@@ -31,7 +31,7 @@ private:
     void useBridge();
     void useFrame();
     void followLinks();
-    void swipeAndClose();
+    void closeShop();
     void readBackAfterRestart();
     void lookAtCollector();
     void uploadWhatWasLeft();
@@ -41,7 +41,6 @@ private:
     /// Of the app's window where none is named.
     void picture(std::string const& name, GtkWindow* window = nullptr);
     void printQueue(std::string const& when);
-    bool waitForInitialization();
     bool clickAndExpect(std::string const& id, std::string const& answer);
     void openPage(std::string const& name);
     /// Tells the service what goes wrong from now on, or that nothing does.

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <random>
+
+namespace zelvora::tests {
+
+/// Another number in every run, printed, or the one in ZELVORA_TEST_SEED to have a run again.
+[[nodiscard]] inline std::uint64_t makeSeed()
+{
+    std::random_device device;
+    std::uint64_t seed = device();
+    if (auto const* const given = std::getenv("ZELVORA_TEST_SEED"))
+        seed = std::strtoull(given, nullptr, 10);
+    std::printf("ZELVORA_TEST_SEED=%llu\n", static_cast<unsigned long long>(seed));
+    std::fflush(stdout);
+    return seed;
+}
+
+}

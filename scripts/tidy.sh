@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# tidy.sh LIST: clang-tidy over the sources that the file LIST names, together if they can be read together.
+# tidy.sh LIST: clang-tidy over the sources that the file LIST names. It spends its time on the headers of the system, so
+# they are read as one program, without those that have a helper of the same name as another: these are read alone.
 set -euo pipefail
 
 list="$1"
 batch="${list%.list}.cpp"
-log="${list%.list}.log"
 
 # What any of them was compiled with.
 options="$(awk '
@@ -22,13 +22,27 @@ if [[ -z "$options" ]]; then
     exit 1
 fi
 
-sed 's|.*|#include "&" // NOLINT(bugprone-suspicious-include)|' "$list" >"$batch"
-# shellcheck disable=SC2086 # the options are words
-if clang-tidy-19 --quiet --config-file=.clang-tidy "$batch" -- -std=c++23 $options >"$log" 2>&1; then
-    exit 0
-fi
-if ! grep -qF '[clang-diagnostic-error]' "$log"; then
-    cat "$log"
-    exit 1
-fi
-xargs clang-tidy-19 --quiet -p build/coverage <"$list"
+# The sources that do not compile in the company of those before them.
+odd_ones() {
+    # shellcheck disable=SC2086 # the options are words
+    clang++-19 -std=c++23 $options -fsyntax-only -ferror-limit=0 -fno-caret-diagnostics "$batch" 2>&1 \
+        | grep -E ': (fatal )?error: ' | cut -d : -f 1 | sort -u | grep -oFf "$list" | sort -u
+}
+
+together="$(<"$list")"
+alone=""
+for _ in 1 2 3; do
+    # shellcheck disable=SC2001
+    sed 's|.*|#include "&" // NOLINT(bugprone-suspicious-include)|' <<<"$together" >"$batch"
+    odd="$(odd_ones || true)"
+    [[ -n "$odd" ]] || break
+    alone+="$odd"$'\n'
+    together="$(grep -vxFf <(printf '%s\n' "$odd") <<<"$together" || true)"
+done
+
+status=0
+for source in "$batch" $alone; do
+    # shellcheck disable=SC2086 # the options are words
+    clang-tidy-19 --quiet --config-file=.clang-tidy "$source" -- -std=c++23 $options 2>&1 || status=1
+done
+exit "$status"

@@ -146,6 +146,9 @@ void NavigationController::pushViewController(std::shared_ptr<UIViewController> 
     auto* page = showPage(*controller);
     bool const isOnScreen = UIViewControllerPeer::of(*this).isOnScreen();
     UIViewControllerPeer::of(*covered).willDisappear(animated);
+    // The hook may have taken it off again.
+    if (m_stack.back() != controller)
+        return;
     if (isOnScreen)
         UIViewControllerPeer::of(*controller).didAppear();
     gtk_widget_child_focus(page, GTK_DIR_TAB_FORWARD);
@@ -190,8 +193,9 @@ std::shared_ptr<UIViewController> NavigationController::takeTop(Animated animate
     auto leaving = m_stack.back();
     auto& peer = UIViewControllerPeer::of(*leaving);
     bool const isOnScreen = peer.isOnScreen();
-    peer.willDisappear(animated);
+    // Off the stack first, as on the phone, while it still knows the stack: a hook that pops once more pops another.
     m_stack.pop_back();
+    peer.willDisappear(animated);
     peer.setNavigationController({});
     if (isViewLoaded()) {
         (void)showPage(*m_stack.back());

@@ -25,9 +25,12 @@ UIApplicationState currentState()
 {
     auto state = UIApplicationState::Background;
     forEachWindow([&state](GtkWindow* window) {
+        // One that was hidden while it had the focus still says that it has it.
+        if (!gtk_widget_get_mapped(GTK_WIDGET(window)))
+            return;
         if (gtk_window_is_active(window))
             state = UIApplicationState::Active;
-        else if (gtk_widget_get_mapped(GTK_WIDGET(window)) && state == UIApplicationState::Background)
+        else if (state == UIApplicationState::Background)
             state = UIApplicationState::Inactive;
     });
     return state;

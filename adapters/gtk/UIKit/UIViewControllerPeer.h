@@ -10,7 +10,8 @@
 namespace zelvora::gtk {
 
 /// A screen on Linux: which container shows it, and whether it is on the screen, so that each disappearance is told
-/// once. Presentations cover the window whatever the style says.
+/// once. A presentation of another style than full screen looks the same, but as on the phone the presenter counts as
+/// on the screen behind it.
 class UIViewControllerPeer : public platform::UIViewController::Peer {
 public:
     explicit UIViewControllerPeer(platform::UIViewController& owner);
@@ -25,6 +26,7 @@ public:
 
     [[nodiscard]] platform::UIViewController& owner() const { return m_owner; }
     [[nodiscard]] bool isOnScreen() const { return m_isOnScreen; }
+    [[nodiscard]] platform::UIModalPresentationStyle modalPresentationStyle() const { return m_style; }
 
     /// For containers, with what they show.
     void setNavigationController(std::weak_ptr<platform::UINavigationController> navigation);
@@ -41,7 +43,7 @@ public:
     // platform::UIViewController::Peer
     [[nodiscard]] std::shared_ptr<platform::UIView> loadView() final;
     [[nodiscard]] std::shared_ptr<platform::UINavigationController> navigationController() const override;
-    void setModalPresentationStyle(platform::UIModalPresentationStyle) override { }
+    void setModalPresentationStyle(platform::UIModalPresentationStyle style) override { m_style = style; }
     void present(std::shared_ptr<platform::UIViewController> presented, platform::Animated animated) override;
     void dismiss(platform::Animated animated) override;
 
@@ -56,6 +58,7 @@ private:
     platform::UIViewController& m_owner;
     std::weak_ptr<platform::UIView> m_view;
     std::weak_ptr<platform::UINavigationController> m_navigation;
+    platform::UIModalPresentationStyle m_style = platform::UIModalPresentationStyle::Automatic;
     bool m_isOnScreen = false;
 };
 

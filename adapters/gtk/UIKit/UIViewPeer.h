@@ -20,7 +20,7 @@ class UIViewControllerPeer;
 /// place, as on the phone.
 class UIViewPeer final
     : public platform::UIView::Peer
-    , private CanvasClient {
+    , public CanvasClient {
 public:
     /// Whether the content's natural size is the view's own.
     enum class Sizing : std::uint8_t { None, OfContent };

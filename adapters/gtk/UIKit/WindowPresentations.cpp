@@ -3,7 +3,7 @@
 #include "adapters/gtk/UIKit/UIViewControllerPeer.h"
 #include "adapters/gtk/UIKit/UIViewPeer.h"
 
-#include <ranges>
+#include <cstddef>
 #include <utility>
 
 namespace zelvora::gtk {
@@ -70,14 +70,19 @@ void WindowPresentations::present(
     }
     m_stage.finishSlide();
     auto* page = widgetOf(*presented);
-    tellDisappearance(*level, animated);
+    auto& peer = UIViewControllerPeer::of(*presented);
     m_presented.push_back(presented);
+    if (peer.modalPresentationStyle() == platform::UIModalPresentationStyle::FullScreen)
+        tellDisappearance(*level, animated);
+    // A hook may have ended the presentation already.
+    if (m_presented.size() <= *level || m_presented[*level] != presented)
+        return;
     m_stage.add(page);
-    UIViewControllerPeer::of(*presented).didAppear();
+    peer.didAppear();
     gtk_widget_child_focus(page, GTK_DIR_TAB_FORWARD);
     m_stage.place(page, below);
     m_stage.slide(page, {}, animated, [this, covered = *level] {
-        if (auto* hidden = pageAt(covered); hidden && covered < m_presented.size())
+        if (auto* hidden = pageAt(covered))
             m_stage.setCovered(hidden, true);
     });
 }
@@ -126,22 +131,27 @@ GtkWidget* WindowPresentations::pageAt(Level level) const
 void WindowPresentations::uncover(Level level, Animated animated)
 {
     m_stage.finishSlide();
-    tellDisappearance(m_presented.size(), animated);
-    while (m_presented.size() > level + 1) {
-        auto const between = std::exchange(m_presented[m_presented.size() - 2], m_presented.back());
-        m_presented.pop_back();
-        m_stage.remove(widgetOf(*between));
-        releaseLater(between);
+    // Out of the order first: a hook that dismisses once more finds nothing to end.
+    auto const first = m_presented.begin() + static_cast<std::ptrdiff_t>(level);
+    std::vector const ended(first, m_presented.end());
+    m_presented.erase(first, m_presented.end());
+    auto const& leaving = ended.back();
+    UIViewControllerPeer::of(*leaving).willDisappear(animated);
+
+    for (auto const& controller : ended) {
+        if (controller != leaving)
+            letGo(controller);
     }
-    auto const leaving = m_presented.back();
-    m_presented.pop_back();
     if (auto* uncovered = pageAt(level))
         m_stage.setCovered(uncovered, false);
     tellAppearance(level);
-    m_stage.slide(widgetOf(*leaving), below, animated, [this, leaving] {
-        m_stage.remove(widgetOf(*leaving));
-        releaseLater(leaving);
-    });
+    m_stage.slide(widgetOf(*leaving), below, animated, [this, leaving] { letGo(leaving); });
+}
+
+void WindowPresentations::letGo(std::shared_ptr<UIViewController> const& controller)
+{
+    m_stage.remove(widgetOf(*controller));
+    releaseLater(controller);
 }
 
 void WindowPresentations::tellDisappearance(Level level, Animated animated)
@@ -164,12 +174,8 @@ void WindowPresentations::tellAppearance(Level level)
 void WindowPresentations::close()
 {
     m_stage.finishSlide();
-    while (!m_presented.empty()) {
-        auto const leaving = std::exchange(m_presented.back(), nullptr);
-        m_presented.pop_back();
-        m_stage.remove(widgetOf(*leaving));
-        releaseLater(leaving);
-    }
+    for (auto const& controller : std::exchange(m_presented, {}))
+        letGo(controller);
 }
 
 }

@@ -39,6 +39,7 @@ private:
     [[nodiscard]] std::optional<Level> levelOf(UIViewControllerPeer const& peer) const;
     [[nodiscard]] GtkWidget* pageAt(Level level) const;
     void uncover(Level level, platform::Animated animated);
+    void letGo(std::shared_ptr<platform::UIViewController> const& controller);
     void tellDisappearance(Level level, platform::Animated animated);
     void tellAppearance(Level level);
     void close();

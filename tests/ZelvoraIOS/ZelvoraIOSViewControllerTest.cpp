@@ -461,7 +461,7 @@ private:
 
 class ContainerOrderTest : public ::testing::Test {
 protected:
-    RecordingPlatform& platform = RecordingPlatform::install();
+    RecordingPlatform& platform = install<RecordingPlatform>();
 };
 
 TEST_F(ContainerOrderTest, TheScreenIsSetUpInThisOrder)
@@ -471,7 +471,7 @@ TEST_F(ContainerOrderTest, TheScreenIsSetUpInThisOrder)
     sdk.setAllowsSwipeBack(true);
     sdk.setHeaderViewProvider([&](platform::UIViewController&) { return bar(44); });
     sdk.setFooterViewProvider([&](platform::UIViewController&) { return bar(60); });
-    auto const stack = std::make_shared<RecordingStack>(platform.inMemory.screen().calls());
+    auto const stack = std::make_shared<RecordingStack>(platform.memory.screen().calls());
     auto const container = std::make_shared<ZelvoraIOSViewController>("https://shop.example/");
     stack->pushViewController(container, Animated::Yes);
 
@@ -526,7 +526,7 @@ TEST_F(ContainerOrderTest, TheControllerStopsObservingWhenItIsDestroyed)
     (void)container->view();
     EXPECT_TRUE(platform.notificationCenter().removed().empty());
     void const* const address = container.get();
-    platform.inMemory.screen().calls().clear();
+    platform.memory.screen().calls().clear();
     container.reset();
     EXPECT_EQ(platform.notificationCenter().removed(), std::vector { address });
     EXPECT_EQ(platform.calls().front(), "removeObserver");
@@ -537,7 +537,7 @@ TEST_F(ContainerOrderTest, AWebViewIsTakenApartInThisOrder)
     auto view = std::make_shared<ZelvoraWebView>(CGRect {}, "https://shop.example/", false);
     // What is on its way to the page may hold the system's web view longer.
     auto const held = view->subviews().at(0);
-    platform.inMemory.screen().calls().clear();
+    platform.memory.screen().calls().clear();
     view.reset();
     auto calls = platform.calls();
     ASSERT_GE(calls.size(), 2U);

@@ -89,53 +89,18 @@ std::unique_ptr<platform::NSKeyValueObservation> RecordingWebView::observeURL(st
     return std::make_unique<Observation>(weak_from_this());
 }
 
-RecordingPlatform& RecordingPlatform::install()
-{
-    auto platform = std::make_unique<RecordingPlatform>();
-    auto& installed = *platform;
-    platform::Platform::install(std::move(platform));
-    return installed;
-}
-
 std::vector<std::string> RecordingPlatform::calls()
 {
     std::vector<std::string> texts;
-    for (auto const& call : inMemory.screen().calls().all())
+    for (auto const& call : memory.screen().calls().all())
         texts.push_back(call.text);
     return texts;
-}
-
-std::unique_ptr<platform::Logger> RecordingPlatform::makeLogger(
-    std::string const& subsystem, std::string const& category)
-{
-    return inMemory.makeLogger(subsystem, category);
-}
-
-std::unique_ptr<platform::UIView::Peer> RecordingPlatform::makeViewPeer(platform::UIView& owner, platform::CGRect frame)
-{
-    return inMemory.makeViewPeer(owner, frame);
-}
-
-std::unique_ptr<platform::UIViewController::Peer> RecordingPlatform::makeViewControllerPeer(
-    platform::UIViewController& owner)
-{
-    return inMemory.makeViewControllerPeer(owner);
-}
-
-std::shared_ptr<platform::WKUserContentController> RecordingPlatform::makeUserContentController()
-{
-    return inMemory.makeUserContentController();
 }
 
 std::shared_ptr<platform::WKWebView> RecordingPlatform::makeWebView(
     platform::CGRect frame, platform::WKWebViewConfiguration configuration)
 {
-    return std::make_shared<RecordingWebView>(frame, std::move(configuration), inMemory.screen().calls());
-}
-
-void RecordingPlatform::animate(platform::TimeInterval duration, std::function<void()> const& animations)
-{
-    inMemory.animate(duration, animations);
+    return std::make_shared<RecordingWebView>(frame, std::move(configuration), memory.screen().calls());
 }
 
 }

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "adapters/memory/Platform.h"
+#include "tests/ZelvoraIOS/support/ForwardingPlatform.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -90,43 +91,21 @@ private:
 };
 
 /// The system in memory, some of its parts under observation: what a test of an order of steps over several of them
-/// needs. Its calls stand in the one record of `inMemory.screen().calls()`.
-class RecordingPlatform final : public platform::Platform {
+/// needs. Everything recorded stands in the one record of the screen.
+class RecordingPlatform final : public ForwardingPlatform {
 public:
-    /// Makes one and installs it.
-    static RecordingPlatform& install();
-
     /// The texts of everything recorded, in one order.
     [[nodiscard]] std::vector<std::string> calls();
 
     // platform::Platform
-    [[nodiscard]] platform::Bundle& mainBundle() override { return inMemory.mainBundle(); }
-    [[nodiscard]] platform::Clock& clock() override { return inMemory.clock(); }
-    [[nodiscard]] platform::UserDefaults& standardUserDefaults() override { return inMemory.standardUserDefaults(); }
     [[nodiscard]] RecordingNotificationCenter& notificationCenter() override { return m_notificationCenter; }
-    [[nodiscard]] platform::URLSession& urlSession() override { return inMemory.urlSession(); }
     [[nodiscard]] FailingJSONSerialization& jsonSerialization() override { return m_jsonSerialization; }
-    [[nodiscard]] platform::DispatchQueue& mainQueue() override { return inMemory.mainQueue(); }
-    [[nodiscard]] platform::DispatchQueue& globalQueue() override { return inMemory.globalQueue(); }
-    [[nodiscard]] platform::ATTrackingManager& trackingManager() override { return inMemory.trackingManager(); }
-    [[nodiscard]] platform::ASIdentifierManager& identifierManager() override { return inMemory.identifierManager(); }
-    [[nodiscard]] platform::UIApplication& application() override { return inMemory.application(); }
-    [[nodiscard]] std::unique_ptr<platform::Logger> makeLogger(
-        std::string const& subsystem, std::string const& category) override;
-    [[nodiscard]] std::unique_ptr<platform::UIView::Peer> makeViewPeer(
-        platform::UIView& owner, platform::CGRect frame) override;
-    [[nodiscard]] std::unique_ptr<platform::UIViewController::Peer> makeViewControllerPeer(
-        platform::UIViewController& owner) override;
-    [[nodiscard]] std::shared_ptr<platform::WKUserContentController> makeUserContentController() override;
     [[nodiscard]] std::shared_ptr<platform::WKWebView> makeWebView(
         platform::CGRect frame, platform::WKWebViewConfiguration configuration) override;
-    void animate(platform::TimeInterval duration, std::function<void()> const& animations) override;
-
-    memory::Platform inMemory;
 
 private:
-    RecordingNotificationCenter m_notificationCenter { inMemory.notificationCenter(), inMemory.screen().calls() };
-    FailingJSONSerialization m_jsonSerialization { inMemory.jsonSerialization() };
+    RecordingNotificationCenter m_notificationCenter { memory.notificationCenter(), memory.screen().calls() };
+    FailingJSONSerialization m_jsonSerialization { memory.jsonSerialization() };
 };
 
 }

@@ -32,10 +32,12 @@ void UIView::addSubview(std::shared_ptr<UIView> const& child)
 {
     if (child->contains(*this))
         fatalError("a view was added to itself or to a view in it");
-    child->removeFromSuperview();
-    child->m_superview = this;
-    m_subviews.push_back(child);
-    m_peer->addSubview(*child);
+    // The caller's reference may be one of the subviews that change here.
+    auto const kept = child;
+    kept->removeFromSuperview();
+    kept->m_superview = this;
+    m_subviews.push_back(kept);
+    m_peer->addSubview(*kept);
 }
 
 void UIView::removeFromSuperview()

@@ -111,17 +111,15 @@ void appendBatch(std::string& page, CollectedBatch const& batch, std::size_t sho
     page += "</section>";
 }
 
-void appendBatches(std::string& page, std::vector<CollectedBatch> const& batches, Words const& words)
+void appendNewestBatches(std::string& page, std::vector<CollectedBatch> const& batches, Words const& words)
 {
     std::size_t room = s_shownEvents;
     for (auto const& batch : batches | std::views::reverse) {
         auto const shown = std::min(room, batch.events.size());
         appendBatch(page, batch, shown, words);
         room -= shown;
-        if (shown < batch.events.size() || room == 0) {
-            page.append("<p>").append(words.more).append("</p>");
+        if (room == 0)
             return;
-        }
     }
 }
 
@@ -139,8 +137,8 @@ std::string collectorPage(std::vector<CollectedBatch> const& batches, Language l
     for (auto const& batch : batches)
         events += batch.events.size();
 
-    std::string page = "<!DOCTYPE html><html lang=\"";
-    page.append(words.language).append("\"><head><meta charset=\"utf-8\"><title>").append(words.title);
+    std::string page = R"(<!DOCTYPE html><html lang=")";
+    page.append(words.language).append(R"("><head><meta charset="utf-8"><title>)").append(words.title);
     page.append("</title><meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"><style>");
     page.append(s_style).append("</style></head><body><main><header><h1>").append(words.title);
     page.append("</h1><a href=\"?lang=").append(words.otherLanguageQuery).append("\">").append(words.otherLanguage);
@@ -150,7 +148,9 @@ std::string collectorPage(std::vector<CollectedBatch> const& batches, Language l
     page += "</div>";
     if (batches.empty())
         page.append("<p>").append(words.nothing).append("</p>");
-    appendBatches(page, batches, words);
+    appendNewestBatches(page, batches, words);
+    if (events > s_shownEvents)
+        page.append("<p>").append(words.more).append("</p>");
     return page + "</main></body></html>\n";
 }
 

@@ -13,9 +13,9 @@ std::string hugeJson(std::size_t bytes)
 {
     static constexpr std::string_view s_start = R"({"padding":")";
     static constexpr std::string_view s_end = R"("})";
-    if (bytes < s_start.size() + s_end.size())
-        return std::string(bytes, ' ');
     std::string body(bytes, 'z');
+    if (bytes < s_start.size() + s_end.size())
+        return body;
     body.replace(0, s_start.size(), s_start);
     body.replace(bytes - s_end.size(), s_end.size(), s_end);
     return body;

@@ -92,7 +92,7 @@ int main(int count, char** arguments)
 
     std::cerr << "trust " << (*service)->authority().string()
               << "\ncollected events: " << (*service)->address("collector") << "/\n";
-    std::cout << "listening " << (*service)->port() << std::endl;
+    std::cout << "listening " << (*service)->port() << '\n' << std::flush;
     loop.run();
     return EXIT_SUCCESS;
 }

@@ -88,6 +88,25 @@ TEST_F(CollectorTest, ThePageShowsWhatWasCollectedInBothLanguages)
     EXPECT_NE(client.get(at("collector", "/?lang=en")).body.find("Collected events"), std::string::npos);
 }
 
+TEST_F(CollectorTest, ThePageShowsTheNewestEventsAndSaysWhenThereAreOlderOnes)
+{
+    auto const more = std::string("Older events are listed at /events.json.");
+    auto events = nlohmann::json::array();
+    for (int i = 0; i < 200; ++i)
+        events.push_back({ { "eventId", "newer" } });
+    auto const newer = nlohmann::json({ { "profile", "prd" }, { "data", events } }).dump();
+
+    collect(newer);
+    EXPECT_EQ(client.get(at("collector", "/?lang=en")).body.find(more), std::string::npos);
+    client.post(at("control", "/reset"), R"({"collected":true})");
+    collect(R"({"profile":"prd","data":[{"eventId":"older"}]})");
+    collect(newer);
+    auto const page = client.get(at("collector", "/?lang=en")).body;
+    EXPECT_NE(page.find(more), std::string::npos);
+    EXPECT_NE(page.find("newer"), std::string::npos);
+    EXPECT_EQ(page.find("older"), std::string::npos);
+}
+
 TEST_F(CollectorTest, ThePageShowsMarkupInAnEventAsText)
 {
     collect(R"({"profile":"dev","data":[{"eventId":"<script>alert(1)</script>"}]})");

@@ -9,9 +9,10 @@ std::filesystem::path dataDirectory(std::optional<std::string> const& bundleIden
     char const* const program = g_get_prgname();
     std::string const name = bundleIdentifier.value_or(program ? program : "unnamed");
     // A relative $XDG_DATA_HOME counts as unset, as its specification says; GLib would take it.
-    std::filesystem::path base = g_get_user_data_dir();
-    if (base.is_relative())
-        base = std::filesystem::path(g_get_home_dir()) / ".local" / "share";
+    char const* const asked = g_getenv("XDG_DATA_HOME");
+    std::filesystem::path const base = asked && g_path_is_absolute(asked)
+        ? std::filesystem::path(asked)
+        : std::filesystem::path(g_get_home_dir()) / ".local" / "share";
     return base / name;
 }
 

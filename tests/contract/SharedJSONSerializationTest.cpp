@@ -1,0 +1,21 @@
+#include "adapters/shared/JSONSerialization.h"
+#include "tests/contract/JSONSerializationContract.h"
+
+namespace zelvora::tests {
+
+namespace {
+
+// The reader and writer of memory and of GTK alike.
+class SharedJSON final {
+public:
+    platform::JSONSerialization& json() { return m_json; }
+
+private:
+    shared::JSONSerialization m_json;
+};
+
+}
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Shared, JSONSerializationContract, SharedJSON);
+
+}

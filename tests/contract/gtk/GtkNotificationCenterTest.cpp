@@ -1,0 +1,30 @@
+#include "adapters/gtk/Concurrency/MainContextQueue.h"
+#include "adapters/shared/NotificationCenter.h"
+#include "tests/contract/NotificationCenterContract.h"
+#include "tests/contract/gtk/MainLoop.h"
+
+namespace zelvora::tests {
+
+namespace {
+
+class GtkNotificationCenter final {
+public:
+    platform::NotificationCenter& center() { return m_center; }
+    platform::DispatchQueue& queue() { return m_queue; }
+    void turnQueue()
+    {
+        bool isTurned = false;
+        m_queue.async([&] { isTurned = true; });
+        EXPECT_TRUE(runMainLoopUntil([&] { return isTurned; }));
+    }
+
+private:
+    gtk::MainContextQueue m_queue;
+    shared::NotificationCenter m_center;
+};
+
+}
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Gtk, NotificationCenterContract, GtkNotificationCenter);
+
+}

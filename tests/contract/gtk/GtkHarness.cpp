@@ -62,14 +62,16 @@ private:
     std::vector<std::string>& m_marks;
 };
 
-GtkHarness::GtkHarness() : m_directory(makeDirectory())
+GtkHarness::GtkHarness(Configure const& configure) : m_directory(makeDirectory())
 {
     startToolkit(m_directory);
     registerHandler();
-    gtk::install({ .bundleIdentifier = "com.example.contract",
+    gtk::HostOptions options { .bundleIdentifier = "com.example.contract",
         .appName = "Contract",
         .dataDirectory = m_directory / "app",
-        .safeAreaInsets = { safeTop(), safeBottom() } });
+        .safeAreaInsets = { safeTop(), safeBottom() } };
+    configure(options);
+    gtk::install(std::move(options));
 }
 
 GtkHarness::~GtkHarness()

@@ -16,7 +16,11 @@ namespace zelvora::tests {
 /// registered for the scheme "zelvora-test".
 class GtkHarness final {
 public:
-    GtkHarness();
+    using Configure = std::function<void(gtk::HostOptions&)>;
+
+    GtkHarness() : GtkHarness([](gtk::HostOptions&) { }) { }
+    /// With other options than a host has as a rule.
+    explicit GtkHarness(Configure const& configure);
     GtkHarness(GtkHarness const&) = delete;
     GtkHarness& operator=(GtkHarness const&) = delete;
     ~GtkHarness();
@@ -26,6 +30,8 @@ public:
     /// The folder that stands for the user's own.
     std::filesystem::path const& directory() const { return m_directory; }
     GtkWindow* window();
+    /// The window has been destroyed by others.
+    void forgetWindow() { m_window = nullptr; }
 
     // Screens
     platform::CGRect screenBounds();
@@ -59,6 +65,8 @@ public:
     void post(platform::WKWebView& view, std::string const& handler, std::string const& expression,
         platform::Value const& value);
     std::vector<std::string> marks() { return m_marks; }
+    /// By the server of the pages.
+    std::vector<ReceivedRequest> received() const { return m_server->received(); }
 
     // Applications
     void activate();

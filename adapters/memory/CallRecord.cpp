@@ -14,4 +14,12 @@ std::vector<std::string> CallRecord::of(std::initializer_list<void const*> objec
     return texts;
 }
 
+void CallRecord::forget(void const* object)
+{
+    for (auto& call : m_calls) {
+        if (call.object == object)
+            call.object = nullptr;
+    }
+}
+
 }

@@ -12,7 +12,7 @@ namespace zelvora::memory {
 class CallRecord final {
 public:
     struct Call {
-        /// For comparing only; it may be gone. A view's is the address of its `UIView`.
+        /// For comparing only; nullptr once it is gone. A view's is the address of its `UIView`.
         void const* object = nullptr;
         /// The method, and after a blank its argument where that is a plain value: "setHidden true".
         std::string text;
@@ -25,6 +25,8 @@ public:
     [[nodiscard]] std::vector<Call> const& all() const { return m_calls; }
     /// The texts of the calls on these objects, still in one order.
     [[nodiscard]] std::vector<std::string> of(std::initializer_list<void const*> objects) const;
+    /// For the parts of this adapter: the object is gone, and another may get its address.
+    void forget(void const* object);
     void clear() { m_calls.clear(); }
 
 private:

@@ -10,8 +10,9 @@ namespace zelvora::memory {
 URLSession::~URLSession()
 {
     // By place, because a completion may ask for more.
-    for (std::size_t request = 0; request < m_tasks.size(); ++request) {
-        auto& task = m_tasks[request];
+    std::size_t settled = 0;
+    while (settled < m_tasks.size()) {
+        auto& task = m_tasks[settled++];
         if (!task.result)
             task.result = std::unexpected(cancelled());
         complete(task);
@@ -22,6 +23,7 @@ std::vector<platform::URLRequest> URLSession::requests() const
 {
     std::scoped_lock const lock(m_mutex);
     std::vector<platform::URLRequest> requests;
+    requests.reserve(m_tasks.size());
     for (auto const& task : m_tasks)
         requests.push_back(task.request);
     return requests;

@@ -7,6 +7,11 @@
 
 namespace zelvora::memory {
 
+UserContentController::~UserContentController()
+{
+    m_calls.forget(this);
+}
+
 platform::WKScriptMessageHandler* UserContentController::handler(std::string const& name) const
 {
     auto const found = m_handlers.find(name);

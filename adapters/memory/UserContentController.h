@@ -15,6 +15,9 @@ class CallRecord;
 class UserContentController final : public platform::WKUserContentController {
 public:
     explicit UserContentController(CallRecord& calls) : m_calls(calls) { }
+    ~UserContentController() override;
+    UserContentController(UserContentController const&) = delete;
+    UserContentController& operator=(UserContentController const&) = delete;
 
     /// Or nullptr.
     [[nodiscard]] platform::WKScriptMessageHandler* handler(std::string const& name) const;

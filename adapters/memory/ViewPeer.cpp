@@ -35,6 +35,7 @@ ViewPeer::ViewPeer(Screen& screen, platform::UIView& owner, platform::CGRect fra
 ViewPeer::~ViewPeer()
 {
     m_screen.remove(*this);
+    m_screen.calls().forget(&m_owner);
 }
 
 void ViewPeer::addSubview(platform::UIView&)

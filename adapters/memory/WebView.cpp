@@ -47,7 +47,7 @@ WebView::WebView(Screen& screen, platform::DispatchQueue& mainQueue, platform::C
     record("makeWebView");
 }
 
-bool WebView::postMessage(std::string const& name, platform::Value body)
+bool WebView::postMessage(std::string const& name, platform::Value body) const
 {
     auto* const handler = userContentController().handler(name);
     if (handler)
@@ -58,15 +58,12 @@ bool WebView::postMessage(std::string const& name, platform::Value body)
 void WebView::navigate(URL const& url)
 {
     startPendingLoad();
-    decide({ url }, [url](WebView& view, Policy policy) {
-        if (policy == Policy::Allow)
-            view.commit(url);
-    });
+    decide({ .kind = Navigation::Kind::Link, .url = url });
 }
 
 void WebView::navigateFrame(std::optional<URL> url)
 {
-    decide({ std::move(url) }, [](WebView&, Policy) { });
+    decide({ .kind = Navigation::Kind::Frame, .url = std::move(url) });
 }
 
 void WebView::setURL(std::optional<URL> url)
@@ -128,7 +125,7 @@ void WebView::load(platform::URLRequest request)
 {
     auto const& url = request.url;
     record("load " + url.absoluteString());
-    m_pendingLoad = { url, m_pendingLoad ? m_pendingLoad->previous : m_url };
+    m_pendingLoad = { Navigation::Kind::Load, url, m_pendingLoad ? m_pendingLoad->previous : m_url };
     m_mainQueue.async([weak = weak_from_this()] {
         if (auto const view = weak.lock())
             static_cast<WebView&>(*view).startPendingLoad();
@@ -140,15 +137,8 @@ void WebView::load(platform::URLRequest request)
 void WebView::goBack()
 {
     record("goBack");
-    if (!canGoBack())
-        return;
-    auto const url = m_history[m_place - 2];
-    decide({ url }, [url](WebView& view, Policy policy) {
-        if (policy == Policy::Cancel)
-            return;
-        --view.m_place;
-        view.setURL(url);
-    });
+    if (canGoBack())
+        decide({ .kind = Navigation::Kind::Back, .url = m_history[m_place - 2] });
 }
 
 void WebView::evaluateJavaScript(std::string const& script)
@@ -169,34 +159,37 @@ void WebView::record(std::string call) const
     m_screen.calls().add(static_cast<platform::UIView const*>(this), std::move(call));
 }
 
-void WebView::decide(platform::WKNavigationAction action, Outcome outcome)
+void WebView::decide(Navigation const& navigation)
 {
     // The delegate may take its time, longer than this view lives.
-    auto decided = [weak = weak_from_this(), action, outcome = std::move(outcome)](Policy policy) mutable {
-        auto const alive = weak.lock();
-        if (!alive)
-            return;
-        auto& view = static_cast<WebView&>(*alive);
-        view.m_decisions.push_back({ action, policy });
-        outcome(view, policy);
+    auto decided = [weak = weak_from_this(), navigation](Policy policy) {
+        if (auto const view = weak.lock())
+            static_cast<WebView&>(*view).didDecide(navigation, policy);
     };
     if (m_delegate)
-        m_delegate->decidePolicyFor(action, std::move(decided));
+        m_delegate->decidePolicyFor({ navigation.url }, std::move(decided));
     else
         decided(Policy::Allow);
 }
 
+void WebView::didDecide(Navigation const& navigation, Policy policy)
+{
+    using Kind = Navigation::Kind;
+    m_decisions.push_back({ { navigation.url }, policy });
+    if (policy == Policy::Cancel) {
+        if (navigation.kind == Kind::Load && m_url == navigation.url)
+            setURL(navigation.previous);
+    } else if (navigation.kind == Kind::Back) {
+        --m_place;
+        setURL(navigation.url);
+    } else if (navigation.kind != Kind::Frame)
+        commit(*navigation.url);
+}
+
 void WebView::startPendingLoad()
 {
-    if (!m_pendingLoad)
-        return;
-    auto const load = *std::exchange(m_pendingLoad, std::nullopt);
-    decide({ load.url }, [load](WebView& view, Policy policy) {
-        if (policy == Policy::Allow)
-            view.commit(load.url);
-        else if (view.m_url == load.url)
-            view.setURL(load.previous);
-    });
+    if (auto const load = std::exchange(m_pendingLoad, std::nullopt))
+        decide(*load);
 }
 
 void WebView::commit(URL const& url)

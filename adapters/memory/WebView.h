@@ -1,10 +1,11 @@
 #pragma once
 
-#include "platform/Concurrency/Block.h"
 #include "platform/Concurrency/DispatchQueue.h"
 #include "platform/WebKit/WKWebView.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -34,7 +35,7 @@ public:
         platform::WKWebViewConfiguration configuration);
 
     /// The page posts to `window.webkit.messageHandlers.NAME`. Tells whether there was a handler to hear it.
-    bool postMessage(std::string const& name, platform::Value body);
+    bool postMessage(std::string const& name, platform::Value body) const;
     /// The page or its user goes to another URL: the delegate is asked, and where it allows the URL joins the history.
     void navigate(platform::URL const& url);
     /// A navigation that leaves this view's URL as it is, such as a frame's, or one without a URL.
@@ -73,14 +74,18 @@ public:
 private:
     class URLObservation;
     using Observers = std::map<std::size_t, std::function<void(platform::WKWebView&)>>;
-    struct PendingLoad {
-        platform::URL url;
-        std::optional<platform::URL> previous;
+    struct Navigation {
+        enum class Kind : std::uint8_t { Load, Link, Back, Frame };
+
+        Kind kind = Kind::Load;
+        std::optional<platform::URL> url {};
+        /// What a load that is refused goes back to.
+        std::optional<platform::URL> previous {};
     };
-    using Outcome = platform::Block<void(WebView&, platform::WKNavigationActionPolicy)>;
 
     void record(std::string call) const;
-    void decide(platform::WKNavigationAction action, Outcome outcome);
+    void decide(Navigation const& navigation);
+    void didDecide(Navigation const& navigation, platform::WKNavigationActionPolicy policy);
     void startPendingLoad();
     void commit(platform::URL const& url);
 
@@ -93,7 +98,7 @@ private:
     bool m_inspectable = false;
     bool m_allowsGestures = false;
     std::optional<platform::URL> m_url;
-    std::optional<PendingLoad> m_pendingLoad;
+    std::optional<Navigation> m_pendingLoad;
     std::vector<platform::URL> m_history;
     // How many entries of the history lead to the page shown, itself included.
     std::size_t m_place = 0;

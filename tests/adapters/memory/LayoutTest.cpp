@@ -200,6 +200,10 @@ TEST_F(LayoutTest, WhatAViewIsToldStandsInTheRecord)
     EXPECT_EQ(screen.calls().of({ &root }),
         (Sentences { "setBackgroundColor", "bringSubviewToFront", "deactivate bottom = top" }));
     EXPECT_EQ(screen.calls().all()[1], (memory::CallRecord::Call { footer.get(), "setHidden true" }));
+
+    footer->removeFromSuperview();
+    footer.reset();
+    EXPECT_EQ(screen.calls().all()[1], (memory::CallRecord::Call { nullptr, "setHidden true" }));
 }
 
 }

@@ -1,0 +1,145 @@
+#include "tests/live/LiveShop.h"
+
+#include "adapters/gtk/Tracking/TrackingStore.h"
+#include "examples/service/CollectorStore.h"
+
+#include <cstdlib>
+#include <iostream>
+#include <mutex>
+
+namespace zelvora::tests {
+
+using examples::runUntil;
+
+struct LiveShop::Errors {
+    std::mutex mutex;
+    std::vector<ZelvoraSDKError> list;
+};
+
+namespace {
+
+constexpr int phoneWidth = 390;
+constexpr int phoneHeight = 844;
+
+GtkWidget* makeBar(char const* text, int height)
+{
+    auto* const bar = gtk_label_new(text);
+    gtk_widget_set_size_request(bar, -1, height);
+    return bar;
+}
+
+}
+
+LiveShop::LiveShop(platform::ATTrackingAuthorizationStatus status)
+    : m_data(m_directory.path() / "app")
+    , m_certificates(m_directory.path() / "service")
+    , m_errors(std::make_shared<Errors>())
+{
+    auto started = examples::Service::start({ .dataDirectory = m_certificates });
+    if (!started) {
+        std::cerr << "The local service did not start: " << started.error() << '\n';
+        std::exit(EXIT_FAILURE); // NOLINT(concurrency-mt-unsafe)
+    }
+    m_service = std::move(*started);
+    m_port = m_service->port();
+    if (status != platform::ATTrackingAuthorizationStatus::NotDetermined)
+        gtk::TrackingStore(m_data).setStatus(status);
+    install();
+}
+
+LiveShop::LiveShop(std::filesystem::path const& data, std::filesystem::path const& certificates, std::uint16_t port)
+    : m_data(data)
+    , m_certificates(certificates)
+    , m_port(port)
+    , m_errors(std::make_shared<Errors>())
+{
+    install();
+}
+
+LiveShop::~LiveShop()
+{
+    ZelvoraSDK::shared().setOnPageNavigation(nullptr);
+    m_page.reset();
+}
+
+void LiveShop::install()
+{
+    if (!gtk_init_check()) {
+        std::cerr << "The live tests need a display; run them by ./run test, or under xvfb-run.\n";
+        std::exit(EXIT_FAILURE); // NOLINT(concurrency-mt-unsafe)
+    }
+    auto const port = ":" + std::to_string(m_port);
+    auto const at = [&port](std::string const& host) { return "https://" + host + ".zelvora.localhost" + port; };
+    auto const certificate = m_certificates / "server.pem";
+    gtk::install({
+        .bundleIdentifier = "com.zelvora.live",
+        .appName = "Live",
+        .serviceAddresses =
+            platform::ServiceAddresses {
+                .productionWebHost = "shop.zelvora.localhost" + port,
+                .developmentWebHost = "dev.zelvora.localhost" + port,
+                .productionApiBase = at("api"),
+                .developmentApiBase = at("api"),
+                .lookupEndpoint = at("lookup") + "/",
+                .trackingEndpoint = at("collector") + "/v1/events",
+            },
+        .certificateAuthorityFile = m_certificates / "ca.pem",
+        .trustedCertificates = { { "hanok.shop.zelvora.localhost", certificate },
+            { "frames.zelvora.localhost", certificate } },
+        .dataDirectory = m_data,
+    });
+    m_window = GTK_WINDOW(gtk_window_new());
+    gtk_window_set_default_size(m_window, phoneWidth, phoneHeight);
+    gtk_window_set_child(m_window, gtk_label_new("Home"));
+    m_presenter = gtk::wrapWindow(m_window);
+    gtk_window_present(m_window);
+}
+
+void LiveShop::initialize(std::shared_ptr<ZelvoraSDK::ZelvoraSDKDelegate> const& delegate)
+{
+    auto& sdk = ZelvoraSDK::shared();
+    sdk.setOnPageNavigation([this](std::string const& url) { m_urls.push_back(url); });
+    auto const onError = [errors = m_errors](std::optional<ZelvoraSDKError> const& error) {
+        std::scoped_lock const lock(errors->mutex);
+        errors->list.push_back(error.value());
+    };
+    auto const header = [](platform::UIViewController&) { return gtk::wrapWidget(makeBar("Header", 50)); };
+    auto const footer = [](platform::UIViewController&) { return gtk::wrapWidget(makeBar("Footer", 60)); };
+    sdk.initialize("user 가", "demo-key", true, false, true, header, footer, delegate, onError);
+}
+
+bool LiveShop::open()
+{
+    ZelvoraSDK::shared().start(m_presenter);
+    if (!runUntil([] { return ZelvoraSDK::shared().activeWebView() != nullptr; }))
+        return false;
+    auto const view = ZelvoraSDK::shared().activeWebView();
+    auto const* webView = dynamic_cast<platform::WKWebView const*>(view->subviews().front().get());
+    m_engine = gtk::webKitWebViewOf(*webView);
+    m_page = std::make_unique<examples::Page>(m_engine);
+    return m_page->waitUntilReady("/v1/");
+}
+
+bool LiveShop::openPage(std::string const& name)
+{
+    (void)page().evaluate("(location.href = " + examples::Page::literal(name) + " + location.search, true)");
+    return page().waitUntilReady("/" + name);
+}
+
+std::size_t LiveShop::collectedBatches()
+{
+    return m_service->collected().batches().size();
+}
+
+std::vector<ZelvoraSDKError> LiveShop::errors()
+{
+    std::scoped_lock const lock(m_errors->mutex);
+    return m_errors->list;
+}
+
+bool LiveShop::logHas(std::string const& text)
+{
+    return page().waitFor("document.getElementById('log').textContent.includes(" + examples::Page::literal(text) + ")");
+}
+
+}

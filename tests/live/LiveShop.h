@@ -1,0 +1,76 @@
+#pragma once
+
+#include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
+#include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
+#include "adapters/gtk/Host.h"
+#include "examples/driving/Page.h"
+#include "examples/driving/runUntil.h"
+#include "examples/service/Service.h"
+#include "platform/Tracking/ATTrackingManager.h"
+#include "tests/examples/TemporaryDirectory.h"
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zelvora::tests {
+
+/// The SDK on the real platform, with the local service and a window of a phone's size on an X display. What goes wrong
+/// while it is made fails the test that calls.
+class LiveShop final {
+public:
+    /// A service of its own; the user has answered the question about tracking already, unless `status` is not
+    /// determined.
+    explicit LiveShop(platform::ATTrackingAuthorizationStatus status = platform::ATTrackingAuthorizationStatus::Denied);
+    /// Another life of an app: its data, and the service that runs already.
+    LiveShop(std::filesystem::path const& data, std::filesystem::path const& certificates, std::uint16_t port);
+    LiveShop(LiveShop const&) = delete;
+    LiveShop& operator=(LiveShop const&) = delete;
+    ~LiveShop();
+
+    /// With a delegate that the SDK holds weakly, and errors and URLs remembered.
+    void initialize(std::shared_ptr<ZelvoraSDK::ZelvoraSDKDelegate> const& delegate = nullptr);
+    /// Presents the container over the window, with a header and a footer, and waits for its first page.
+    [[nodiscard]] bool open();
+    /// Another page of the shop.
+    [[nodiscard]] bool openPage(std::string const& name);
+
+    [[nodiscard]] examples::Service& service() { return *m_service; }
+    [[nodiscard]] examples::Page& page() { return *m_page; }
+    [[nodiscard]] std::shared_ptr<platform::UIViewController> presenter() const { return m_presenter; }
+    [[nodiscard]] GtkWindow* window() { return m_window; }
+    [[nodiscard]] std::filesystem::path data() const { return m_data; }
+    [[nodiscard]] std::filesystem::path certificates() const { return m_certificates; }
+    [[nodiscard]] std::uint16_t port() const { return m_port; }
+
+    /// The bodies that the collector took, in order.
+    [[nodiscard]] std::size_t collectedBatches();
+    /// Of the completion handler, in the order in which it was called.
+    [[nodiscard]] std::vector<ZelvoraSDKError> errors();
+    [[nodiscard]] std::vector<std::string> const& urls() const { return m_urls; }
+    [[nodiscard]] WebKitWebView* engine() { return m_engine; }
+
+    /// What the page logs, when it has it; false after a while.
+    [[nodiscard]] bool logHas(std::string const& text);
+
+private:
+    void install();
+
+    struct Errors;
+
+    examples::TemporaryDirectory m_directory;
+    std::unique_ptr<examples::Service> m_service;
+    std::filesystem::path m_data;
+    std::filesystem::path m_certificates;
+    std::uint16_t m_port = 0;
+    GtkWindow* m_window = nullptr;
+    WebKitWebView* m_engine = nullptr;
+    std::shared_ptr<platform::UIViewController> m_presenter;
+    std::unique_ptr<examples::Page> m_page;
+    std::shared_ptr<Errors> m_errors;
+    std::vector<std::string> m_urls;
+};
+
+}

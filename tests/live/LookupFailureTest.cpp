@@ -1,0 +1,90 @@
+#include "tests/ZelvoraIOS/support/ZelvoraSDKInspector.h"
+#include "tests/live/LiveShop.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <optional>
+#include <ostream>
+#include <string>
+
+namespace zelvora::tests {
+
+namespace {
+
+using examples::BodyFault;
+using examples::Cut;
+using examples::Fault;
+using examples::runUntil;
+
+struct Failure {
+    std::string name;
+    Fault fault;
+    /// How the detail begins; absent for a failure that is not told.
+    std::optional<std::string> detail;
+};
+
+void PrintTo(Failure const& failure, std::ostream* stream)
+{
+    *stream << failure.name;
+}
+
+class LookupFailureTest : public testing::TestWithParam<Failure> {
+protected:
+    LiveShop shop;
+};
+
+// The loader's and the reader's own words.
+constexpr char const* anything = "";
+
+std::string nameOf(testing::TestParamInfo<Failure> const& info)
+{
+    return info.param.name;
+}
+
+}
+
+TEST_P(LookupFailureTest, TheHostIsToldAndALaunchSaysThatThereIsNoShopId)
+{
+    shop.service().faults().set(examples::Target::Lookup, GetParam().fault);
+    shop.initialize();
+    ASSERT_TRUE(runUntil([] { return !ZelvoraSDKInspector::isInitializing(); }, 60));
+
+    auto const errors = shop.errors();
+    if (!GetParam().detail) {
+        EXPECT_TRUE(errors.empty());
+    } else {
+        ASSERT_EQ(errors.size(), 1U);
+        EXPECT_EQ(errors.front().code(), "E200");
+        EXPECT_TRUE(errors.front().detail().value_or("").starts_with(*GetParam().detail))
+            << errors.front().detail().value_or("");
+    }
+    auto const result = ZelvoraSDK::shared().start(shop.presenter());
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error(), ZelvoraSDKError::shopIdNotInitialized());
+    EXPECT_EQ(shop.service().faults().requests(examples::Target::Lookup), 1U) << "there is no second attempt";
+}
+
+INSTANTIATE_TEST_SUITE_P(Failures, LookupFailureTest,
+    testing::Values(Failure { "ServerError", { .status = 500 }, "fetchShopId - 500" },
+        Failure { "Created", { .status = 201 }, "fetchShopId - 201" },
+        Failure { "NoContent", { .status = 204 }, "fetchShopId - 204" },
+        Failure { "NotFound", { .status = 404 }, "fetchShopId - 404" },
+        Failure { "CutBeforeTheAnswer", { .cut = Cut::BeforeAnswer }, anything },
+        Failure { "CutInTheMiddle", { .cut = Cut::MidBody }, anything },
+        Failure { "NotJSON", { .body = BodyFault::BrokenJson }, anything },
+        Failure { "Empty", { .body = BodyFault::Empty }, anything },
+        Failure { "ANumberForAShopId", { .body = BodyFault::WrongShape }, std::nullopt },
+        Failure { "AHundredMegabytes", { .body = BodyFault::Huge, .bytes = 100'000'000 }, std::nullopt }),
+    nameOf);
+
+TEST(SlowLookupTest, ASlowAnswerIsWaitedForAndALaunchMeanwhileComesAfterIt)
+{
+    LiveShop shop;
+    shop.service().faults().set(examples::Target::Lookup, { .delay = std::chrono::milliseconds(1500), .requests = 1 });
+    shop.initialize();
+    EXPECT_TRUE(shop.open());
+    EXPECT_TRUE(shop.errors().empty());
+}
+
+}

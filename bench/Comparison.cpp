@@ -1,0 +1,40 @@
+#include "bench/Comparison.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <vector>
+
+namespace zelvora::bench {
+
+double Comparison::seconds(std::function<void()> const& work) const
+{
+    auto const begin = std::chrono::steady_clock::now();
+    for (std::size_t i = 0; i < m_repetitions; ++i)
+        work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+}
+
+double Comparison::print(std::string const& name, std::function<void()> const& work, std::string const& reference,
+    std::function<void()> const& referenceWork) const
+{
+    // The first calls of both pay for what the later ones find ready.
+    work();
+    referenceWork();
+    std::vector<double> ratios;
+    for (std::size_t round = 0; round < m_rounds; ++round) {
+        // Taking turns at being first, in case the first of a pair has it harder.
+        auto const workFirst = round % 2 == 0;
+        auto const first = seconds(workFirst ? work : referenceWork);
+        auto const second = seconds(workFirst ? referenceWork : work);
+        ratios.push_back(workFirst ? first / second : second / first);
+    }
+    std::ranges::sort(ratios);
+    auto const median = ratios[ratios.size() / 2];
+    // Standard output is the SDK's, which logs there.
+    std::fprintf(stderr, "  %-58s %7.2f times %s (%.2f to %.2f)\n", name.c_str(), median, reference.c_str(),
+        ratios[ratios.size() / 4], ratios[ratios.size() * 3 / 4]);
+    return median;
+}
+
+}

@@ -1,0 +1,34 @@
+#include "bench/JournalPlatform.h"
+
+#include <cstdio>
+
+namespace zelvora::bench {
+
+namespace {
+
+// The memory adapter's log keeps every line; a system log does not, and debug is off there.
+class QuietLogger final : public platform::Logger {
+public:
+    [[nodiscard]] bool isEnabled(platform::OSLogType type) const override
+    {
+        return type != platform::OSLogType::Debug && type != platform::OSLogType::Info;
+    }
+    void log(platform::OSLogType, std::string const& message) override
+    {
+        std::fprintf(stderr, "log: %s\n", message.c_str());
+    }
+};
+
+}
+
+JournalPlatform::JournalPlatform(std::string const& path)
+    : m_userDefaults(path, [](std::string const& line) { std::fprintf(stderr, "journal: %s\n", line.c_str()); })
+{
+}
+
+std::unique_ptr<platform::Logger> JournalPlatform::makeLogger(std::string const&, std::string const&)
+{
+    return std::make_unique<QuietLogger>();
+}
+
+}

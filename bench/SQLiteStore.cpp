@@ -1,0 +1,73 @@
+#include "bench/SQLiteStore.h"
+
+#include <sqlite3.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace zelvora::bench {
+
+namespace {
+
+void require(bool succeeded, sqlite3* database)
+{
+    if (succeeded)
+        return;
+    std::fprintf(stderr, "SQLite: %s\n", sqlite3_errmsg(database));
+    std::exit(EXIT_FAILURE); // NOLINT(concurrency-mt-unsafe)
+}
+
+}
+
+SQLiteStore::SQLiteStore(std::filesystem::path const& file)
+{
+    require(sqlite3_open(file.c_str(), &m_database) == SQLITE_OK, m_database);
+    auto const* const schema = "PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL;"
+                               "CREATE TABLE preferences (key TEXT PRIMARY KEY, value BLOB) WITHOUT ROWID;"
+                               "CREATE TABLE events (id INTEGER PRIMARY KEY, event BLOB);";
+    require(sqlite3_exec(m_database, schema, nullptr, nullptr, nullptr) == SQLITE_OK, m_database);
+    m_set = prepare("INSERT OR REPLACE INTO preferences VALUES (?1, ?2)");
+    m_append = prepare("INSERT INTO events (event) VALUES (?1)");
+    m_drop = prepare("DELETE FROM events WHERE id IN (SELECT id FROM events ORDER BY id LIMIT ?1)");
+}
+
+SQLiteStore::~SQLiteStore()
+{
+    for (auto* statement : { m_set, m_append, m_drop })
+        sqlite3_finalize(statement);
+    sqlite3_close(m_database);
+}
+
+sqlite3_stmt* SQLiteStore::prepare(char const* sql)
+{
+    sqlite3_stmt* statement = nullptr;
+    require(sqlite3_prepare_v2(m_database, sql, -1, &statement, nullptr) == SQLITE_OK, m_database);
+    return statement;
+}
+
+void SQLiteStore::run(sqlite3_stmt* statement)
+{
+    require(sqlite3_step(statement) == SQLITE_DONE, sqlite3_db_handle(statement));
+    sqlite3_reset(statement);
+}
+
+void SQLiteStore::set(std::string const& key, std::string const& value)
+{
+    sqlite3_bind_text(m_set, 1, key.data(), static_cast<int>(key.size()), SQLITE_STATIC);
+    sqlite3_bind_blob(m_set, 2, value.data(), static_cast<int>(value.size()), SQLITE_STATIC);
+    run(m_set);
+}
+
+void SQLiteStore::append(std::string const& event)
+{
+    sqlite3_bind_blob(m_append, 1, event.data(), static_cast<int>(event.size()), SQLITE_STATIC);
+    run(m_append);
+}
+
+void SQLiteStore::dropFirst(int count)
+{
+    sqlite3_bind_int(m_drop, 1, count);
+    run(m_drop);
+}
+
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace zelvora::bench {
+
+/// The peer's way: preferences and a queue of events in SQLite, in WAL mode with synchronous=NORMAL, one transaction a
+/// change.
+class SQLiteStore final {
+public:
+    explicit SQLiteStore(std::filesystem::path const& file);
+    SQLiteStore(SQLiteStore const&) = delete;
+    SQLiteStore& operator=(SQLiteStore const&) = delete;
+    ~SQLiteStore();
+
+    void set(std::string const& key, std::string const& value);
+    void append(std::string const& event);
+    void dropFirst(int count);
+
+private:
+    [[nodiscard]] sqlite3_stmt* prepare(char const* sql);
+    static void run(sqlite3_stmt* statement);
+
+    sqlite3* m_database = nullptr;
+    sqlite3_stmt* m_set = nullptr;
+    sqlite3_stmt* m_append = nullptr;
+    sqlite3_stmt* m_drop = nullptr;
+};
+
+}

@@ -1,0 +1,178 @@
+// What keeping a value and an event costs, against one write(2) of the same bytes and against SQLite.
+
+#include "ZelvoraIOS/ZelvoraJavascriptInterface.h"
+#include "ZelvoraIOS/ZelvoraStorage.h"
+#include "adapters/shared/JournaledUserDefaults.h"
+#include "bench/Comparison.h"
+#include "bench/JournalPlatform.h"
+#include "bench/SQLiteStore.h"
+#include "bench/WriteFloor.h"
+#include "platform/Foundation/Array.h"
+#include "platform/Foundation/Dictionary.h"
+#include "platform/Platform.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+namespace {
+
+using namespace zelvora;
+using bench::Comparison;
+using bench::SQLiteStore;
+using bench::WriteFloor;
+using platform::Array;
+using platform::Dictionary;
+using platform::Value;
+using shared::JournaledUserDefaults;
+
+constexpr std::size_t few = 100;
+constexpr std::size_t many = 100'000;
+constexpr char const* eventsKey = "events";
+
+struct Folder {
+    Folder() : path(std::filesystem::temp_directory_path() / ("zelvora-bench-" + std::to_string(std::rand())))
+    {
+        std::filesystem::create_directories(path);
+    }
+    ~Folder() { std::filesystem::remove_all(path); }
+
+    std::filesystem::path path;
+};
+
+Dictionary makeEvent(std::size_t number)
+{
+    return { { "eventId", "product_view" }, { "adid", Value() }, { "productId", "moon-jar" }, { "price", 89000 },
+        { "page", "/v1/product.html" }, { "number", number } };
+}
+
+// About as long as the event in the journal.
+std::string const eventText = R"({"eventId":"product_view","adid":null,"productId":"moon-jar","price":89000,)"
+                              R"("page":"/v1/product.html","number":12345})";
+
+void logError(std::string const& line)
+{
+    std::fprintf(stderr, "journal: %s\n", line.c_str());
+}
+
+// A queue in a journal of its own.
+class Queue final {
+public:
+    Queue(std::filesystem::path const& file, std::size_t length) : m_path(file), m_store(file, &logError)
+    {
+        Array events;
+        for (std::size_t i = 0; i < length; ++i)
+            events = events.appending(makeEvent(i));
+        m_store.setObject(events, eventsKey);
+    }
+
+    // Always the same event: making one is the page's cost, not the queue's.
+    void append() { m_store.setObject(read().appending(m_event), eventsKey); }
+    void dropFirst(std::size_t count) { m_store.setObject(read().droppingFirst(count), eventsKey); }
+
+    // Measured, so that the floor writes the same.
+    std::size_t bytesOfAppending()
+    {
+        m_store.synchronize();
+        auto const before = std::filesystem::file_size(m_path);
+        append();
+        auto const bytes = std::filesystem::file_size(m_path) - before;
+        std::fprintf(stderr, "  (an event takes %zu bytes in the journal)\n", static_cast<std::size_t>(bytes));
+        return bytes;
+    }
+
+private:
+    Array read() { return *m_store.object(eventsKey)->array(); }
+
+    std::filesystem::path m_path;
+    JournaledUserDefaults m_store;
+    Value m_event = makeEvent(12345);
+};
+
+std::size_t bytesOfSetting(JournaledUserDefaults& store, std::filesystem::path const& file, std::string const& value)
+{
+    store.setObject("another", "key");
+    auto const before = std::filesystem::file_size(file);
+    store.setObject(value, "key");
+    return std::filesystem::file_size(file) - before;
+}
+
+void measureSet(std::filesystem::path const& folder)
+{
+    auto const file = folder / "set.journal";
+    JournaledUserDefaults store(file, &logError);
+    SQLiteStore sqlite(folder / "set.sqlite");
+    std::string value(100, 'v');
+    WriteFloor const floor(folder / "set.floor", bytesOfSetting(store, file, value));
+
+    // Every value is another: the same again would not be written.
+    auto const set = [&, number = 0]() mutable {
+        value.replace(0, 8, std::to_string(10'000'000 + ++number));
+        store.setObject(value, "key");
+    };
+    auto const setSQLite = [&, number = 0]() mutable {
+        value.replace(0, 8, std::to_string(10'000'000 + ++number));
+        sqlite.set("key", value);
+    };
+    Comparison const comparison(41, 500);
+    comparison.print("set of 100 bytes in the journal", set, "one write(2)", std::ref(floor));
+    comparison.print("set of 100 bytes in SQLite, WAL", setSQLite, "one write(2)", std::ref(floor));
+    comparison.print("set of 100 bytes in SQLite, WAL", setSQLite, "the journal", set);
+}
+
+void measureQueue(std::filesystem::path const& folder)
+{
+    Queue shortQueue(folder / "short.journal", few);
+    Queue longQueue(folder / "long.journal", many);
+    SQLiteStore sqlite(folder / "queue.sqlite");
+    for (std::size_t i = 0; i < few; ++i)
+        sqlite.append(eventText);
+    WriteFloor const floor(folder / "queue.floor", longQueue.bytesOfAppending());
+
+    Comparison const comparison(41, 200);
+    auto const appendLong = [&] { longQueue.append(); };
+    auto const appendShort = [&] { shortQueue.append(); };
+    auto const appendSQLite = [&] { sqlite.append(eventText); };
+    comparison.print("append to 100 events in the journal", appendShort, "one write(2)", std::ref(floor));
+    comparison.print("append to 100,000 events in the journal", appendLong, "one write(2)", std::ref(floor));
+    comparison.print("append to 100,000 events", appendLong, "append to 100", appendShort);
+    comparison.print("append in SQLite, WAL", appendSQLite, "one write(2)", std::ref(floor));
+
+    // Each drop has something to drop: what is dropped is appended again, unmeasured in neither.
+    Comparison const drops(21, 5);
+    drops.print("drop 500 of 100,000 events", [&] { longQueue.dropFirst(500); }, "append to 100,000", appendLong);
+}
+
+void measureSDK(std::filesystem::path const& folder)
+{
+    platform::Platform::install(std::make_unique<bench::JournalPlatform>((folder / "sdk.journal").string()));
+    WriteFloor const floor(folder / "sdk.floor", eventText.size());
+    auto save = [number = std::size_t(0)]() mutable { ZelvoraStorage::saveEventTrackingData(makeEvent(++number)); };
+    auto post = [number = std::size_t(0)]() mutable {
+        Dictionary const body { { "action", "saveEvent" }, { "data", makeEvent(++number) } };
+        ZelvoraJavascriptInterface::handle({ "zelvora", body }, nullptr, nullptr);
+    };
+
+    Comparison const comparison(31, 200);
+    for (std::size_t i = 0; i < few; ++i)
+        save();
+    comparison.print("an event through the SDK, short queue", save, "one write(2)", std::ref(floor));
+    comparison.print("a saveEvent message through handle", post, "saving the event alone", save);
+    while (ZelvoraStorage::getEventTrackingData().size() < many)
+        save();
+    comparison.print("an event through the SDK, 100,000 queued", save, "one write(2)", std::ref(floor));
+}
+
+}
+
+int main()
+{
+    Folder const folder;
+    std::fprintf(stderr, "Storage (medians of ratios; in brackets the middle half)\n");
+    measureSet(folder.path);
+    measureQueue(folder.path);
+    measureSDK(folder.path);
+    return EXIT_SUCCESS;
+}

@@ -38,13 +38,31 @@ struct Array::Chunk {
     {
         for (std::size_t i = 0; i < capacity; ++i)
             Dismantling::take(elements[i]);
-        // A long chain must not be destroyed by recursion. A count of one cannot rise: nobody else has the link.
-        auto rest = std::move(next);
-        while (rest && rest.use_count() == 1)
-            rest = std::exchange(rest->next, nullptr);
+        drop(std::move(next));
     }
     Chunk(Chunk const&) = delete;
     Chunk& operator=(Chunk const&) = delete;
+
+    // A long chain must not be destroyed by recursion: the outermost destructor on the thread lets go of the links that
+    // have come in. It lets go like any other holder, because only the last one sees what other threads did to a link.
+    static void drop(std::shared_ptr<Chunk> link)
+    {
+        if (!link)
+            return;
+        static thread_local std::vector<std::shared_ptr<Chunk>>* s_waiting = nullptr;
+        if (s_waiting) {
+            s_waiting->push_back(std::move(link));
+            return;
+        }
+        std::vector<std::shared_ptr<Chunk>> waiting;
+        s_waiting = &waiting;
+        waiting.push_back(std::move(link));
+        while (!waiting.empty()) {
+            auto const dropped = std::move(waiting.back());
+            waiting.pop_back();
+        }
+        s_waiting = nullptr;
+    }
 
     [[nodiscard]] std::uint64_t end() const { return first + capacity; }
 

@@ -154,13 +154,13 @@ TEST(ValueTest, NestingCountsTheContainersInsideOneAnother)
     EXPECT_EQ(nestedArrays(600).nesting(), 600U);
 }
 
-TEST(ValueTest, AMillionLevelsAreDestroyedWithoutRecursion)
+TEST(ValueTest, ManyLevelsAreDestroyedWithoutRecursion)
 {
-    auto arrays = nestedArrays(1'000'000);
-    EXPECT_EQ(arrays.nesting(), 1'000'000U);
+    auto arrays = nestedArrays(200'000);
+    EXPECT_EQ(arrays.nesting(), 200'000U);
     arrays = Value();
     Value dictionaries;
-    for (int i = 0; i < 300'000; ++i)
+    for (int i = 0; i < 100'000; ++i)
         dictionaries = i % 2 == 0 ? Value(Dictionary { { "a", dictionaries } }) : Value(Array { dictionaries });
     dictionaries = Value();
     EXPECT_TRUE(dictionaries.isNull());

@@ -293,19 +293,17 @@ private:
     int m_count;
 };
 
-Task<void> hopOften(DispatchQueue* first, DispatchQueue* second, std::atomic<int>* hops)
+Task<void> hopOften(DispatchQueue* queue, std::atomic<int>* hops)
 {
-    for (int i = 0; i < 20; ++i) {
-        co_await resumeOn(*first);
-        ++*hops;
-        co_await resumeOn(*second);
+    for (int i = 0; i < 40; ++i) {
+        co_await resumeOn(*queue);
         ++*hops;
     }
 }
 
-Task<void> hopInPairs(DispatchQueue* first, DispatchQueue* second, std::atomic<int>* hops, Countdown* countdown)
+Task<void> hopInPairs(DispatchQueue* queue, std::atomic<int>* hops, Countdown* countdown)
 {
-    auto children = whenAll(hopOften(first, second, hops), hopOften(second, first, hops));
+    auto children = whenAll(hopOften(queue, hops), hopOften(queue, hops));
     co_await children;
     countdown->arrive();
 }
@@ -315,10 +313,9 @@ TEST(TaskThreadsTest, TasksOnManyThreadsAllEnd)
     constexpr int count = 100;
     std::atomic<int> hops = 0;
     Countdown countdown(count);
-    shared::ThreadPoolQueue first(3);
-    shared::ThreadPoolQueue second(3);
+    shared::ThreadPoolQueue queue(4);
     for (int i = 0; i < count; ++i)
-        spawn(first, hopInPairs(&first, &second, &hops, &countdown));
+        spawn(queue, hopInPairs(&queue, &hops, &countdown));
     EXPECT_TRUE(countdown.wait());
     EXPECT_EQ(hops, count * 80);
 }

@@ -123,9 +123,10 @@ void PreferencesJournal::didWrite()
 {
     m_connection.didChange();
     m_writing.end();
+    m_hasUnsyncedWrites = true;
     if (!m_syncDue)
         m_syncDue = std::chrono::steady_clock::now() + m_tuning.syncDelay;
-    m_wantsCompaction = m_wantsCompaction || isMostlyGarbage();
+    m_wantsCompaction = m_wantsCompaction || (!m_isCompacting && isMostlyGarbage());
     if (m_record.capacity() > keptRecordCapacity)
         m_record = {};
 }
@@ -143,7 +144,8 @@ std::optional<PreferencesJournal::SyncWork> PreferencesJournal::beginSync()
         return std::nullopt;
     lookForTheFile();
     m_syncDue.reset();
-    return SyncWork { .file = m_connection.file(), .includesName = m_connection.takeNameChange() };
+    auto file = std::exchange(m_hasUnsyncedWrites, false) ? m_connection.file() : nullptr;
+    return SyncWork { .file = std::move(file), .includesName = m_connection.takeNameChange() };
 }
 
 void PreferencesJournal::lookForTheFile()
@@ -155,16 +157,19 @@ void PreferencesJournal::lookForTheFile()
     m_mustRewrite = true;
 }
 
-std::expected<void, FileFailure> PreferencesJournal::sync(SyncWork const& work) const
+std::expected<void, PreferencesJournal::SyncFailure> PreferencesJournal::sync(SyncWork const& work) const
 {
-    if (m_operations.sync(work.file->number()) < 0)
-        return fileFailure("cannot sync", m_path);
+    if (work.file && m_operations.sync(work.file->number()) < 0)
+        return std::unexpected(SyncFailure { SyncFailure::Part::Content, fileFailure("cannot sync", m_path).error() });
     if (!work.includesName)
         return {};
-    return syncDirectory(m_operations, std::filesystem::path(m_path).parent_path().string());
+    auto synced = syncDirectory(m_operations, std::filesystem::path(m_path).parent_path().string());
+    if (!synced)
+        return std::unexpected(SyncFailure { SyncFailure::Part::Name, synced.error() });
+    return {};
 }
 
-void PreferencesJournal::finishSync(SyncWork const& work, std::expected<void, FileFailure> const& result)
+void PreferencesJournal::finishSync(SyncWork const& work, std::expected<void, SyncFailure> const& result)
 {
     if (result) {
         m_syncing.end();
@@ -172,9 +177,11 @@ void PreferencesJournal::finishSync(SyncWork const& work, std::expected<void, Fi
         if (work.includesName)
             m_connection.noteNameChange();
         // What a failed sync dropped a second one does not bring back: only a new file will do.
-        m_mustRewrite = m_mustRewrite || work.file == m_connection.file();
-        if (m_syncing.begins(result.error().reason))
-            m_remarks.push_back(result.error().reason + "; a power cut may lose the last changes");
+        if (result.error().part == SyncFailure::Part::Content && work.file == m_connection.file())
+            m_mustRewrite = true;
+        auto const& reason = result.error().failure.reason;
+        if (m_syncing.begins(reason))
+            m_remarks.push_back(reason + "; a power cut may lose the last changes");
     }
     // As often as there is something to sync, until it is done.
     m_wantsCompaction = m_wantsCompaction || m_mustRewrite;
@@ -188,7 +195,6 @@ bool PreferencesJournal::isMostlyGarbage() const
 
 void PreferencesJournal::postponeCompaction()
 {
-    m_wantsCompaction = false;
     if (auto const& file = m_connection.file())
         m_compactionThreshold = file->end() + m_tuning.smallestCompaction;
 }
@@ -203,6 +209,7 @@ std::unique_ptr<JournalCompaction> PreferencesJournal::beginCompaction()
         postponeCompaction();
         return nullptr;
     }
+    m_isCompacting = true;
     return std::make_unique<JournalCompaction>(m_operations, m_connection.file(), m_connection.state().snapshot());
 }
 
@@ -212,6 +219,7 @@ void PreferencesJournal::finishCompaction(
     auto const done = written ? putInPlace(*compaction) : written;
     compaction.reset();
     m_connection.turns().giveUpCompaction();
+    m_isCompacting = false;
     if (!done) {
         postponeCompaction();
         if (done.error().number != ECANCELED && m_compacting.begins(done.error().reason))
@@ -239,6 +247,7 @@ std::expected<void, FileFailure> PreferencesJournal::putInPlace(JournalCompactio
     m_wantsCompaction = false;
     m_compactionThreshold = m_tuning.smallestCompaction;
     // The content is durable; the name is not yet.
+    m_hasUnsyncedWrites = false;
     m_syncDue = std::chrono::steady_clock::now();
     return {};
 }

@@ -33,13 +33,19 @@ public:
     /// When the file wants syncing at the latest.
     [[nodiscard]] std::optional<std::chrono::steady_clock::time_point> syncDue() const { return m_syncDue; }
     struct SyncWork {
+        /// nullptr where only the name is new.
         std::shared_ptr<JournalFile const> file;
         bool includesName = false;
     };
+    struct SyncFailure {
+        enum class Part : std::uint8_t { Content, Name };
+        Part part = Part::Content;
+        FileFailure failure;
+    };
     [[nodiscard]] std::optional<SyncWork> beginSync();
     /// Any thread, between the halves.
-    [[nodiscard]] std::expected<void, FileFailure> sync(SyncWork const& work) const;
-    void finishSync(SyncWork const& work, std::expected<void, FileFailure> const& result);
+    [[nodiscard]] std::expected<void, SyncFailure> sync(SyncWork const& work) const;
+    void finishSync(SyncWork const& work, std::expected<void, SyncFailure> const& result);
 
     [[nodiscard]] bool wantsCompaction() const { return m_wantsCompaction; }
     /// nullptr where there is no need any more or another process is at it.
@@ -67,8 +73,10 @@ private:
     std::unordered_map<std::string, std::optional<platform::Value>> m_unwritten;
     std::string m_record;
     std::optional<std::chrono::steady_clock::time_point> m_syncDue;
+    bool m_hasUnsyncedWrites = false;
     std::uint64_t m_compactionThreshold;
     bool m_wantsCompaction = false;
+    bool m_isCompacting = false;
     /// The file on the disk is not what was written to it: only a new one will do.
     bool m_mustRewrite = false;
     FailureEpisode m_writing;

@@ -247,6 +247,27 @@ TEST_F(JournalFaultTest, SaysThatASyncFailedInOneLineAndWritesTheFileAnew)
     EXPECT_EQ(get("key"), Value { 2 });
 }
 
+TEST_F(JournalFaultTest, SaysThatItsDirectoryCouldNotBeSyncedAndTriesAgainWithTheNextSync)
+{
+    auto const directory = m_directory.path().substr(m_directory.path().rfind('/') + 1);
+    m_operations.failSyncing(directory, EIO);
+    open();
+    for (int i = 0; i < 3; ++i) {
+        set("key", i);
+        m_store->synchronize();
+    }
+    EXPECT_EQ(log().size(), 1U);
+    EXPECT_EQ(m_operations.count("sync " + directory), 3);
+    m_operations.failSyncing(directory, 0);
+    set("key", 3);
+    m_store->synchronize();
+    set("key", 4);
+    m_store->synchronize();
+    EXPECT_EQ(m_operations.count("sync " + directory), 4);
+    close();
+    EXPECT_EQ(m_operations.count("rename preferences.compacting"), 0);
+}
+
 TEST_F(JournalFaultTest, WritesAFileAnewThatWasRemovedWhileInUse)
 {
     open();

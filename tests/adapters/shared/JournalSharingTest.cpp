@@ -148,11 +148,11 @@ TEST_F(JournalSharingTest, SeveralStoresOfOneProcessThatCompactLoseNothing)
                 store->setObject(Value(std::string(100, static_cast<char>('a' + i % 26))), key);
                 EXPECT_EQ(store->object(key + "queue")->array()->size(), static_cast<std::size_t>(i + 1));
             }
+            EXPECT_TRUE(m_operations.waitFor("rename preferences.compacting"));
         });
     }
     for (auto& thread : threads)
         thread.join();
-    EXPECT_GT(m_operations.count("rename preferences.compacting"), 0);
     open();
     for (int number = 0; number < 3; ++number)
         EXPECT_EQ(array("key" + std::to_string(number) + "queue").size(), std::size_t { perThread });

@@ -98,11 +98,13 @@ std::string nameOf(std::string const& event)
 void appendBatch(std::string& page, CollectedBatch const& batch, std::size_t shown, Words const& words)
 {
     page.append("<section><h2>").append(words.batch).append(" ").append(std::to_string(batch.number));
-    page.append(" <span class=\"profile\">").append(escaped(batch.profile)).append("</span>");
+    page.append(R"( <span class="profile">)").append(escaped(batch.profile)).append("</span>");
     page.append(" <time>").append(escaped(batch.receivedAt)).append("</time></h2>");
     for (std::size_t i = 0; i < shown; ++i) {
         auto const& event = batch.events[i];
-        page.append("<div class=\"event\"><b>").append(std::to_string(i + 1)).append("</b><div><span class=\"name\">");
+        page.append(R"(<div class="event"><b>)")
+            .append(std::to_string(i + 1))
+            .append(R"(</b><div><span class="name">)");
         page.append(escaped(nameOf(event)))
             .append("</span><code>")
             .append(escaped(event))
@@ -139,10 +141,10 @@ std::string collectorPage(std::vector<CollectedBatch> const& batches, Language l
 
     std::string page = R"(<!DOCTYPE html><html lang=")";
     page.append(words.language).append(R"("><head><meta charset="utf-8"><title>)").append(words.title);
-    page.append("</title><meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"><style>");
+    page.append(R"(</title><meta name="viewport" content="width=device-width, initial-scale=1"><style>)");
     page.append(s_style).append("</style></head><body><main><header><h1>").append(words.title);
-    page.append("</h1><a href=\"?lang=").append(words.otherLanguageQuery).append("\">").append(words.otherLanguage);
-    page.append("</a></header><div class=\"totals\">");
+    page.append(R"(</h1><a href="?lang=)").append(words.otherLanguageQuery).append(R"(">)").append(words.otherLanguage);
+    page.append(R"(</a></header><div class="totals">)");
     appendTotal(page, words.batches, batches.size());
     appendTotal(page, words.events, events);
     page += "</div>";

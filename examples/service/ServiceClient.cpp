@@ -36,10 +36,10 @@ Answer ServiceClient::post(std::string const& address, std::string const& body, 
 
 std::string ServiceClient::statusOfPath(std::string const& address, std::string const& path)
 {
-    auto* uri = g_uri_parse(address.c_str(), static_cast<GUriFlags>(SOUP_HTTP_URI_FLAGS), nullptr);
+    ObjectPointer<SoupMessage> const message(soup_message_new("GET", address.c_str()));
+    auto* uri = soup_message_get_uri(message.get());
     std::string const host = g_uri_get_host(uri);
     auto const port = static_cast<guint16>(g_uri_get_port(uri));
-    g_uri_unref(uri);
 
     ObjectPointer<GSocketClient> const client(g_socket_client_new());
     ObjectPointer<GSocketConnection> const plain(

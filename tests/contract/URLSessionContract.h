@@ -102,7 +102,8 @@ TYPED_TEST_P(URLSessionContract, AnEmptyBodyIsEmpty)
 
 TYPED_TEST_P(URLSessionContract, TheRequestArrivesAsItWasMade)
 {
-    std::string const body("{\"profile\":\"\xea\xb0\x80\",\"nul\":\"\0\"}", 29);
+    using namespace std::string_literals;
+    auto const body = "{\"profile\":\"가\",\"nul\":\"\0\"}"s;
     auto const result = this->load({
         .url = this->m_harness.answering(200, ""),
         .httpMethod = "POST",

@@ -4,6 +4,7 @@
 #include "ZelvoraIOS/ZelvoraStorage.h"
 #include "adapters/shared/JournaledUserDefaults.h"
 #include "bench/Comparison.h"
+#include "bench/Folder.h"
 #include "bench/JournalPlatform.h"
 #include "bench/SQLiteStore.h"
 #include "bench/WriteFloor.h"
@@ -31,16 +32,6 @@ using shared::JournaledUserDefaults;
 constexpr std::size_t few = 100;
 constexpr std::size_t many = 100'000;
 constexpr char const* eventsKey = "events";
-
-struct Folder {
-    Folder() : path(std::filesystem::temp_directory_path() / ("zelvora-bench-" + std::to_string(std::rand())))
-    {
-        std::filesystem::create_directories(path);
-    }
-    ~Folder() { std::filesystem::remove_all(path); }
-
-    std::filesystem::path path;
-};
 
 Dictionary makeEvent(std::size_t number)
 {
@@ -169,7 +160,7 @@ void measureSDK(std::filesystem::path const& folder)
 
 int main()
 {
-    Folder const folder;
+    bench::Folder const folder;
     std::fprintf(stderr, "Storage (medians of ratios; in brackets the middle half)\n");
     measureSet(folder.path);
     measureQueue(folder.path);

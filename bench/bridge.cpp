@@ -1,0 +1,100 @@
+// What the bridge costs without an engine: the upload's body, and memory over many calls.
+
+#include "ZelvoraIOS/ZelvoraJavascriptInterface.h"
+#include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
+#include "ZelvoraIOS/ZelvoraStorage.h"
+#include "bench/Comparison.h"
+#include "bench/Folder.h"
+#include "bench/JournalPlatform.h"
+#include "platform/Platform.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace {
+
+using namespace zelvora;
+using platform::Dictionary;
+
+constexpr std::size_t batch = 500;
+
+Dictionary makeEvent(std::size_t number)
+{
+    return { { "eventId", "product_view" }, { "adid", platform::Null {} }, { "productId", "moon-jar" },
+        { "price", 89000 }, { "page", "/v1/product.html" }, { "number", number } };
+}
+
+std::size_t residentBytes()
+{
+    std::ifstream statistics("/proc/self/statm");
+    std::size_t total = 0;
+    std::size_t resident = 0;
+    statistics >> total >> resident;
+    return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
+
+void post(Dictionary const& body)
+{
+    ZelvoraJavascriptInterface::handle({ "zelvora", body }, nullptr, nullptr);
+}
+
+// As a page that is used for long: it stores, reads and queues, and the queue is uploaded now and then.
+void call(std::size_t number, bench::JournalPlatform& platform)
+{
+    post({ { "action", "setItem" }, { "key", "cart" }, { "value", makeEvent(number) }, { "expire", 60 } });
+    post({ { "action", "getItem" }, { "key", "cart" }, { "callback", "onCart" } });
+    post({ { "action", "saveEvent" }, { "data", makeEvent(number) } });
+    if (number % batch == 0)
+        ZelvoraStorage::removeEventTrackingData(batch);
+    platform.memory().runUntilIdle();
+}
+
+void measureMemory(bench::JournalPlatform& platform)
+{
+    constexpr std::size_t early = 20'000;
+    constexpr std::size_t late = 100'000;
+    std::size_t before = 0;
+    for (std::size_t number = 1; number <= late; ++number) {
+        call(number, platform);
+        if (number == early)
+            before = residentBytes();
+    }
+    std::fprintf(stderr, "  %-58s %7.2f times that after 20,000\n", "resident memory after 100,000 rounds of calls",
+        static_cast<double>(residentBytes()) / static_cast<double>(before));
+    ZelvoraStorage::clearEventTrackingData();
+}
+
+void measureUpload()
+{
+    nlohmann::json events = nlohmann::json::array();
+    for (std::size_t number = 0; number < batch; ++number) {
+        ZelvoraStorage::saveEventTrackingData(makeEvent(number));
+        events.push_back({ { "eventId", "product_view" }, { "adid", "" }, { "productId", "moon-jar" },
+            { "price", 89000 }, { "page", "/v1/product.html" }, { "number", number } });
+    }
+    nlohmann::json const body = { { "data", events }, { "profile", "prd" } };
+    std::string written;
+    bench::Comparison const comparison(31, 1);
+    comparison.print(
+        "500 queued events to an upload, log included", [] { ZelvoraSDK::shared().sendTrackingData(); },
+        "writing its ready body twice", [&] { written = body.dump(4) + body.dump(); });
+}
+
+}
+
+int main()
+{
+    bench::Folder const folder;
+    auto owned = std::make_unique<bench::JournalPlatform>((folder.path / "bridge.journal").string());
+    auto& platform = *owned;
+    platform::Platform::install(std::move(owned));
+    std::fprintf(stderr, "Bridge and upload, without an engine\n");
+    measureMemory(platform);
+    measureUpload();
+    return EXIT_SUCCESS;
+}

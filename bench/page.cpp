@@ -1,0 +1,115 @@
+// What the SDK adds to a real engine: the round trip of a page's call and its answer, and the way from the start of the
+// process to a page's first message. The reference makes the same calls of the engine bare.
+
+#include "examples/driving/Page.h"
+
+#include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
+#include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
+#include "adapters/gtk/Host.h"
+#include "bench/BareBridge.h"
+#include "bench/Comparison.h"
+#include "bench/Folder.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+namespace {
+
+using namespace zelvora;
+using examples::Page;
+
+constexpr int trips = 100;
+
+// One call after another: each waits for the answer to the one before.
+constexpr char const* tripScript = R"((window.run = (count) => {
+    window.isDone = false;
+    let left = count;
+    const ask = () => webkit.messageHandlers.zelvora.postMessage({ action: 'getItem', key: 'key', callback: 'hear' });
+    window.hear = () => { if (--left > 0) ask(); else window.isDone = true; };
+    ask();
+}, true))";
+
+void makeTrips(Page& page)
+{
+    (void)page.evaluate("(run(" + std::to_string(trips) + "), true)");
+    if (page.waitFor("isDone"))
+        return;
+    std::fprintf(stderr, "The page got no answers.\n");
+    std::exit(EXIT_FAILURE); // NOLINT(concurrency-mt-unsafe)
+}
+
+WebKitWebView* engineOf(ZelvoraWebView const& view)
+{
+    return gtk::webKitWebViewOf(dynamic_cast<platform::WKWebView const&>(*view.subviews().front()));
+}
+
+std::shared_ptr<ZelvoraWebView> makeSDKView()
+{
+    return std::make_shared<ZelvoraWebView>(platform::CGRect {}, "about:blank", false);
+}
+
+void measureRoundTrips()
+{
+    auto const view = makeSDKView();
+    bench::BareBridge const bare;
+    Page sdkPage(engineOf(*view));
+    Page barePage(bare.webView());
+    for (auto* page : { &sdkPage, &barePage })
+        (void)page->evaluate(tripScript);
+    bench::Comparison const comparison(31, 1);
+    comparison.print(
+        "round trips from the page and back", [&] { makeTrips(sdkPage); }, "the engine's calls made bare",
+        [&] { makeTrips(barePage); });
+}
+
+// A process of its own: it ends when the page has been heard.
+void start(std::string const& kind)
+{
+    auto const command = "/proc/" + std::to_string(getpid()) + "/exe " + kind;
+    int status = -1;
+    if (g_spawn_command_line_sync(command.c_str(), nullptr, nullptr, &status, nullptr) && status == 0)
+        return;
+    std::fprintf(stderr, "The process for \"%s\" failed.\n", kind.c_str());
+    std::exit(EXIT_FAILURE); // NOLINT(concurrency-mt-unsafe)
+}
+
+int hearFirstMessage(bool withSDK)
+{
+    auto isHeard = false;
+    std::unique_ptr<bench::BareBridge> bare;
+    std::shared_ptr<ZelvoraWebView> view;
+    if (withSDK) {
+        ZelvoraSDK::shared().addCustomAction("ready", [&isHeard](auto const&) { isHeard = true; });
+        view = makeSDKView();
+    } else {
+        bare = std::make_unique<bench::BareBridge>([&isHeard] { isHeard = true; });
+    }
+    auto* const engine = withSDK ? engineOf(*view) : bare->webView();
+    auto const* const script =
+        "webkit.messageHandlers.zelvora.postMessage({ action: 'invokeCustomAction', name: 'ready', data: null })";
+    webkit_web_view_evaluate_javascript(engine, script, -1, nullptr, nullptr, nullptr, nullptr, nullptr);
+    while (!isHeard)
+        g_main_context_iteration(nullptr, TRUE);
+    // Without the way down, which is not asked about.
+    std::_Exit(EXIT_SUCCESS);
+}
+
+}
+
+int main(int count, char** arguments)
+{
+    gtk_init();
+    bench::Folder const folder;
+    gtk::install({ .bundleIdentifier = "com.zelvora.bench", .appName = "Bench", .dataDirectory = folder.path });
+    if (count == 2)
+        return hearFirstMessage(std::string(arguments[1]) == "sdk");
+    std::fprintf(stderr, "With a real engine\n");
+    measureRoundTrips();
+    bench::Comparison const comparison(9, 1);
+    comparison.print(
+        "from process start to the page's first message", [] { start("sdk"); }, "a bare web view",
+        [] { start("bare"); });
+    return EXIT_SUCCESS;
+}

@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Runs every benchmark: bench/run.sh BUILD-FOLDER. Each compares with a reference in the same run and prints ratios.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+source scripts/packages.sh
+source scripts/display.sh
+
+build="$(realpath "$1")"
+folder="$build/bench"
+
+# The SDK alone, every function of it, as a library without symbols.
+print_size() {
+    local library="$folder/size.so"
+    clang++-19 -shared -fuse-ld=lld -Wl,--whole-archive "$build/ZelvoraIOS/libZelvoraIOS.a" \
+        "$build/platform/libzelvora_platform.a" -Wl,--no-whole-archive -o "$library"
+    llvm-strip-19 "$library"
+    say "Size"
+    say "  the SDK with its platform layer, stripped: $(($(stat -c %s "$library") / 1024)) KiB"
+}
+
+# What the SDK logs to standard output goes nowhere, as on a phone that nobody looks at.
+"$folder/zelvora-bench-storage" >/dev/null
+"$folder/zelvora-bench-bridge" >/dev/null
+if [[ -x "$folder/zelvora-bench-page" ]]; then
+    with_display "$folder" "$folder/zelvora-bench-page" 2>&1 >/dev/null | grep -v -e '^dbus-daemon' -e '^$' -e WARNING -e '^X connection'
+fi
+print_size

@@ -7,7 +7,7 @@ PACKAGES_BUILD=(
 PACKAGES_CLANG=(clang-19 lld-19 llvm-19 libclang-rt-19-dev)
 PACKAGES_LIBCXX=(libc++-19-dev libc++abi-19-dev)
 PACKAGES_LINT=(clang-format-19 clang-tidy-19)
-PACKAGES_DISPLAY=(xvfb xauth dbus-daemon fonts-nanum)
+PACKAGES_DISPLAY=(xvfb xauth xdotool dbus-daemon fonts-nanum)
 
 say() { printf '%s\n' "$*"; }
 

@@ -399,8 +399,9 @@ TEST_F(LaunchTest, TheHandlerMayStartAgain)
     auto depth = 0;
     ZelvoraSDKInspector::change([&](auto& properties) {
         properties.error_handler = [&](auto const&) {
-            if (++depth == 1)
+            if (++depth == 1) {
                 EXPECT_FALSE(sdk().start(presenter));
+            }
         };
     });
     EXPECT_FALSE(sdk().start(presenter));

@@ -6,6 +6,7 @@
 #include "adapters/gtk/UIKit/ViewAnimation.h"
 #include "adapters/gtk/WebKit/UserContentController.h"
 #include "adapters/gtk/WebKit/WebView.h"
+#include "adapters/gtk/os/Logger.h"
 
 #include <utility>
 
@@ -32,6 +33,12 @@ std::string preferencesFile(std::filesystem::path const& dataDirectory)
     return dataDirectory / "preferences.journal";
 }
 
+// As GLib has it: to the journal where standard error leads there, else to standard error.
+void warn(std::string const& line)
+{
+    g_log("Zelvora", G_LOG_LEVEL_WARNING, "%s", line.c_str());
+}
+
 URLSession::Options urlSessionOptions(HostOptions const& options)
 {
     if (options.certificateAuthorityFile.empty())
@@ -45,9 +52,7 @@ Platform::Platform(HostOptions options)
     : m_options(std::move(options))
     , m_dataDirectory(dataDirectoryFor(m_options))
     , m_mainBundle(m_options.bundleIdentifier)
-    , m_logger(m_options.bundleIdentifier.value_or(g_get_prgname() ? g_get_prgname() : "zelvora"), "UserDefaults")
-    , m_userDefaults(preferencesFile(m_dataDirectory),
-          [this](std::string const& line) { m_logger.log(platform::OSLogType::Error, line); })
+    , m_userDefaults(preferencesFile(m_dataDirectory), warn)
     , m_urlSession(urlSessionOptions(m_options))
     , m_trackingStore(m_dataDirectory)
     , m_trackingManager(m_trackingStore, m_options.appName)

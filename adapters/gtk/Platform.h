@@ -10,7 +10,6 @@
 #include "adapters/gtk/Tracking/TrackingStore.h"
 #include "adapters/gtk/UIKit/UIApplication.h"
 #include "adapters/gtk/WebKit/WebsiteSession.h"
-#include "adapters/gtk/os/Logger.h"
 #include "adapters/shared/JSONSerialization.h"
 #include "adapters/shared/JournaledUserDefaults.h"
 #include "adapters/shared/NotificationCenter.h"
@@ -71,7 +70,6 @@ private:
     std::filesystem::path m_dataDirectory;
     Bundle m_mainBundle;
     Clock m_clock;
-    Logger m_logger;
     shared::JournaledUserDefaults m_userDefaults;
     shared::NotificationCenter m_notificationCenter;
     shared::JSONSerialization m_jsonSerialization;

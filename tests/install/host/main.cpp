@@ -15,8 +15,8 @@ namespace {
 platform::ServiceAddresses addresses()
 {
     return {
-        .productionWebHost = "mall.example/m",
-        .developmentWebHost = "mall-dev.example/m",
+        .productionWebHost = "mall.example",
+        .developmentWebHost = "mall-dev.example",
         .productionApiBase = "https://api.example",
         .developmentApiBase = "https://api-dev.example",
         .lookupEndpoint = "https://lookup.example/shop",
@@ -54,7 +54,7 @@ int main()
         return fail("There is no container with a page.");
     auto const url = webViews.front()->loadedRequests().front().url.absoluteString();
     std::printf("%s\n%s\n", ZelvoraIOSVersionString, url.c_str());
-    if (url != "https://corner.mall.example/m/?adid=unknown&uKey=user-7&rid=M-AD-SDK")
+    if (url != "https://corner.mall.example/v1/?adid=unknown&uKey=user-7&rid=M-AD-SDK")
         return fail("The entry URL is not the one expected.");
     return 0;
 }

@@ -123,6 +123,8 @@ TEST_F(JournalCompactionTest, KeepsWhatIsWrittenMeanwhile)
     set("queue", Array { 1, 2, 3 });
     makeGarbage();
     ASSERT_TRUE(m_operations.waitFor(renamed));
+    // What was copied after the snapshot is synced, too, before the new file takes the name.
+    EXPECT_EQ(m_operations.count("sync preferences.compacting"), 2);
     for (int i = 0; i < 2; ++i) {
         EXPECT_FALSE(isFirst);
         EXPECT_EQ(get("kept"), Value { "new" });

@@ -24,22 +24,30 @@ using zelvora::shared::JournaledUserDefaults;
 using zelvora::shared::JournalTuning;
 using zelvora::tests::JournalHistory;
 
-// Sends itself a signal half way through the next write, which is in the middle of a turn.
+// Sends itself a signal when a part of the next write is done, which is in the middle of a turn.
 class SignallingFileOperations final : public FileOperations {
 public:
-    void signalInNextWrite(int number) { m_signal = number; }
+    enum class Moment : std::uint8_t { HalfWay, Behind };
+
+    void signalInNextWrite(int number, Moment moment)
+    {
+        m_moment = moment;
+        m_signal = number;
+    }
 
     ::ssize_t write(int file, char const* bytes, std::size_t count, ::off_t offset) override
     {
         auto const number = m_signal.exchange(0);
         if (number == 0)
             return FileOperations::write(file, bytes, count, offset);
-        auto const half = FileOperations::write(file, bytes, count / 2, offset);
+        auto const part = m_moment == Moment::HalfWay ? count / 2 : count;
+        auto const written = FileOperations::write(file, bytes, part, offset);
         ::raise(number);
-        return half;
+        return written;
     }
 
 private:
+    std::atomic<Moment> m_moment = Moment::HalfWay;
     std::atomic<int> m_signal = 0;
 };
 
@@ -85,9 +93,11 @@ std::string obey(JournaledUserDefaults& store, SignallingFileOperations& operati
     else if (verb == "get")
         return debugDescription(store.object(key));
     else if (verb == "die-in-next-write")
-        operations.signalInNextWrite(SIGKILL);
+        operations.signalInNextWrite(SIGKILL, SignallingFileOperations::Moment::HalfWay);
+    else if (verb == "die-behind-next-write")
+        operations.signalInNextWrite(SIGKILL, SignallingFileOperations::Moment::Behind);
     else if (verb == "stop-in-next-write")
-        operations.signalInNextWrite(SIGSTOP);
+        operations.signalInNextWrite(SIGSTOP, SignallingFileOperations::Moment::HalfWay);
     else
         return "what?";
     return "done";

@@ -228,21 +228,26 @@ TEST_F(JournalRecoveryTest, KeepsAFileWhoseSnapshotIsDamaged)
 TEST_F(JournalRecoveryTest, DoesNotCutAFileThatCannotBeRead)
 {
     leaveThreeRecords();
-    auto const bytes = bytesOf(m_path);
-    m_operations.failReading("preferences", EIO);
-    open();
-    EXPECT_EQ(log().size(), 1U);
-    set("four", 4);
-    EXPECT_EQ(get("four"), Value { 4 });
-    EXPECT_EQ(bytesOf(m_path), bytes);
-    m_operations.failReading("preferences", 0);
-    set("five", 5);
-    EXPECT_EQ(get("one"), Value { "one" });
-    restart();
-    EXPECT_EQ(get("one"), Value { "one" });
-    EXPECT_EQ(get("four"), Value { 4 });
-    EXPECT_EQ(get("five"), Value { 5 });
-    EXPECT_EQ(log().size(), 1U);
+    std::size_t launches = 0;
+    for (auto const readable : { std::size_t { 0 }, JournalHeader::size }) {
+        auto const bytes = bytesOf(m_path);
+        m_operations.failReading("preferences", EIO);
+        m_operations.readBeforeFailing(static_cast<::off_t>(readable));
+        open();
+        EXPECT_EQ(log().size(), ++launches);
+        set("four", 4);
+        EXPECT_EQ(get("four"), Value { 4 });
+        EXPECT_EQ(bytesOf(m_path), bytes);
+        m_operations.failReading("preferences", 0);
+        set("five", launches);
+        EXPECT_EQ(get("one"), Value { "one" });
+        restart();
+        EXPECT_EQ(get("one"), Value { "one" });
+        EXPECT_EQ(get("four"), Value { 4 });
+        EXPECT_EQ(get("five"), Value { launches });
+        EXPECT_EQ(log().size(), launches);
+        close();
+    }
 }
 
 }

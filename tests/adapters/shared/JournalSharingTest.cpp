@@ -87,6 +87,22 @@ TEST_F(JournalSharingTest, AProcessKilledInItsTurnBlocksNobodyAndItsHalfRecordIs
     EXPECT_EQ(log().size(), 1U);
 }
 
+TEST_F(JournalSharingTest, WhatAProcessWroteBeforeItWasKilledInItsTurnIsKept)
+{
+    open();
+    set("ours", 1);
+    auto victim = startOther();
+    EXPECT_EQ(victim.ask("die-behind-next-write"), "done");
+    EXPECT_EQ(victim.ask("set theirs value"), "");
+    EXPECT_TRUE(WIFSIGNALED(victim.waitForChange()));
+    set("ours", 2);
+    EXPECT_EQ(get("theirs"), Value { "value" });
+    restart();
+    EXPECT_EQ(get("theirs"), Value { "value" });
+    EXPECT_EQ(get("ours"), Value { 2 });
+    EXPECT_TRUE(log().empty());
+}
+
 TEST_F(JournalSharingTest, AProcessStoppedInItsTurnIsWaitedForOnceAndThenWrittenPast)
 {
     m_tuning.patience = std::chrono::milliseconds(50);

@@ -57,17 +57,21 @@ TEST_F(JournaledUserDefaultsTest, ForgetsAcrossARestartWhatWasRemoved)
     EXPECT_EQ(get("b"), std::nullopt);
 }
 
-TEST_F(JournaledUserDefaultsTest, WritesOnceForAChange)
+TEST_F(JournaledUserDefaultsTest, WritesOnceForAChangeAndAsksTheSystemForNothingElse)
 {
+    std::vector<std::string> const oneWrite { "write preferences" };
     open();
-    auto const before = writes();
+    set("first", 1);
+    m_operations.forget();
     set("a", "text");
-    EXPECT_EQ(writes(), before + 1);
+    EXPECT_EQ(m_operations.done(), oneWrite);
     append("list", 1);
+    m_operations.forget();
     append("list", 2);
-    EXPECT_EQ(writes(), before + 3);
+    EXPECT_EQ(m_operations.done(), oneWrite);
+    m_operations.forget();
     remove("a");
-    EXPECT_EQ(writes(), before + 4);
+    EXPECT_EQ(m_operations.done(), oneWrite);
 }
 
 TEST_F(JournaledUserDefaultsTest, WritesNothingWhereNothingChanges)

@@ -5,6 +5,7 @@
 #include <fcntl.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <condition_variable>
@@ -29,6 +30,8 @@ public:
     void failSyncing(std::string ending, int error) { set(m_syncErrors, std::move(ending), error); }
     void failTruncating(std::string ending, int error) { set(m_truncateErrors, std::move(ending), error); }
     void failRenaming(std::string ending, int error) { set(m_renameErrors, std::move(ending), error); }
+    /// A failing read fails only from there on.
+    void readBeforeFailing(::off_t size) { m_readBeforeFailing = size; }
     /// A failing write writes this much of what it was given before.
     void writeBeforeFailing(std::size_t count) { m_writtenBeforeFailing = count; }
     /// Called in the thread that syncs a file whose path ends so, before it is synced.
@@ -38,7 +41,8 @@ public:
         m_syncHook = { std::move(ending), std::move(hook) };
     }
 
-    /// "write NAME", "sync NAME", "rename NAME", "truncate NAME", "remove NAME" and "read NAME", by the files' names.
+    /// "write NAME", "sync NAME", "rename NAME", "truncate NAME", "remove NAME", "read NAME",
+    /// "look at NAME" and "look for NAME", by the files' names.
     [[nodiscard]] std::vector<std::string> done() const
     {
         std::scoped_lock const lock(m_mutex);
@@ -76,7 +80,8 @@ public:
     ::ssize_t read(int file, char* bytes, std::size_t count, ::off_t offset) override
     {
         auto const path = note("read", file);
-        if (auto const error = errorFor(m_readErrors, path))
+        auto const error = errorFor(m_readErrors, path);
+        if (error && offset >= m_readBeforeFailing)
             return fail(error);
         return Base::read(file, bytes, count, offset);
     }
@@ -86,7 +91,7 @@ public:
         auto const error = errorFor(m_writeErrors, path);
         if (!error)
             return Base::write(file, bytes, count, offset);
-        auto const allowed = std::min(count, std::exchange(m_writtenBeforeFailing, 0));
+        auto const allowed = std::min(count, m_writtenBeforeFailing.exchange(0));
         return allowed > 0 ? Base::write(file, bytes, allowed, offset) : fail(error);
     }
     int truncate(int file, ::off_t size) override
@@ -106,6 +111,16 @@ public:
         note("sync", file);
         errno = error;
         return result;
+    }
+    int statusOfFile(int file, struct ::stat& status) override
+    {
+        note("look at", file);
+        return Base::statusOfFile(file, status);
+    }
+    int statusOfPath(std::string const& path, struct ::stat& status) override
+    {
+        add("look for " + nameOf(path));
+        return Base::statusOfPath(path, status);
     }
     int rename(std::string const& from, std::string const& to) override
     {
@@ -189,7 +204,8 @@ private:
     Errors m_syncErrors;
     Errors m_truncateErrors;
     Errors m_renameErrors;
-    std::size_t m_writtenBeforeFailing = 0;
+    std::atomic<::off_t> m_readBeforeFailing = 0;
+    std::atomic<std::size_t> m_writtenBeforeFailing = 0;
     std::pair<std::string, std::function<void()>> m_syncHook;
 };
 

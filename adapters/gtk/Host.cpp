@@ -98,8 +98,11 @@ void setRootViewController(GtkWindow* window, std::shared_ptr<UIViewController> 
 {
     using Held = std::shared_ptr<UIViewController>;
     WindowPresentations::of(window).setContent(widgetOf(controller->view()));
-    g_object_set_data_full(G_OBJECT(window), rootKey, new Held(std::move(controller)),
-        [](gpointer held) { delete static_cast<Held*>(held); });
+    g_object_set_data_full(G_OBJECT(window), rootKey, new Held(std::move(controller)), [](gpointer data) {
+        std::unique_ptr<Held> const held(static_cast<Held*>(data));
+        // It may be the one that asks for another.
+        releaseLater(*held);
+    });
 }
 
 GtkWidget* widgetOf(UIView const& view)

@@ -84,7 +84,7 @@ std::shared_ptr<platform::WKUserContentController> Platform::makeUserContentCont
 std::shared_ptr<platform::WKWebView> Platform::makeWebView(
     platform::CGRect frame, platform::WKWebViewConfiguration configuration)
 {
-    return std::make_shared<WebView>(frame, std::move(configuration), websiteSession());
+    return std::make_shared<WebView>(frame, configuration, websiteSession());
 }
 
 void Platform::animate(platform::TimeInterval duration, std::function<void()> const& animations)

@@ -82,9 +82,9 @@ void ATTrackingManager::requestTrackingAuthorization(Completion completion)
 void ATTrackingManager::showDialog()
 {
     auto const texts = textsFor(m_appName);
-    m_dialog = GTK_WINDOW(gtk_message_dialog_new(activeWindow(),
-        static_cast<GtkDialogFlags>(GTK_DIALOG_MODAL | GTK_DIALOG_DESTROY_WITH_PARENT), GTK_MESSAGE_QUESTION,
+    m_dialog = GTK_WINDOW(gtk_message_dialog_new(activeWindow(), GTK_DIALOG_DESTROY_WITH_PARENT, GTK_MESSAGE_QUESTION,
         GTK_BUTTONS_NONE, "%s", texts.question.c_str()));
+    gtk_window_set_modal(m_dialog, TRUE);
     gtk_message_dialog_format_secondary_text(GTK_MESSAGE_DIALOG(m_dialog), "%s", texts.explanation);
     gtk_dialog_add_button(GTK_DIALOG(m_dialog), texts.deny, GTK_RESPONSE_REJECT);
     gtk_dialog_add_button(GTK_DIALOG(m_dialog), texts.allow, GTK_RESPONSE_ACCEPT);

@@ -24,15 +24,15 @@ bool mayBothRecognize(UIGestureRecognizer& one, UIGestureRecognizer& other)
     return delegate && delegate->gestureRecognizerShouldRecognizeSimultaneouslyWith(one, other);
 }
 
-std::vector<EdgeDragTarget> targetsAt(GtkWidget* window, double x, double y)
+std::vector<EdgeDragTarget> targetsAt(GtkWidget* whole, double x, double y)
 {
     std::vector<EdgeDragTarget> targets;
-    auto* widget = gtk_widget_pick(window, x, y, GTK_PICK_DEFAULT);
+    auto* widget = gtk_widget_pick(whole, x, y, GTK_PICK_DEFAULT);
     for (; widget; widget = gtk_widget_get_parent(widget)) {
         auto* client = canvasClient(widget);
         double startX = 0;
         double startY = 0;
-        if (client && gtk_widget_translate_coordinates(window, widget, x, y, &startX, &startY) && startX < edgeWidth)
+        if (client && gtk_widget_translate_coordinates(whole, widget, x, y, &startX, &startY) && startX < edgeWidth)
             client->collectEdgeDragTargets(targets);
     }
     return targets;

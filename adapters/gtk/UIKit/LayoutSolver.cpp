@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <functional>
-#include <numeric>
 #include <unordered_map>
 
 namespace zelvora::gtk {
@@ -57,8 +56,8 @@ public:
 
     Axis(Tree const& tree, Direction direction) : m_tree(tree), m_direction(direction)
     {
-        m_classes.resize(tree.nodes.size() * edgesPerView);
-        std::iota(m_classes.begin(), m_classes.end(), 0);
+        for (std::size_t edge = 0; edge < tree.nodes.size() * edgesPerView; ++edge)
+            m_classes.push_back(edge);
         m_values.resize(m_classes.size());
         m_fixed.resize(tree.nodes.size());
     }

@@ -57,6 +57,7 @@ void didLaunch(GObject*, GAsyncResult* result, gpointer)
 UIApplication::UIApplication(platform::NotificationCenter& notificationCenter, std::function<void()> didResignActive)
     : m_notificationCenter(notificationCenter)
     , m_didResignActive(std::move(didResignActive))
+    , m_state(currentState())
 {
     auto const changed = +[](UIApplication* self) {
         self->watchWindows();
@@ -64,7 +65,6 @@ UIApplication::UIApplication(platform::NotificationCenter& notificationCenter, s
     };
     g_signal_connect_swapped(gtk_window_get_toplevels(), "items-changed", G_CALLBACK(changed), this);
     watchWindows();
-    m_state = currentState();
 }
 
 UIApplication::~UIApplication()

@@ -81,7 +81,7 @@ void UIViewControllerPeer::present(std::shared_ptr<UIViewController> presented, 
         g_log("Zelvora", G_LOG_LEVEL_WARNING, "A screen that is in no window cannot present another");
         return;
     }
-    WindowPresentations::of(window).present(presenter, std::move(presented), animated);
+    WindowPresentations::of(window).present(presenter, presented, animated);
 }
 
 void UIViewControllerPeer::dismiss(Animated animated)

@@ -60,7 +60,7 @@ WindowPresentations::WindowPresentations(GtkWindow* window) : m_window(window)
 }
 
 void WindowPresentations::present(
-    UIViewControllerPeer& presenter, std::shared_ptr<UIViewController> presented, Animated animated)
+    UIViewControllerPeer& presenter, std::shared_ptr<UIViewController> const& presented, Animated animated)
 {
     auto const level = levelOf(presenter);
     if (level != m_presented.size() || UIViewControllerPeer::of(*presented).window()) {

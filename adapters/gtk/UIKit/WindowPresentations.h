@@ -24,7 +24,7 @@ public:
     WindowPresentations& operator=(WindowPresentations const&) = delete;
     ~WindowPresentations() = default;
 
-    void present(UIViewControllerPeer& presenter, std::shared_ptr<platform::UIViewController> presented,
+    void present(UIViewControllerPeer& presenter, std::shared_ptr<platform::UIViewController> const& presented,
         platform::Animated animated);
     void dismiss(UIViewControllerPeer& presenter, platform::Animated animated);
 

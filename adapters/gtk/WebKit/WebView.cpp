@@ -49,7 +49,7 @@ private:
     std::shared_ptr<Observer> m_observer;
 };
 
-WebView::WebView(platform::CGRect frame, platform::WKWebViewConfiguration configuration, WebsiteSession& session)
+WebView::WebView(platform::CGRect frame, platform::WKWebViewConfiguration const& configuration, WebsiteSession& session)
     : WebView(frame, configuration, session, makeEngineView(configuration, session))
 {
 }
@@ -181,7 +181,7 @@ void WebView::urlDidChange()
 void WebView::webProcessDidTerminate()
 {
     constexpr int mostReloads = 3;
-    constexpr gint64 period = 30 * G_USEC_PER_SEC;
+    constexpr gint64 period = gint64 { 30 } * G_USEC_PER_SEC;
     auto const now = g_get_monotonic_time();
     if (now - m_firstReload > period) {
         m_firstReload = now;

@@ -21,7 +21,7 @@ class WebsiteSession;
 class WebView final : public platform::WKWebView {
 public:
     /// The session outlives the view.
-    WebView(platform::CGRect frame, platform::WKWebViewConfiguration configuration, WebsiteSession& session);
+    WebView(platform::CGRect frame, platform::WKWebViewConfiguration const& configuration, WebsiteSession& session);
     ~WebView() override;
 
     [[nodiscard]] WebKitWebView* webKitWebView() const { return m_view; }

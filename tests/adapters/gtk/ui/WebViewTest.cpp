@@ -103,6 +103,29 @@ TEST_F(WebViewTest, NoWindowOpensThoughTheDelegateIsAsked)
     view().setNavigationDelegate(nullptr);
 }
 
+TEST_F(WebViewTest, NothingIsDownloaded)
+{
+    auto const file = m_harness.page("file.bin").absoluteString();
+    loadAndWait("<a id=link download href='" + file + "'>link</a>");
+    struct {
+        bool hasFile = false;
+        bool hasFinished = false;
+    } download;
+    g_signal_connect(webkit_web_view_get_network_session(gtk::webKitWebViewOf(*m_view)), "download-started",
+        G_CALLBACK(+[](WebKitNetworkSession*, WebKitDownload* started, decltype(download)* told) {
+            g_signal_connect_swapped(
+                started, "created-destination", G_CALLBACK(+[](bool* hasFile) { *hasFile = true; }), &told->hasFile);
+            g_signal_connect_swapped(
+                started, "finished", G_CALLBACK(+[](bool* hasFinished) { *hasFinished = true; }), &told->hasFinished);
+        }),
+        &download);
+    view().evaluateJavaScript("link.click()");
+    EXPECT_TRUE(m_harness.runUntil([&] { return download.hasFinished; }));
+    EXPECT_FALSE(download.hasFile);
+    post("'alive'");
+    EXPECT_EQ(next(), Value("alive"));
+}
+
 TEST_F(WebViewTest, ADelegateMayTakeItsTime)
 {
     SlowDelegate delegate;

@@ -15,8 +15,8 @@ namespace zelvora {
 /// and has no way to change it. Main thread. Links to anything but web pages are handed to the system.
 class ZelvoraWebView final
     : public platform::UIView
-    , private platform::WKNavigationDelegate
-    , private platform::WKScriptMessageHandler {
+    , public platform::WKNavigationDelegate
+    , public platform::WKScriptMessageHandler {
 public:
     /// An address that forms no URL leaves the view blank. `allowsSwipeBack` turns the web view's own back and forward
     /// swipes on.
@@ -36,7 +36,6 @@ public:
     [[nodiscard]] std::shared_ptr<platform::UIViewController> parentViewController() const;
     void setParentViewController(std::shared_ptr<platform::UIViewController> const& controller);
 
-private:
     // platform::WKNavigationDelegate
     void decidePolicyFor(platform::WKNavigationAction const& action, DecisionHandler decisionHandler) override;
     void didStartProvisionalNavigation() override;
@@ -44,6 +43,7 @@ private:
     // platform::WKScriptMessageHandler
     void didReceiveScriptMessage(platform::WKScriptMessage const& message) override;
 
+private:
     void setupWebView();
     void pinWebView();
     void loadEntryPage();

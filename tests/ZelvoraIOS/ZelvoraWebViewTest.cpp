@@ -66,7 +66,7 @@ TEST_F(ZelvoraWebViewTest, TheViewHearsMessagesUnderTheBridgesNameOnly)
 {
     auto const view = makeView();
     auto const& controller = engine(*view).userContentController();
-    EXPECT_TRUE(controller.handler("zelvora"));
+    EXPECT_EQ(controller.handler("zelvora"), view.get());
     EXPECT_FALSE(engine(*view).postMessage("Zelvora", Dictionary { { "action", "close" } }));
     EXPECT_FALSE(engine(*view).postMessage("", Dictionary { { "action", "close" } }));
 }
@@ -82,6 +82,12 @@ TEST_F(ZelvoraWebViewTest, ThePageCanAlwaysBeInspected)
 {
     auto const view = makeView();
     EXPECT_TRUE(engine(*view).isInspectable());
+}
+
+TEST_F(ZelvoraWebViewTest, TheViewItselfDecidesOnNavigations)
+{
+    auto const view = makeView();
+    EXPECT_EQ(engine(*view).navigationDelegate(), view.get());
 }
 
 TEST_F(ZelvoraWebViewTest, TheWebViewsOwnSwipesFollowTheFlagOfTheView)

@@ -76,7 +76,6 @@ TYPED_TEST_SUITE_P(JSONSerializationContract);
 
 TYPED_TEST_P(JSONSerializationContract, ReadsEachKindAsItself)
 {
-    using Value = platform::Value;
     this->expectReads(R"( { "null" : null, "yes":true,"no":false,"number":-1.5e3 , "zero": 0, "text":"text",
         "array":[1,[],{}], "object":{"a":{}} } )",
         platform::Dictionary {
@@ -89,8 +88,8 @@ TYPED_TEST_P(JSONSerializationContract, ReadsEachKindAsItself)
             { "array", platform::Array { 1, platform::Array {}, platform::Dictionary {} } },
             { "object", platform::Dictionary { { "a", platform::Dictionary {} } } },
         });
-    EXPECT_FALSE(*this->read("[1]") == Value(platform::Array { true }));
-    EXPECT_FALSE(*this->read("[0]") == Value(platform::Array { false }));
+    EXPECT_FALSE(*this->read("[1]") == platform::Value(platform::Array { true }));
+    EXPECT_FALSE(*this->read("[0]") == platform::Value(platform::Array { false }));
 }
 
 TYPED_TEST_P(JSONSerializationContract, ReadsEscapesAndCharactersOfEveryPlane)

@@ -26,18 +26,17 @@ namespace zelvora::tests {
 template<typename Harness>
 class TrackingContract : public testing::Test {
 protected:
-    using Status = platform::ATTrackingAuthorizationStatus;
-
     void request()
     {
-        m_harness.manager().requestTrackingAuthorization([this](Status status) { m_answers.add(status); });
+        m_harness.manager().requestTrackingAuthorization(
+            [this](platform::ATTrackingAuthorizationStatus status) { m_answers.add(status); });
     }
     bool waitForAnswers(std::size_t count)
     {
         return m_harness.runUntil([&] { return m_answers.size() >= count; });
     }
 
-    Record<Status> m_answers;
+    Record<platform::ATTrackingAuthorizationStatus> m_answers;
     Harness m_harness;
 };
 

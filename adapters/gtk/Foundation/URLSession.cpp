@@ -79,6 +79,7 @@ void URLSession::endAll()
     m_patience.emplace([this] { quit(); });
     m_patience->set(patience);
     std::vector<std::shared_ptr<DataTask>> tasks;
+    tasks.reserve(m_tasks.size());
     for (auto* const task : m_tasks)
         tasks.push_back(task->shared_from_this());
     for (auto const& task : tasks)

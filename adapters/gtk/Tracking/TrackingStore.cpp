@@ -3,9 +3,11 @@
 #include "adapters/gtk/Foundation/DataDirectory.h"
 #include "adapters/gtk/GLib/Pointers.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
+#include <cstddef>
 #include <string_view>
-#include <utility>
 
 namespace zelvora::gtk {
 
@@ -17,25 +19,18 @@ constexpr char const* group = "Tracking";
 constexpr char const* statusKey = "Authorization";
 constexpr char const* identifierKey = "AdvertisingIdentifier";
 
-constexpr std::pair<Status, std::string_view> statusNames[] = {
-    { Status::NotDetermined, "not-determined" },
-    { Status::Restricted, "restricted" },
-    { Status::Denied, "denied" },
-    { Status::Authorized, "authorized" },
-};
+// In the order of the statuses' raw values.
+constexpr std::array<char const*, 4> statusNames { "not-determined", "restricted", "denied", "authorized" };
 
-std::string_view nameOf(Status status)
+char const* nameOf(Status status)
 {
-    return statusNames[static_cast<std::size_t>(status)].second;
+    return statusNames.at(static_cast<std::size_t>(status));
 }
 
 Status statusNamed(std::string_view name)
 {
-    for (auto const& [status, known] : statusNames) {
-        if (known == name)
-            return status;
-    }
-    return Status::NotDetermined;
+    auto const* const found = std::ranges::find(statusNames, name);
+    return found == statusNames.end() ? Status::NotDetermined : static_cast<Status>(found - statusNames.begin());
 }
 
 std::string upperCase(char const* text)
@@ -101,7 +96,7 @@ void TrackingStore::read()
 void TrackingStore::write() const
 {
     GKeyFilePointer const file(g_key_file_new());
-    g_key_file_set_string(file.get(), group, statusKey, nameOf(m_status).data());
+    g_key_file_set_string(file.get(), group, statusKey, nameOf(m_status));
     if (m_identifier)
         g_key_file_set_string(file.get(), group, identifierKey, m_identifier->c_str());
     gsize length = 0;
@@ -112,8 +107,9 @@ void TrackingStore::write() const
         return;
     }
     GErrorPlace error;
-    constexpr auto safely =
-        static_cast<GFileSetContentsFlags>(G_FILE_SET_CONTENTS_CONSISTENT | G_FILE_SET_CONTENTS_DURABLE);
+    constexpr int flags = G_FILE_SET_CONTENTS_CONSISTENT | G_FILE_SET_CONTENTS_DURABLE;
+    // NOLINTNEXTLINE(clang-analyzer-optin.core.EnumCastOutOfRange): flags are joined.
+    constexpr auto safely = static_cast<GFileSetContentsFlags>(flags);
     constexpr int forThisUserAlone = 0600;
     if (!g_file_set_contents_full(
             m_file.c_str(), text.get(), static_cast<gssize>(length), safely, forThisUserAlone, error.out()))

@@ -1,6 +1,7 @@
 # What every target of the project has in common.
 
 option(ZELVORA_COVERAGE "Count which lines of the SDK run (clang only)" OFF)
+option(ZELVORA_PRECOMPILED_TESTS "Read GoogleTest once for each test program; hides includes that a test lacks" OFF)
 
 # zelvora_target(NAME): warnings as errors, and includes written from the top of the tree.
 function(zelvora_target name)
@@ -21,6 +22,7 @@ endfunction()
 
 # zelvora_test(NAME SOURCES ... LIBRARIES ... [LABELS ...]): a GoogleTest program whose every test runs in a process of its own,
 # because the platform and the facade are one per process.
+# All of them that need no display are built by the target zelvora_headless_tests.
 function(zelvora_test name)
     cmake_parse_arguments(PARSE_ARGV 1 TEST "" "" "SOURCES;LIBRARIES;LABELS")
     add_executable(${name} ${TEST_SOURCES})
@@ -31,6 +33,15 @@ function(zelvora_test name)
     if("gtk" IN_LIST TEST_LABELS)
         # One display has one pointer and one focus.
         list(APPEND properties RESOURCE_LOCK display)
+    endif()
+    if(ZELVORA_PRECOMPILED_TESTS)
+        target_precompile_headers(${name} PRIVATE <gtest/gtest.h> <chrono> <expected> <functional> <thread>)
+    endif()
+    if(NOT TARGET zelvora_headless_tests)
+        add_custom_target(zelvora_headless_tests)
+    endif()
+    if(NOT "gtk" IN_LIST TEST_LABELS)
+        add_dependencies(zelvora_headless_tests ${name})
     endif()
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
 endfunction()

@@ -21,7 +21,6 @@ public:
     template<typename Callable>
         requires(!std::same_as<std::remove_cvref_t<Callable>, Block>
             && std::is_invocable_r_v<Result, std::remove_cvref_t<Callable>&, Arguments...>)
-    // NOLINTNEXTLINE(bugprone-forwarding-reference-overload): it takes no block
     Block(Callable&& callable)
         : m_held(std::make_unique<Holder<std::remove_cvref_t<Callable>>>(std::forward<Callable>(callable)))
     {
@@ -38,10 +37,7 @@ private:
 
     template<typename Callable>
     struct Holder final : Held {
-        template<typename Source>
-        explicit Holder(Source&& source) : callable(std::forward<Source>(source))
-        {
-        }
+        explicit Holder(Callable held) : callable(std::move(held)) { }
         Result call(Arguments... arguments) override
         {
             return std::invoke(callable, std::forward<Arguments>(arguments)...);

@@ -152,7 +152,8 @@ std::optional<URL> URL::parse(std::string_view text)
         auto const authority = encodeAuthority(takeUntil(text, "/?#"));
         if (!authority)
             return std::nullopt;
-        result += "//" + *authority;
+        result += "//";
+        result += *authority;
     } else if (isRelative) {
         // A colon here would make a scheme of what is none.
         result += encode(takeUntil(text, "/?#"), Component::FirstSegment);
@@ -160,10 +161,13 @@ std::optional<URL> URL::parse(std::string_view text)
     result += encode(takeUntil(text, "?#"), Component::Path);
     if (text.starts_with('?')) {
         text.remove_prefix(1);
-        result += "?" + encode(takeUntil(text, "#"), Component::QueryOrFragment);
+        result += '?';
+        result += encode(takeUntil(text, "#"), Component::QueryOrFragment);
     }
-    if (text.starts_with('#'))
-        result += "#" + encode(text.substr(1), Component::QueryOrFragment);
+    if (text.starts_with('#')) {
+        result += '#';
+        result += encode(text.substr(1), Component::QueryOrFragment);
+    }
     return URL(std::move(result));
 }
 

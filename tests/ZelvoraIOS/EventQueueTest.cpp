@@ -240,7 +240,7 @@ TEST_F(EventQueueTest, NumbersThatJSONCannotHoldAreKept)
 
 TEST_F(EventQueueTest, ThereIsNoCapOnTheNumberOfEvents)
 {
-    constexpr std::size_t count = 20'000;
+    constexpr std::size_t count = 3000;
     // It would keep every line.
     platform.log().setEnabled(OSLogType::Debug, false);
     saveEvents(count);

@@ -69,7 +69,7 @@ HeaderKind readJournalHeader(std::string_view bytes, JournalHeader& header)
     auto const kind = kindOf(bytes);
     if (kind != HeaderKind::Current)
         return kind;
-    ByteReader in { bytes.substr(magic.size() + 2 * sizeof(std::uint32_t)) };
+    ByteReader in { bytes.substr(magic.size() + (2 * sizeof(std::uint32_t))) };
     header.identity = in.fixed64().value_or(0);
     auto const firstRecord = in.fixed32().value_or(0);
     header.checksum = in.fixed32().value_or(0);

@@ -6,7 +6,6 @@
 
 namespace zelvora::shared {
 
-using platform::Array;
 using platform::Value;
 
 namespace {

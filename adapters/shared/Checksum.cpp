@@ -58,6 +58,12 @@ __attribute__((target("sse4.2"))) std::uint32_t instructedChecksum(std::uint32_t
         sum = _mm_crc32_u64(sum, word);
     }
     auto rest = static_cast<std::uint32_t>(sum);
+    if (bytes.size() >= 4) {
+        std::uint32_t word = 0;
+        std::memcpy(&word, bytes.data(), sizeof word);
+        rest = _mm_crc32_u32(rest, word);
+        bytes.remove_prefix(4);
+    }
     for (char const byte : bytes)
         rest = _mm_crc32_u8(rest, static_cast<unsigned char>(byte));
     return ~rest;

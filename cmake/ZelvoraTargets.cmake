@@ -16,11 +16,11 @@ function(zelvora_target name)
         "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>"
         "$<INSTALL_INTERFACE:include/ZelvoraIOS>"
     )
-    if(ZELVORA_COVERAGE AND name MATCHES "^(zelvora_platform|ZelvoraIOS)$")
+    if(ZELVORA_COVERAGE AND name STREQUAL "ZelvoraIOS")
         # Counters that can be moved live in a shared mapping of the profile, so that they outlive a process that stops
-        # on a programming error.
-        target_compile_options(${name} PRIVATE
-            -fprofile-instr-generate -fcoverage-mapping "SHELL:-mllvm -runtime-counter-relocation")
+        # on a programming error. Who includes the SDK counts too: of an inline function the linker keeps any copy.
+        target_compile_options(${name} PUBLIC
+            "$<BUILD_INTERFACE:SHELL:-fprofile-instr-generate -fcoverage-mapping -mllvm -runtime-counter-relocation>")
         target_link_options(${name} PUBLIC -fprofile-instr-generate)
     endif()
 endfunction()

@@ -24,7 +24,7 @@ build_or_stop() {
 show_failure() {
     local pattern='(error:|CMake Error|^FAILED|: Failure$|\*\*\*(Failed|Timeout|Exception|Not Run)|SUMMARY: |^Fatal error|No such file)'
     if grep -qE "$pattern" "$1"; then
-        grep -E -A 6 "$pattern" "$1" | sed -E 's/\.{4,}/ ... /' | cut -c 1-240 | head -n 120 | sed 's/^/    /'
+        grep -E -A 6 "$pattern" "$1" | sed -E 's/\.{4,}/ ... /' | cut -c 1-240 | sed -n '1,120s/^/    /p'
         sed -n '/^The following tests FAILED:/,/^Errors while/p' "$1" | sed 's/^/    /'
     else
         tail -n 40 "$1" | cut -c 1-240 | sed 's/^/    /'

@@ -27,12 +27,12 @@ bool mayBothRecognize(UIGestureRecognizer& one, UIGestureRecognizer& other)
 std::vector<EdgeDragTarget> targetsAt(GtkWidget* whole, double x, double y)
 {
     std::vector<EdgeDragTarget> targets;
-    auto* widget = gtk_widget_pick(whole, x, y, GTK_PICK_DEFAULT);
-    for (; widget; widget = gtk_widget_get_parent(widget)) {
-        auto* client = canvasClient(widget);
+    auto* canvas = gtk_widget_pick(whole, x, y, GTK_PICK_DEFAULT);
+    for (; canvas; canvas = gtk_widget_get_parent(canvas)) {
+        auto* client = canvasClient(canvas);
         double startX = 0;
         double startY = 0;
-        if (client && gtk_widget_translate_coordinates(whole, widget, x, y, &startX, &startY) && startX < edgeWidth)
+        if (client && gtk_widget_translate_coordinates(whole, canvas, x, y, &startX, &startY) && startX < edgeWidth)
             client->collectEdgeDragTargets(targets);
     }
     return targets;

@@ -5,6 +5,7 @@
 #include "platform/fatalError.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zelvora::platform {
 
@@ -28,16 +29,14 @@ CGRect UIView::bounds() const
     return m_peer->bounds();
 }
 
-void UIView::addSubview(std::shared_ptr<UIView> const& child)
+void UIView::addSubview(std::shared_ptr<UIView> child)
 {
     if (child->contains(*this))
         fatalError("a view was added to itself or to a view in it");
-    // The caller's reference may be one of the subviews that change here.
-    auto const kept = child;
-    kept->removeFromSuperview();
-    kept->m_superview = this;
-    m_subviews.push_back(kept);
-    m_peer->addSubview(*kept);
+    child->removeFromSuperview();
+    child->m_superview = this;
+    m_subviews.push_back(std::move(child));
+    m_peer->addSubview(*m_subviews.back());
 }
 
 void UIView::removeFromSuperview()

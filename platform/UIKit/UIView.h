@@ -56,7 +56,7 @@ public:
     /// Whether the other view is this one or somewhere in it.
     [[nodiscard]] bool contains(UIView const& other) const;
     /// A view that is in another one already leaves it first.
-    void addSubview(std::shared_ptr<UIView> const& child);
+    void addSubview(std::shared_ptr<UIView> child);
     void removeFromSuperview();
     void bringSubviewToFront(UIView& child);
 

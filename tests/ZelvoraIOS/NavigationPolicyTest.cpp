@@ -5,17 +5,6 @@
 #include <optional>
 #include <utility>
 
-namespace zelvora::platform {
-
-void PrintTo(WKNavigationActionPolicy policy, std::ostream* stream);
-
-void PrintTo(WKNavigationActionPolicy policy, std::ostream* stream)
-{
-    *stream << (policy == WKNavigationActionPolicy::Allow ? "allow" : "cancel");
-}
-
-}
-
 namespace zelvora::tests {
 
 namespace {

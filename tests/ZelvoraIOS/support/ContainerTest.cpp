@@ -41,6 +41,11 @@ void PrintTo(NSLayoutConstraint const& constraint, std::ostream* stream)
     print(constraint.secondAnchor(), *stream);
 }
 
+void PrintTo(WKNavigationActionPolicy policy, std::ostream* stream)
+{
+    *stream << (policy == WKNavigationActionPolicy::Allow ? "allow" : "cancel");
+}
+
 }
 
 namespace zelvora::memory {

@@ -318,6 +318,13 @@ TEST_F(PageCallbackWriterTest, WhereTheWritersBytesAreNotUTF8TheSameHolds)
     EXPECT_EQ(answerFor("v"), "evaluateJavaScript f('v');");
 }
 
+TEST_F(PageCallbackWriterTest, TheWriterIsNotGivenWhatItDeclaredInvalid)
+{
+    EXPECT_EQ(answerFor(Array { platform::Date { 1 } }), "evaluateJavaScript f(null);");
+    EXPECT_EQ(answerFor(std::numeric_limits<double>::infinity()), "evaluateJavaScript f(null);");
+    EXPECT_EQ(platform.jsonSerialization().invalidCount(), 0U);
+}
+
 TEST_F(PageCallbackWriterTest, OfTheWritersOutputForATextExactlyTheBracketsAreDropped)
 {
     platform.jsonSerialization().setOutput("[\"as the system writes it\"]");

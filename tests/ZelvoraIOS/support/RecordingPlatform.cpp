@@ -27,6 +27,8 @@ RecordingNotificationCenter::Token RecordingNotificationCenter::addObserver(
 std::expected<platform::Data, platform::Error> FailingJSONSerialization::data(
     platform::Value const& jsonObject, platform::JSONWritingOptions options) const
 {
+    if (!m_json.isValidJSONObject(jsonObject))
+        ++m_invalidCount;
     if (m_failing)
         return std::unexpected(platform::Error { "test", 1, "The writer was told to fail." });
     if (m_output)

@@ -2,6 +2,7 @@
 
 #include "tests/ZelvoraIOS/support/ForwardingPlatform.h"
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,7 +35,8 @@ private:
     std::vector<void const*> m_removed;
 };
 
-/// A JSON writer that fails at what it declared valid, when it is told to.
+/// A JSON writer that fails at what it declared valid, when it is told to, and counts how often it is given what it
+/// declared invalid.
 class FailingJSONSerialization final : public platform::JSONSerialization {
 public:
     explicit FailingJSONSerialization(platform::JSONSerialization const& json) : m_json(json) { }
@@ -42,6 +44,7 @@ public:
     void setFailing(bool failing) { m_failing = failing; }
     /// Writes these bytes from now on, whatever it is given.
     void setOutput(std::string bytes) { m_output = std::move(bytes); }
+    [[nodiscard]] std::size_t invalidCount() const { return m_invalidCount; }
 
     // platform::JSONSerialization
     [[nodiscard]] bool isValidJSONObject(platform::Value const& value) const override
@@ -59,6 +62,7 @@ private:
     platform::JSONSerialization const& m_json;
     bool m_failing = false;
     std::optional<std::string> m_output;
+    std::size_t mutable m_invalidCount = 0;
 };
 
 /// The system's web view as far as it is asked anything: all of it stands in the record, and "invalidate" for the end

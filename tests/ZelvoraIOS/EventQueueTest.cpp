@@ -181,8 +181,8 @@ TEST_F(EventQueueTest, ClearingDeletesTheEntryAndItsCompanions)
 
 TEST_F(EventQueueTest, AForeignValueUnderTheKeyReadsAsEmptyAndIsNotDeleted)
 {
-    Value const foreign[] = { "text", 7, true, Date { 1 }, Data { "x" }, makeEvent("alone"), Array { "no event" },
-        Array { makeEvent("a"), 7 }, Array { makeEvent("a"), platform::Null {} },
+    std::vector<Value> const foreign { "text", 7, true, Date { 1 }, Data { "x" }, makeEvent("alone"),
+        Array { "no event" }, Array { makeEvent("a"), 7 }, Array { makeEvent("a"), platform::Null {} },
         Array { Value(Array { makeEvent("a") }) } };
     for (auto const& value : foreign) {
         storeUnderTheKey(value);
@@ -263,6 +263,7 @@ TEST_F(EventQueueTest, ThreadsThatSaveAtOnceLoseNothing)
     constexpr std::size_t threadCount = 4;
     constexpr std::size_t eventsEach = 250;
     std::vector<std::thread> threads;
+    threads.reserve(threadCount);
     for (std::size_t thread = 0; thread < threadCount; ++thread) {
         threads.emplace_back([thread] {
             for (std::size_t event = 0; event < eventsEach; ++event)

@@ -64,11 +64,8 @@ protected:
     // Whether anything was written to or removed from the entries of the advertising id.
     [[nodiscard]] bool touchedStoredAdId() const
     {
-        for (auto const& call : platform.standardUserDefaults().calls()) {
-            if (call.find(fullKey("adid")) != std::string::npos)
-                return true;
-        }
-        return false;
+        return std::ranges::any_of(platform.standardUserDefaults().calls(),
+            [](std::string const& call) { return call.find(fullKey("adid")) != std::string::npos; });
     }
 };
 

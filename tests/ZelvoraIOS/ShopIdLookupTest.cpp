@@ -44,6 +44,11 @@ protected:
         EXPECT_EQ(shopId(), std::nullopt);
         EXPECT_EQ(stored(fullKey("shop_id")), std::nullopt);
     }
+    void expectStatusFailure(std::string const& code, std::string const& body)
+    {
+        expectFailure(
+            { { OSLogType::Error, "fetchShopId Error " + code + " - Error Body: " + body } }, "fetchShopId - " + code);
+    }
     void expectSilence()
     {
         EXPECT_EQ(lookupMessages(), Messages {});
@@ -280,11 +285,9 @@ TEST_F(ShopIdLookupTest, EveryStatusBut200IsAFailureWhateverTheBody)
     for (auto const status : { 100, 199, 201, 202, 204, 206, 299, 301, 304, 400, 401, 403, 404, 429, 503, 599 }) {
         errors.clear();
         beginLookup();
-        auto const code = std::to_string(status);
         std::string const body = R"({"data": {"shopId": "shop-7"}})";
         answer(status, body);
-        expectFailure(
-            { { OSLogType::Error, "fetchShopId Error " + code + " - Error Body: " + body } }, "fetchShopId - " + code);
+        expectStatusFailure(std::to_string(status), body);
     }
 }
 
@@ -351,7 +354,9 @@ TEST_F(ShopIdLookupTest, AHugeAnswerIsReadLikeAnother)
 TEST_F(ShopIdLookupTest, AHugeAnswerThatIsNotJSONFailsLikeAnother)
 {
     beginLookup();
-    answer(200, std::string(100'000'000, '\0'));
+    std::string body;
+    body.resize(100'000'000);
+    answer(200, std::move(body));
     EXPECT_EQ(errors.size(), 1U);
     EXPECT_EQ(logMessages(OSLogType::Error).size(), 1U);
     EXPECT_EQ(shopId(), std::nullopt);

@@ -164,7 +164,7 @@ TEST_F(TrackingUploadTest, AnEventIdThatIsANumberIsKept)
 TEST_F(TrackingUploadTest, AnyOtherEventIdAndAdvertisingIdIsKept)
 {
     setAdId("ad-1");
-    Value const others[] = { "x", "0", " ", 0, -1.5, false, true, Array {}, Dictionary {}, Array { Null {} } };
+    std::vector<Value> const others { "x", "0", " ", 0, -1.5, false, true, Array {}, Dictionary {}, Array { Null {} } };
     for (auto const& other : others) {
         auto const event = sent({ { "eventId", other }, { "adid", other } });
         EXPECT_EQ(*event.find("eventId"), other);
@@ -242,7 +242,7 @@ TEST_F(TrackingUploadTest, EventsThatJSONCannotHoldAreDescribedAndReportedAndSta
     Value deep = "leaf";
     while (deep.nesting() < Value::maximumNesting - 2)
         deep = Array { deep };
-    Value const unwritable[] = { Date { 1 }, Data { "x" }, std::numeric_limits<double>::quiet_NaN(),
+    std::vector<Value> const unwritable { Date { 1 }, Data { "x" }, std::numeric_limits<double>::quiet_NaN(),
         std::numeric_limits<double>::infinity(), Array { Date { 1 } }, "\xff", deep };
     for (auto const& value : unwritable) {
         ZelvoraStorage::clearEventTrackingData();
@@ -357,7 +357,9 @@ TEST_F(TrackingUploadTest, TheBodyOfASuccessIsNotRead)
 TEST_F(TrackingUploadTest, AHugeAnswerIsTakenLikeAnother)
 {
     saveEvents(1);
-    EXPECT_EQ(messagesAfter(200, std::string(50'000'000, 'x')).size(), 1U);
+    std::string body;
+    body.resize(50'000'000, 'x');
+    EXPECT_EQ(messagesAfter(200, std::move(body)).size(), 1U);
     EXPECT_TRUE(queued().empty());
 }
 

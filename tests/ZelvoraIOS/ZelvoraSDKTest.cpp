@@ -45,6 +45,7 @@ TEST_F(ZelvoraSDKTest, ThreadsThatAskFirstAtOnceGetTheSameSDK)
 {
     std::vector<ZelvoraSDK*> seen(4);
     std::vector<std::thread> threads;
+    threads.reserve(seen.size());
     for (auto*& place : seen)
         threads.emplace_back([&place] { place = &ZelvoraSDK::shared(); });
     for (auto& thread : threads)
@@ -338,7 +339,7 @@ TEST_F(ZelvoraSDKTest, TheHostMaySetTheDelegate)
 
 TEST_F(ZelvoraSDKTest, TheHostMaySetProvidersAndSwipeBack)
 {
-    auto const view = std::make_shared<memory::View>();
+    std::shared_ptr<platform::UIView> const view = std::make_shared<memory::View>();
     sdk().setHeaderViewProvider([&view](platform::UIViewController&) { return view; });
     sdk().setFooterViewProvider([](platform::UIViewController&) { return nullptr; });
     sdk().setAllowsSwipeBack(true);

@@ -342,7 +342,7 @@ TEST_F(ZelvoraStorageTest, RemovingWhatIsNotThereDoesNothing)
 
 TEST_F(ZelvoraStorageTest, EveryKindOfPropertyListValueComesBackAsItWasGiven)
 {
-    Value const values[] = { "", "text 한글", 0, 1, -0.5, 1e300, true, false, Date { 12.5 },
+    std::vector<Value> const values { "", "text 한글", 0, 1, -0.5, 1e300, true, false, Date { 12.5 },
         Data { std::string("\0\xff", 2) }, Array {}, Array { 1, "a", Array { true } }, Dictionary {},
         Dictionary { { "a", Array { Dictionary { { "b", Date { 1 } } } } }, { "c", Data { "d" } } } };
     for (auto const& value : values) {

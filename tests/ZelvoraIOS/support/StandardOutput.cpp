@@ -9,7 +9,7 @@
 
 namespace zelvora::tests {
 
-StandardOutput::StandardOutput() : m_file(std::tmpfile()), m_original(-1)
+StandardOutput::StandardOutput() : m_file(std::tmpfile())
 {
     if (!m_file)
         platform::fatalError("no temporary file to catch standard output in");

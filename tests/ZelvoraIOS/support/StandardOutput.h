@@ -26,7 +26,7 @@ private:
     };
 
     std::unique_ptr<std::FILE, Close> m_file;
-    int m_original;
+    int m_original = -1;
 };
 
 }

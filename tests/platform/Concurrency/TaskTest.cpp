@@ -227,7 +227,10 @@ Task<void> awaitCompletion(Record* record, std::optional<Handler>* handler)
 
 Task<void> awaitImmediateCompletion(Record* record)
 {
-    auto start = [](Handler given) { given(7); };
+    auto start = [record](Handler given) {
+        given(7);
+        record->emplace_back("started");
+    };
     auto answer = completion<int>(start);
     auto const number = co_await answer;
     record->push_back(std::to_string(number));
@@ -248,7 +251,7 @@ TEST_F(TaskTest, ACallbackThatComesBeforeTheStartReturnsIsAwaitedToo)
 {
     spawn(m_queue, awaitImmediateCompletion(&m_record));
     (void)m_queue.runAll();
-    EXPECT_EQ(m_record, (Record { "7" }));
+    EXPECT_EQ(m_record, (Record { "started", "7" }));
 }
 
 Task<void> throwException()

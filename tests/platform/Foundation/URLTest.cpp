@@ -92,6 +92,12 @@ TEST(URLTest, ARelativeReferenceHasNoScheme)
     }
 }
 
+TEST(URLTest, AColonThatEndsNoSchemeIsEncodedInTheFirstSegmentOnly)
+{
+    EXPECT_EQ(parsed("1http://h:1/a:b"), "1http%3A//h:1/a:b");
+    EXPECT_EQ(parsed(":x"), "%3Ax");
+}
+
 TEST(URLTest, EncodingAgainChangesNothing)
 {
     for (auto const* text : { "https://shop.example/?uKey=홍 길동%", "not a url", "1http://h x", "https://h/#a#b" }) {

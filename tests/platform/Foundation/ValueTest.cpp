@@ -32,9 +32,9 @@ Value nestedArrays(std::size_t depth)
 TEST(ValueTest, AValueKnowsItsKind)
 {
     auto const values = oneOfEachKind();
-    Value::Kind const kinds[] = { Value::Kind::Null, Value::Kind::Boolean, Value::Kind::Number, Value::Kind::Text,
-        Value::Kind::Date, Value::Kind::Data, Value::Kind::Array, Value::Kind::Dictionary };
-    ASSERT_EQ(values.size(), std::size(kinds));
+    std::vector<Value::Kind> const kinds { Value::Kind::Null, Value::Kind::Boolean, Value::Kind::Number,
+        Value::Kind::Text, Value::Kind::Date, Value::Kind::Data, Value::Kind::Array, Value::Kind::Dictionary };
+    ASSERT_EQ(values.size(), kinds.size());
     for (std::size_t i = 0; i < values.size(); ++i)
         EXPECT_EQ(values[i].kind(), kinds[i]);
 }
@@ -162,6 +162,9 @@ TEST(ValueTest, ManyLevelsAreDestroyedWithoutRecursion)
     Value dictionaries;
     for (int i = 0; i < 100'000; ++i)
         dictionaries = i % 2 == 0 ? Value(Dictionary { { "a", dictionaries } }) : Value(Array { dictionaries });
+    dictionaries = Value();
+    for (int i = 0; i < 100'000; ++i)
+        dictionaries = Dictionary { { "a", dictionaries } };
     dictionaries = Value();
     EXPECT_TRUE(dictionaries.isNull());
 }

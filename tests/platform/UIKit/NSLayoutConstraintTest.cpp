@@ -115,6 +115,14 @@ TEST_F(NSLayoutConstraintTest, AConstraintEndsWhenWhatHoldsItsViewLeaves)
     EXPECT_TRUE(m_root->constraints().empty());
 }
 
+TEST_F(NSLayoutConstraintTest, AConstraintEndsWhichAViewFurtherUpKeeps)
+{
+    m_leaf->topAnchor().constraintEqualTo(m_root->topAnchor()).setActive(true);
+    m_sibling->topAnchor().constraintEqualTo(m_leaf->bottomAnchor()).setActive(true);
+    m_leaf->removeFromSuperview();
+    EXPECT_TRUE(m_root->constraints().empty());
+}
+
 TEST_F(NSLayoutConstraintTest, AConstraintWithinWhatLeavesStays)
 {
     m_leaf->topAnchor().constraintEqualTo(m_middle->topAnchor()).setActive(true);

@@ -27,7 +27,6 @@ endfunction()
 
 # zelvora_test(NAME SOURCES ... LIBRARIES ... [LABELS ...]): a GoogleTest program whose every test runs in a process of its own,
 # because the platform and the facade are one per process.
-# All of them that need no display are built by the target zelvora_headless_tests.
 function(zelvora_test name)
     cmake_parse_arguments(PARSE_ARGV 1 TEST "" "" "SOURCES;LIBRARIES;LABELS")
     add_executable(${name} ${TEST_SOURCES})
@@ -41,12 +40,6 @@ function(zelvora_test name)
     endif()
     if(ZELVORA_PRECOMPILED_TESTS)
         target_precompile_headers(${name} PRIVATE <gtest/gtest.h> <chrono> <expected> <functional> <thread>)
-    endif()
-    if(NOT TARGET zelvora_headless_tests)
-        add_custom_target(zelvora_headless_tests)
-    endif()
-    if(NOT "gtk" IN_LIST TEST_LABELS)
-        add_dependencies(zelvora_headless_tests ${name})
     endif()
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
 endfunction()

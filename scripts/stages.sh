@@ -132,9 +132,11 @@ stage_asan() {
 }
 
 stage_tsan() {
-    # What is shown on a display runs in the libraries' own threads, which this sanitizer cannot follow.
-    build tsan zelvora_headless_tests || return 1
-    TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1 run_tests tsan -LE 'install|architecture|gtk' -E '_NOT_BUILT$'
+    build tsan all || return 1
+    # GLib, GTK and WebKit are not built for this sanitizer, which does not see their locks: what goes on inside of them
+    # is left out, what our code does in their threads is not.
+    TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1:ignore_noninstrumented_modules=1 \
+        run_tests tsan -LE 'install|architecture'
 }
 
 stage_libcxx() {

@@ -16,6 +16,8 @@ using platform::Value;
 constexpr char const* KEY_SHOP_ID = "shop_id";
 constexpr double SHOP_ID_EXPIRATION = 86400.0;
 constexpr char const* KEY_EVENT_DATA = "tracking_event";
+// An upload holds each event in an array in an object, and JSON nests no deeper than the store does.
+constexpr std::size_t EVENT_NESTING = Value::maximumNesting - 2;
 
 platform::UserDefaults& storage()
 {
@@ -123,6 +125,11 @@ std::optional<std::string> ZelvoraStorage::getValidShopId()
 
 void ZelvoraStorage::saveEventTrackingData(platform::Dictionary const& event)
 {
+    if (event.nesting() > EVENT_NESTING) {
+        // In the queue it would keep back every later event too.
+        ZelvoraLogger::e("saveEventTrackingData refused an event that nests too deep to be uploaded");
+        return;
+    }
     std::scoped_lock const lock(queueMutex());
     set(getEventTrackingData().appending(event), KEY_EVENT_DATA);
 }

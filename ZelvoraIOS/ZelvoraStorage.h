@@ -36,7 +36,8 @@ public:
     static void saveShopId(std::string const& shopId);
     [[nodiscard]] static std::optional<std::string> getValidShopId();
 
-    /// Appends an event to the queue, exactly as it is.
+    /// Appends an event to the queue, exactly as it is. One that nests deeper than an upload can hold, two levels less
+    /// than `Value::maximumNesting`, is refused with one error line, and the queue stays.
     static void saveEventTrackingData(platform::Dictionary const& event);
     /// The queue, oldest event first; every element is a dictionary. Empty where there is none, or where something else
     /// is stored.

@@ -207,10 +207,10 @@ TEST_F(EventQueueTest, RemovingFromAForeignValueRemovesTheEntry)
     EXPECT_TRUE(platform.standardUserDefaults().contents().empty());
 }
 
-TEST_F(EventQueueTest, AnEventThatNestsAsDeepAsTheStoreTakesIsQueued)
+TEST_F(EventQueueTest, AnEventThatNestsAsDeepAsAnUploadCanHoldIsQueued)
 {
     Value deep = "leaf";
-    while (deep.nesting() < Value::maximumNesting - 2)
+    while (deep.nesting() < Value::maximumNesting - 3)
         deep = Array { deep };
     saveEvents(1);
     ZelvoraStorage::saveEventTrackingData({ { "name", "deep" }, { "deep", deep } });
@@ -220,12 +220,14 @@ TEST_F(EventQueueTest, AnEventThatNestsAsDeepAsTheStoreTakesIsQueued)
 TEST_F(EventQueueTest, AnEventThatNestsDeeperIsRefusedWithOneErrorLineAndTheQueueStays)
 {
     Value deep = "leaf";
-    while (deep.nesting() < Value::maximumNesting - 1)
+    while (deep.nesting() < Value::maximumNesting - 2)
         deep = Array { deep };
     saveEvents(2);
     platform.log().clear();
     ZelvoraStorage::saveEventTrackingData({ { "name", "too deep" }, { "deep", deep } });
-    EXPECT_EQ(logMessages(OSLogType::Error).size(), 1U);
+    EXPECT_EQ(logMessages(),
+        (std::vector<LogMessage> {
+            { OSLogType::Error, "saveEventTrackingData refused an event that nests too deep to be uploaded" } }));
     EXPECT_EQ(queued(), (Names { "0", "1" }));
     ZelvoraStorage::saveEventTrackingData(makeEvent("next"));
     EXPECT_EQ(queued(), (Names { "0", "1", "next" }));

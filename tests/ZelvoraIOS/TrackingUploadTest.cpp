@@ -239,11 +239,8 @@ TEST_F(TrackingUploadTest, AnEndpointThatIsNoUrlIsSeenBeforeABodyThatCannotBeWri
 
 TEST_F(TrackingUploadTest, EventsThatJSONCannotHoldAreDescribedAndReportedAndStay)
 {
-    Value deep = "leaf";
-    while (deep.nesting() < Value::maximumNesting - 2)
-        deep = Array { deep };
     std::vector<Value> const unwritable { Date { 1 }, Data { "x" }, std::numeric_limits<double>::quiet_NaN(),
-        std::numeric_limits<double>::infinity(), Array { Date { 1 } }, "\xff", deep };
+        std::numeric_limits<double>::infinity(), Array { Date { 1 } }, "\xff" };
     for (auto const& value : unwritable) {
         ZelvoraStorage::clearEventTrackingData();
         ZelvoraStorage::saveEventTrackingData({ { "value", value }, { "name", "bad" } });
@@ -263,6 +260,20 @@ TEST_F(TrackingUploadTest, EventsThatJSONCannotHoldAreDescribedAndReportedAndSta
         EXPECT_TRUE(platform.standardUserDefaults().calls().empty());
         EXPECT_EQ(queued(), (Names { "bad", "good" }));
     }
+}
+
+TEST_F(TrackingUploadTest, AnEventAsDeepAsTheQueueTakesIsSent)
+{
+    Value deep = "leaf";
+    while (deep.nesting() < Value::maximumNesting - 3)
+        deep = Array { deep };
+    ZelvoraStorage::saveEventTrackingData({ { "deep", deep } });
+    ZelvoraStorage::saveEventTrackingData({ { "deeper", Array { deep } } });
+    EXPECT_EQ(ZelvoraStorage::getEventTrackingData(), Array { Value(Dictionary { { "deep", deep } }) });
+    platform.log().clear();
+    sdk().sendTrackingData();
+    EXPECT_EQ(urlSession().requests().size(), 1U);
+    EXPECT_TRUE(logMessages(OSLogType::Error).empty());
 }
 
 TEST_F(TrackingUploadTest, EventsThatJSONCannotHoldAreLoggedByTheirDebugDescription)

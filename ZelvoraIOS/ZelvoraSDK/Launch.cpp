@@ -45,6 +45,8 @@ std::string ZelvoraSDK::getFinalUrl() const
 
 ZelvoraSDK::Result ZelvoraSDK::start(std::shared_ptr<UIViewController> presenter)
 {
+    if (!presenter)
+        return std::unexpected(report(ZelvoraSDKError::otherError("start was called without a view controller")));
     // In one step with the question, so that a sequence that ends meanwhile either sees the presenter or is seen to
     // have ended.
     auto const isDeferred = withProperties([&presenter](Properties& properties) {

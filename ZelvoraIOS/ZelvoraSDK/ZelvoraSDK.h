@@ -61,7 +61,8 @@ public:
 
     /// Shows the site full screen: pushed on the presenter's navigation stack, or presented over it where it has none.
     /// While the SDK is initializing the presenter is kept and shown from afterwards, the last one only. A missing shop
-    /// id, API key or user key is told to the completion handler too. Any thread; the container appears later.
+    /// id, API key or user key, and a presenter that is nullptr, are told to the completion handler too. Any thread;
+    /// the container appears later.
     Result start(std::shared_ptr<platform::UIViewController> presenter);
 
     /// A web view on the site for the host to size and place; nullptr before the shop id is known.

@@ -168,6 +168,30 @@ TEST_F(LaunchFailureTest, WithoutApiKeyAndUserKeyOnlyTheApiKeyIsReported)
     expectFailure(ZelvoraSDKError::mediaKeyNotInitialized());
 }
 
+TEST_F(LaunchFailureTest, AStartWithoutAPresenterFailsWithE300WhateverElseIsMissing)
+{
+    auto const error = ZelvoraSDKError::otherError("start was called without a view controller");
+    presenter = nullptr;
+    expectFailure(error);
+    EXPECT_EQ(errors.at(0)->code(), "E300");
+
+    errors.clear();
+    ZelvoraSDKInspector::change([](auto& properties) { properties.shopId = std::nullopt; });
+    expectFailure(error);
+}
+
+TEST_F(LaunchTest, AStartWithoutAPresenterDuringInitializationFailsAtOnceAndKeepsAnEarlierPresenter)
+{
+    initialize();
+    EXPECT_TRUE(sdk().start(presenter));
+    auto const result = sdk().start(nullptr);
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error(), ZelvoraSDKError::otherError("start was called without a view controller"));
+
+    finishInitialization();
+    EXPECT_TRUE(containerPresentedBy(*presenter));
+}
+
 TEST_F(LaunchTest, AStartBeforeInitializeFailsWithE001AndTellsNobody)
 {
     auto const result = sdk().start(presenter);

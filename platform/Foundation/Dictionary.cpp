@@ -3,19 +3,24 @@
 #include "platform/Foundation/Dismantling.h"
 
 #include <algorithm>
-#include <map>
 
 namespace zelvora::platform {
 
 struct Dictionary::Contents {
     explicit Contents(Entries unordered)
     {
-        std::map<std::string, Value> ordered;
-        for (auto& [key, value] : unordered)
-            ordered.insert_or_assign(std::move(key), std::move(value));
-        entries.reserve(ordered.size());
-        for (auto& [key, value] : ordered)
-            entries.emplace_back(key, std::move(value));
+        std::vector<Entry*> order;
+        order.reserve(unordered.size());
+        for (auto& entry : unordered)
+            order.push_back(&entry);
+        // Of entries with one key the later one, which lies behind, comes last.
+        std::ranges::sort(
+            order, {}, [](Entry* entry) { return std::pair<std::string_view, Entry*>(entry->first, entry); });
+        entries.reserve(order.size());
+        for (std::size_t i = 0; i < order.size(); ++i) {
+            if (i + 1 == order.size() || order[i]->first != order[i + 1]->first)
+                entries.push_back(std::move(*order[i]));
+        }
         for (auto const& entry : entries)
             nesting = std::max(nesting, entry.second.nesting() + 1);
     }

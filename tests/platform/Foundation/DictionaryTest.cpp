@@ -52,6 +52,15 @@ TEST(DictionaryTest, OfAKeyThatStandsTwiceTheLaterEntryHolds)
     Dictionary const dictionary { { "a", 1 }, { "b", 2 }, { "a", 3 } };
     EXPECT_EQ(dictionary.size(), 2U);
     EXPECT_EQ(*dictionary.find("a"), Value(3));
+
+    // However many there are.
+    Dictionary::Entries entries;
+    for (int number = 0; number < 300; ++number)
+        entries.emplace_back(std::to_string(number % 100), number);
+    Dictionary const many(std::move(entries));
+    EXPECT_EQ(many.size(), 100U);
+    for (int number = 0; number < 100; ++number)
+        EXPECT_EQ(*many.find(std::to_string(number)), Value(number + 200));
 }
 
 TEST(DictionaryTest, EqualityDoesNotDependOnTheOrderOfMaking)

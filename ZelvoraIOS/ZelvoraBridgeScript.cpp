@@ -64,7 +64,7 @@ constexpr std::array<std::string_view, 10> pieces {
     "});",
 };
 
-constexpr std::size_t fixedLength()
+consteval std::size_t fixedLength()
 {
     std::size_t length = 0;
     for (auto const piece : pieces)

@@ -1,7 +1,9 @@
 #include "ZelvoraIOS/ZelvoraSDKError.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <iterator>
 #include <utility>
 
 namespace zelvora {
@@ -28,12 +30,8 @@ constexpr std::array<Attributes, 8> attributesByCase { {
     { "E004", ZelvoraSDKErrorType::error, "SDK가 이미 초기화 중입니다. 이전 호출의 응답을 기다려주세요." },
 } };
 
-constexpr std::array<std::pair<ZelvoraSDKErrorType, std::string_view>, 4> rawValues { {
-    { ZelvoraSDKErrorType::error, "ERROR" },
-    { ZelvoraSDKErrorType::warning, "WARNING" },
-    { ZelvoraSDKErrorType::info, "INFO" },
-    { ZelvoraSDKErrorType::debug, "DEBUG" },
-} };
+// In the order of the types.
+constexpr std::array<std::string_view, 4> rawValues { "ERROR", "WARNING", "INFO", "DEBUG" };
 
 Attributes const& attributes(ZelvoraSDKError::Case errorCase)
 {
@@ -59,20 +57,15 @@ std::string trimmingBlanks(std::string const& text)
 
 std::string_view rawValue(ZelvoraSDKErrorType type)
 {
-    for (auto const& [known, raw] : rawValues) {
-        if (known == type)
-            return raw;
-    }
-    std::unreachable();
+    return rawValues.at(static_cast<std::size_t>(type));
 }
 
 std::optional<ZelvoraSDKErrorType> makeZelvoraSDKErrorType(std::string_view rawValue)
 {
-    for (auto const& [type, raw] : rawValues) {
-        if (raw == rawValue)
-            return type;
-    }
-    return std::nullopt;
+    auto const place = std::ranges::find(rawValues, rawValue) - rawValues.begin();
+    if (place == std::ssize(rawValues))
+        return std::nullopt;
+    return static_cast<ZelvoraSDKErrorType>(place);
 }
 
 ZelvoraSDKError ZelvoraSDKError::networkError(Detail detail)

@@ -83,6 +83,14 @@ TEST_F(IdentityUploadTest, WhatIsAbsentIsSentAsNull)
             { "userKey", Null {} }, { "apiKey", Null {} }, { "adId", Null {} }, { "packageName", Null {} } }));
 }
 
+TEST_F(IdentityUploadTest, AKeyThatJSONCannotHoldSendsNothing)
+{
+    ZelvoraSDKInspector::change([](auto& properties) { properties.userKey = "\xff"; });
+    ZelvoraSDKInspector::sendData();
+    EXPECT_TRUE(urlSession().requests().empty());
+    EXPECT_TRUE(logMessages().empty());
+}
+
 TEST_F(IdentityUploadTest, AfterInitializeItGoesToTheApiBaseOfTheEnvironment)
 {
     initializeAndFinish({ .isDev = true });

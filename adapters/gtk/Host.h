@@ -18,7 +18,7 @@
 //     auto navigation = gtk::NavigationController::create(home);
 //     gtk::setRootViewController(window, navigation);
 //     ...
-//     sdk.headerViewProvider = [](auto&) { return gtk::wrapWidget(makeHeader()); };
+//     sdk.setHeaderViewProvider([](auto&) { return gtk::wrapWidget(makeHeader()); });
 //     sdk.start(home);
 namespace zelvora::gtk {
 

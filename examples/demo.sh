@@ -17,6 +17,8 @@ trap stop_service EXIT
 start_service() {
     local output="$1/service.log"
     mkdir -p "$1"
+    # Before the service starts, which else may be slower than the first look at what an earlier one left here.
+    : >"$output"
     "$build/examples/service/zelvora-service" --data "$1" >"$output" 2>&1 &
     service_pid=$!
     for _ in {1..100}; do
@@ -35,9 +37,11 @@ host() { "$build/examples/host/zelvora-host" --service "$port" --certificates "$
 # walk NAME: the SDK's diagnostic lines go to a file, the account to the screen.
 walk() {
     local log="$folder/$1.log"
-    with_display "$folder" "$build/examples/host/zelvora-host" --service "$port" --certificates "$folder/service" \
-        --data "$folder/app" --walk "$1" --pictures "$folder" 2>&1 >"$log" | grep -v -e '^(zelvora-host:' -e '^dbus-daemon' -e '^$' -e WARNING
-    ((PIPESTATUS[0] == 0)) || stop "The walk did not succeed; $log has what the SDK said."
+    if ! with_display "$folder" "$build/examples/host/zelvora-host" --service "$port" --certificates "$folder/service" \
+        --data "$folder/app" --walk "$1" --pictures "$folder" 2>&1 >"$log" \
+        | tee "$folder/$1.errors.log" | grep -v -e '^(zelvora-host:' -e '^dbus-daemon' -e '^$' -e WARNING; then
+        stop "The walk did not succeed; $log has what the SDK said, $folder/$1.errors.log what the libraries said."
+    fi
 }
 
 mkdir -p "$folder"

@@ -21,7 +21,8 @@ print_size() {
 # What the SDK logs to standard output goes nowhere, as on a phone that nobody looks at.
 "$folder/zelvora-bench-storage" >/dev/null
 "$folder/zelvora-bench-bridge" >/dev/null
-if [[ -x "$folder/zelvora-bench-page" ]]; then
-    with_display "$folder" "$folder/zelvora-bench-page" 2>&1 >/dev/null | grep -v -e '^dbus-daemon' -e '^$' -e WARNING -e '^X connection'
+if ! with_display "$folder" "$folder/zelvora-bench-page" 2>&1 >/dev/null \
+    | grep -v -e '^dbus-daemon' -e '^$' -e WARNING -e '^X connection'; then
+    stop "The benchmark in the engine failed."
 fi
 print_size

@@ -10,8 +10,10 @@
 #include "bench/Comparison.h"
 #include "bench/Folder.h"
 
+#include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -64,12 +66,18 @@ void measureRoundTrips()
         [&] { makeTrips(barePage); });
 }
 
-// A process of its own: it ends when the page has been heard.
-void start(std::string const& kind)
+// A process of its own, as after a fresh install: it ends when the page has been heard and leaves its data in the
+// folder.
+void start(std::string kind, std::filesystem::path const& folder)
 {
-    auto const command = "/proc/" + std::to_string(getpid()) + "/exe " + kind;
+    static int s_number = 0;
+    auto program = "/proc/" + std::to_string(getpid()) + "/exe";
+    auto data = (folder / std::to_string(++s_number)).string();
+    std::array<char*, 4> arguments { program.data(), kind.data(), data.data(), nullptr };
     int status = -1;
-    if (g_spawn_command_line_sync(command.c_str(), nullptr, nullptr, &status, nullptr) && status == 0)
+    if (g_spawn_sync(
+            nullptr, arguments.data(), nullptr, G_SPAWN_DEFAULT, nullptr, nullptr, nullptr, nullptr, &status, nullptr)
+        && status == 0)
         return;
     std::fprintf(stderr, "The process for \"%s\" failed.\n", kind.c_str());
     std::exit(EXIT_FAILURE); // NOLINT(concurrency-mt-unsafe)
@@ -96,20 +104,27 @@ int hearFirstMessage(bool withSDK)
     std::_Exit(EXIT_SUCCESS);
 }
 
+void install(std::filesystem::path const& data)
+{
+    gtk::install({ .bundleIdentifier = "com.zelvora.bench", .appName = "Bench", .dataDirectory = data });
+}
+
 }
 
 int main(int count, char** arguments)
 {
     gtk_init();
-    bench::Folder const folder;
-    gtk::install({ .bundleIdentifier = "com.zelvora.bench", .appName = "Bench", .dataDirectory = folder.path });
-    if (count == 2)
+    if (count == 3) {
+        install(arguments[2]);
         return hearFirstMessage(std::string(arguments[1]) == "sdk");
+    }
+    bench::Folder const folder;
+    install(folder.path);
     std::fprintf(stderr, "With a real engine\n");
     measureRoundTrips();
     bench::Comparison const comparison(9, 1);
     comparison.print(
-        "from process start to the page's first message", [] { start("sdk"); }, "a bare web view",
-        [] { start("bare"); });
+        "from process start to the page's first message", [&] { start("sdk", folder.path); }, "a bare web view",
+        [&] { start("bare", folder.path); });
     return EXIT_SUCCESS;
 }

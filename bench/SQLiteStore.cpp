@@ -28,12 +28,11 @@ SQLiteStore::SQLiteStore(std::filesystem::path const& file)
     require(sqlite3_exec(m_database, schema, nullptr, nullptr, nullptr) == SQLITE_OK, m_database);
     m_set = prepare("INSERT OR REPLACE INTO preferences VALUES (?1, ?2)");
     m_append = prepare("INSERT INTO events (event) VALUES (?1)");
-    m_drop = prepare("DELETE FROM events WHERE id IN (SELECT id FROM events ORDER BY id LIMIT ?1)");
 }
 
 SQLiteStore::~SQLiteStore()
 {
-    for (auto* statement : { m_set, m_append, m_drop })
+    for (auto* statement : { m_set, m_append })
         sqlite3_finalize(statement);
     sqlite3_close(m_database);
 }
@@ -62,12 +61,6 @@ void SQLiteStore::append(std::string const& event)
 {
     sqlite3_bind_blob(m_append, 1, event.data(), static_cast<int>(event.size()), SQLITE_STATIC);
     run(m_append);
-}
-
-void SQLiteStore::dropFirst(int count)
-{
-    sqlite3_bind_int(m_drop, 1, count);
-    run(m_drop);
 }
 
 }

@@ -19,7 +19,6 @@ public:
 
     void set(std::string const& key, std::string const& value);
     void append(std::string const& event);
-    void dropFirst(int count);
 
 private:
     [[nodiscard]] sqlite3_stmt* prepare(char const* sql);
@@ -28,7 +27,6 @@ private:
     sqlite3* m_database = nullptr;
     sqlite3_stmt* m_set = nullptr;
     sqlite3_stmt* m_append = nullptr;
-    sqlite3_stmt* m_drop = nullptr;
 };
 
 }

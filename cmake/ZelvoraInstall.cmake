@@ -2,7 +2,6 @@
 # Its headers keep their paths below include/ZelvoraIOS, so a host includes them as the sources here do.
 
 include(CMakePackageConfigHelpers)
-include(GNUInstallDirs)
 
 set(ZELVORA_PACKAGE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/ZelvoraIOS")
 

@@ -1,5 +1,7 @@
 # What every target of the project has in common.
 
+include(GNUInstallDirs)
+
 option(ZELVORA_COVERAGE "Count which lines of the SDK run (clang only)" OFF)
 option(ZELVORA_PRECOMPILED_TESTS "Read GoogleTest once for all test programs; hides includes that a test lacks" OFF)
 
@@ -14,7 +16,7 @@ function(zelvora_target name)
     target_compile_options(${name} PRIVATE "$<$<CXX_COMPILER_ID:GNU>:-Wno-free-nonheap-object>")
     target_include_directories(${name} PUBLIC
         "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>"
-        "$<INSTALL_INTERFACE:include/ZelvoraIOS>"
+        "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/ZelvoraIOS>"
     )
     if(ZELVORA_COVERAGE AND name STREQUAL "ZelvoraIOS")
         # Counters that can be moved live in a shared mapping of the profile, so that they outlive a process that stops

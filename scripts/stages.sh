@@ -162,8 +162,7 @@ stage_format() {
     our_sources '*.h' '*.cpp' '*.mm' | xargs -r clang-format-19 --dry-run --Werror && one_passed
 }
 
-# clang-tidy spends its time on the headers of the system, so the sources of a folder are read as one. Where that makes
-# no valid program (two sources have a helper of the same name), each is read alone.
+# The sources of a folder are read together, as far as they go together.
 stage_tidy() {
     cmake --preset coverage >/dev/null || return 1
     local folder

@@ -153,6 +153,7 @@ stage_layers() {
     say "$output"
     s_passed="$(sed -nE 's/^\[  PASSED  \] ([0-9]+) tests?\..*/\1/p' <<<"$output")"
     s_failed="$(grep -cE '^\[  FAILED  \] .*\([0-9]+ ms\)$' <<<"$output")" || true
+    ((s_passed > 0)) || status=1
     return "$status"
 }
 
@@ -169,7 +170,11 @@ stage_tidy() {
     rm -rf build/tidy
     mkdir -p build/tidy
     for folder in platform ZelvoraIOS adapters/shared adapters/memory adapters/gtk; do
-        our_sources "$folder/*.cpp" | split -l 16 --additional-suffix=.list - "build/tidy/${folder//\//-}-"
+        our_sources "$folder/*.cpp" | split -l 16 --additional-suffix=.list - "build/tidy/${folder//\//-}-" || return 1
+        if [[ ! -e "build/tidy/${folder//\//-}-aa.list" ]]; then
+            say "There are no sources in $folder."
+            return 1
+        fi
     done
     find build/tidy -name '*.list' | sort | xargs -P "$(nproc)" -n 1 scripts/tidy.sh && one_passed
 }

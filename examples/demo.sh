@@ -39,7 +39,7 @@ walk() {
     local log="$folder/$1.log"
     if ! with_display "$folder" "$build/examples/host/zelvora-host" --service "$port" --certificates "$folder/service" \
         --data "$folder/app" --walk "$1" --pictures "$folder" 2>&1 >"$log" \
-        | tee "$folder/$1.errors.log" | grep -v -e '^(zelvora-host:' -e '^dbus-daemon' -e '^$' -e WARNING; then
+        | tee "$folder/$1.errors.log" | grep -v -e '^(zelvora-host:' -e '^dbus-daemon' -e '^X connection' -e '^$' -e WARNING; then
         stop "The walk did not succeed; $log has what the SDK said, $folder/$1.errors.log what the libraries said."
     fi
 }

@@ -4,8 +4,10 @@
 #include "platform/UIKit/UIViewController.h"
 #include "tests/contract/Record.h"
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace zelvora::tests {
 
@@ -24,7 +26,12 @@ public:
     {
         UIViewController::viewWillDisappear(animated);
         m_record.add(m_name + " will disappear" + (animated == platform::Animated::Yes ? ", animated" : ""));
+        if (auto const act = std::exchange(actOnDisappearance, nullptr))
+            act();
     }
+
+    /// What the host does when it is told so, once.
+    std::function<void()> actOnDisappearance;
 
 private:
     std::string m_name;

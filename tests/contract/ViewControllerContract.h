@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zelvora::tests {
@@ -191,6 +192,32 @@ TYPED_TEST_P(ViewControllerContract, DismissingBelowEndsAllThatStandsAbove)
     this->expectGone(watchedLower);
 }
 
+TYPED_TEST_P(ViewControllerContract, AScreenThatIsDismissedMayEndWhatStandsBelowIt)
+{
+    for (auto const animated : { this->No, this->Yes }) {
+        if (!this->m_home->isViewLoaded())
+            this->m_harness.show(this->m_home);
+        auto lower = this->makeFullScreen("lower");
+        auto upper = this->makeFullScreen("upper");
+        this->m_home->present(lower, this->No);
+        lower->present(upper, this->No);
+        (void)this->takeEvents();
+        upper->actOnDisappearance = [this, animated] { this->m_home->dismiss(animated); };
+        upper->dismiss(animated);
+        (void)this->takeEvents();
+        std::weak_ptr<platform::UIViewController> const watchedLower = std::exchange(lower, nullptr);
+        std::weak_ptr<platform::UIViewController> const watchedUpper = std::exchange(upper, nullptr);
+        this->expectGone(watchedUpper);
+        this->expectGone(watchedLower);
+        // Home is on the screen again, and nothing stands over it.
+        auto const other = this->makeFullScreen("other");
+        this->m_home->present(other, this->No);
+        EXPECT_EQ(this->takeEvents(), (std::vector<std::string> { "other did load", "home will disappear" }));
+        other->dismiss(this->No);
+        (void)this->takeEvents();
+    }
+}
+
 TYPED_TEST_P(ViewControllerContract, DismissingAPushedScreenDoesNothing)
 {
     this->showStack();
@@ -260,7 +287,7 @@ REGISTER_TYPED_TEST_SUITE_P(ViewControllerContract, APushedScreenLoadsKnowingIts
     AFullScreenPresentationCoversThePresenterUntilItIsDismissed,
     APresentationOfAnotherStyleLeavesThePresenterOnTheScreen, APresenterEndsThePresentationThatItMade,
     OnlyOnePresentationIsMadeAtATime, DismissingBelowEndsAllThatStandsAbove, DismissingAPushedScreenDoesNothing,
-    DismissingAScreenOfAPresentedStackEndsTheStack, AStackCoveredByAPresentationTellsItsTopScreen,
+    AScreenThatIsDismissedMayEndWhatStandsBelowIt, DismissingAScreenOfAPresentedStackEndsTheStack, AStackCoveredByAPresentationTellsItsTopScreen,
     ScreensOpenedAndClosedManyTimesLeaveNothingBehind);
 
 }

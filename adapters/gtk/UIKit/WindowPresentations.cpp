@@ -142,9 +142,12 @@ void WindowPresentations::uncover(Level level, Animated animated)
         if (controller != leaving)
             letGo(controller);
     }
-    if (auto* uncovered = pageAt(level))
-        m_stage.setCovered(uncovered, false);
-    tellAppearance(level);
+    // The hook may have ended more of them, or presented another.
+    if (m_presented.size() == level) {
+        if (auto* uncovered = pageAt(level))
+            m_stage.setCovered(uncovered, false);
+        tellAppearance(level);
+    }
     m_stage.slide(widgetOf(*leaving), below, animated, [this, leaving] { letGo(leaving); });
 }
 

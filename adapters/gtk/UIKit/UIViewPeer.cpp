@@ -1,5 +1,6 @@
 #include "adapters/gtk/UIKit/UIViewPeer.h"
 
+#include "adapters/gtk/GLib/Pointers.h"
 #include "adapters/gtk/Platform.h"
 #include "adapters/gtk/UIKit/EdgeDrag.h"
 #include "adapters/gtk/UIKit/UIViewControllerPeer.h"
@@ -8,7 +9,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <optional>
+#include <span>
 
 namespace zelvora::gtk {
 
@@ -38,6 +41,31 @@ double naturalSize(GtkWidget* widget, GtkOrientation orientation, int forSize)
     int natural = 0;
     gtk_widget_measure(widget, orientation, forSize, nullptr, &natural, nullptr, nullptr);
     return natural;
+}
+
+// Containers of one child each keep it as a property too, and would go on with it were it only unparented.
+void takeOutOfItsPlace(GtkWidget* widget)
+{
+    auto* parent = gtk_widget_get_parent(widget);
+    if (!parent)
+        return;
+    if (GTK_IS_STACK(parent))
+        return gtk_stack_remove(GTK_STACK(parent), widget);
+    guint count = 0;
+    std::unique_ptr<GParamSpec*, Releasing<g_free>> const properties(
+        g_object_class_list_properties(G_OBJECT_GET_CLASS(parent), &count));
+    for (auto const* property : std::span(properties.get(), count)) {
+        constexpr int both = G_PARAM_READWRITE;
+        if (!g_type_is_a(property->value_type, GTK_TYPE_WIDGET) || (property->flags & both) != both)
+            continue;
+        GtkWidget* held = nullptr;
+        g_object_get(parent, property->name, &held, nullptr);
+        if (held == widget)
+            g_object_set(parent, property->name, nullptr, nullptr);
+        g_clear_object(&held);
+    }
+    if (gtk_widget_get_parent(widget))
+        gtk_widget_unparent(widget);
 }
 
 }
@@ -110,8 +138,7 @@ UIViewPeer::UIViewPeer(UIView& owner, CGRect frame, GtkWidget* content, Sizing s
 {
     m_content = GTK_WIDGET(g_object_ref_sink(content));
     m_sizing = sizing;
-    if (gtk_widget_get_parent(content))
-        gtk_widget_unparent(content);
+    takeOutOfItsPlace(content);
     gtk_widget_set_parent(content, m_canvas);
 }
 

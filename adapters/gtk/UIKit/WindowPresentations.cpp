@@ -1,5 +1,6 @@
 #include "adapters/gtk/UIKit/WindowPresentations.h"
 
+#include "adapters/gtk/GLib/Pointers.h"
 #include "adapters/gtk/UIKit/UIViewControllerPeer.h"
 #include "adapters/gtk/UIKit/UIViewPeer.h"
 
@@ -48,20 +49,14 @@ WindowPresentations& WindowPresentations::of(GtkWindow* window)
 
 WindowPresentations::WindowPresentations(GtkWindow* window) : m_window(window)
 {
-    auto* content = gtk_window_get_child(window);
-    if (content)
-        g_object_ref(content);
-    gtk_window_set_child(window, m_stage.widget());
-    if (content) {
-        setContent(content);
-        g_object_unref(content);
-    }
+    standInWindow();
     g_signal_connect_swapped(window, "destroy", G_CALLBACK(+[](WindowPresentations* self) { self->close(); }), this);
 }
 
 void WindowPresentations::present(
     UIViewControllerPeer& presenter, std::shared_ptr<UIViewController> const& presented, Animated animated)
 {
+    standInWindow();
     auto const level = levelOf(presenter);
     if (level != m_presented.size() || UIViewControllerPeer::of(*presented).window()) {
         g_log("Zelvora", G_LOG_LEVEL_WARNING,
@@ -100,9 +95,29 @@ void WindowPresentations::dismiss(UIViewControllerPeer& presenter, Animated anim
 
 void WindowPresentations::setContent(GtkWidget* content)
 {
+    standInWindow();
+    replaceContent(content);
+}
+
+// Again where the host has given its window another child since: what was presented went with the old one.
+void WindowPresentations::standInWindow()
+{
+    if (gtk_widget_get_parent(m_stage.widget()))
+        return;
+    close();
+    auto* child = gtk_window_get_child(m_window);
+    auto const content = child ? retain(child) : nullptr;
+    gtk_window_set_child(m_window, m_stage.widget());
+    replaceContent(content.get());
+}
+
+void WindowPresentations::replaceContent(GtkWidget* content)
+{
     if (m_content)
         m_stage.remove(m_content);
     m_content = content;
+    if (!content)
+        return;
     m_stage.add(content);
     m_stage.setMeasuredPage(content);
 }

@@ -14,7 +14,7 @@ namespace zelvora::gtk {
 class UIViewControllerPeer;
 
 /// The screens that cover a window's content, each presented by the one below it. It stands between the window and the
-/// child that the window had when it was made, keeps the screens, and goes with the window. Main thread.
+/// child that the host gave it, keeps the screens, and goes with the window. Main thread.
 class WindowPresentations final {
 public:
     /// Made at the first call for the window.
@@ -36,6 +36,8 @@ private:
 
     using Level = std::size_t;
 
+    void standInWindow();
+    void replaceContent(GtkWidget* content);
     [[nodiscard]] std::optional<Level> levelOf(UIViewControllerPeer const& peer) const;
     [[nodiscard]] GtkWidget* pageAt(Level level) const;
     void uncover(Level level, platform::Animated animated);

@@ -208,4 +208,35 @@ TEST_F(ScreensTest, AWindowThatIsDestroyedTakesItsScreensWithIt)
     EXPECT_TRUE(takeEvents().empty());
 }
 
+TEST_F(ScreensTest, AWidgetThatIsAWindowsChildBecomesItsFirstScreen)
+{
+    auto* window = GTK_WINDOW(gtk_window_new());
+    auto* label = gtk_label_new("first");
+    gtk_window_set_child(window, label);
+    auto const screen = gtk::wrapScreen(label);
+    gtk::setRootViewController(window, gtk::NavigationController::create(screen));
+    gtk_window_present(window);
+    EXPECT_TRUE(m_harness.runUntil([&] { return gtk_widget_get_mapped(label); }));
+    EXPECT_EQ(gtk_widget_get_parent(label), gtk::widgetOf(screen->view()));
+    gtk_window_destroy(window);
+}
+
+TEST_F(ScreensTest, AWindowThatWasGivenAnotherChildPresentsOverThat)
+{
+    auto* window = GTK_WINDOW(gtk_window_new());
+    gtk_window_set_child(window, gtk_label_new("first"));
+    auto const presenter = gtk::wrapWindow(window);
+    gtk_window_present(window);
+    presenter->present(m_shop, Animated::No);
+    auto* label = gtk_label_new("second");
+    gtk_window_set_child(window, label);
+    auto const other = std::make_shared<RecordingScreen>("other", m_record);
+    presenter->present(other, Animated::No);
+    EXPECT_TRUE(m_harness.runUntil([&] { return isMapped(*other); }));
+    EXPECT_FALSE(isMapped(*m_shop));
+    other->dismiss(Animated::No);
+    EXPECT_TRUE(m_harness.runUntil([&] { return gtk_widget_get_mapped(label); }));
+    gtk_window_destroy(window);
+}
+
 }

@@ -139,6 +139,9 @@ void WebView::connectSignals()
             return TRUE;
         }),
         this);
+    // The engine would show a dialog of its own.
+    g_signal_connect(m_view, "print",
+        G_CALLBACK(+[](WebKitWebView*, WebKitPrintOperation*, WebView*) -> gboolean { return TRUE; }), this);
     g_signal_connect_swapped(
         m_view, "web-process-terminated", G_CALLBACK(+[](WebView* self) { self->webProcessDidTerminate(); }), this);
     g_signal_connect(m_view, "load-failed-with-tls-errors",

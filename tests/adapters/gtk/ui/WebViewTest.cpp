@@ -1,7 +1,10 @@
 #include "tests/adapters/gtk/ui/PageTest.h"
 
 #include <algorithm>
+#include <functional>
+#include <memory>
 #include <optional>
+#include <utility>
 
 namespace zelvora::tests {
 
@@ -101,6 +104,25 @@ TEST_F(WebViewTest, NoWindowOpensThoughTheDelegateIsAsked)
     EXPECT_EQ(windowCount(), windows);
     EXPECT_EQ(m_view->url(), shown);
     view().setNavigationDelegate(nullptr);
+}
+
+TEST_F(WebViewTest, APageThatPrintsShowsNoPanel)
+{
+    loadAndWait("printing");
+    auto const windows = windowCount();
+    std::size_t most = windows;
+    auto const watch = g_timeout_add(
+        10,
+        [](gpointer seen) -> gboolean {
+            auto& most = *static_cast<std::size_t*>(seen);
+            most = std::max(most, static_cast<std::size_t>(windowCount()));
+            return G_SOURCE_CONTINUE;
+        },
+        &most);
+    post("print() || 'printed'");
+    EXPECT_EQ(next(), Value("printed"));
+    g_source_remove(watch);
+    EXPECT_EQ(most, windows);
 }
 
 TEST_F(WebViewTest, NothingIsDownloaded)
@@ -214,6 +236,64 @@ TEST_F(WebViewTest, AContentControllerMayGoBeforeItsHandlers)
     EXPECT_TRUE(handler.bodies.empty());
     // An unknown name is nothing to remove.
     m_content->removeScriptMessageHandler("left");
+}
+
+TEST_F(WebViewTest, AViewThatGoesTakesTheEnginesWithIt)
+{
+    loadAndWait("short");
+    gpointer engine = gtk::webKitWebViewOf(*m_view);
+    g_object_add_weak_pointer(G_OBJECT(engine), &engine);
+    post("'alive'");
+    EXPECT_EQ(next(), Value("alive"));
+    m_view->removeFromSuperview();
+    m_view.reset();
+    EXPECT_TRUE(m_harness.runUntil([&] { return !engine; }));
+}
+
+TEST_F(WebViewTest, AnObserverMayEndTheViewThatItWatches)
+{
+    for (auto const* change : { "history.pushState({}, '', '?pushed')", "location.href = '/page?loaded'" }) {
+        loadAndWait("watched");
+        gpointer engine = gtk::webKitWebViewOf(*m_view);
+        g_object_add_weak_pointer(G_OBJECT(engine), &engine);
+        std::unique_ptr<platform::NSKeyValueObservation> observation = view().observeURL([&](platform::WKWebView&) {
+            observation.reset();
+            m_view->removeFromSuperview();
+            m_view.reset();
+        });
+        view().evaluateJavaScript(change);
+        EXPECT_TRUE(m_harness.runUntil([&] { return !m_view && !engine; }));
+        m_content->removeScriptMessageHandler("mark");
+    }
+}
+
+TEST_F(WebViewTest, AHandlerMayEndTheViewThatItHears)
+{
+    class Ending final : public platform::WKScriptMessageHandler {
+    public:
+        void didReceiveScriptMessage(platform::WKScriptMessage const&) override { std::exchange(end, nullptr)(); }
+
+        std::function<void()> end;
+    };
+    auto ending = std::make_unique<Ending>();
+    auto content = platform::Platform::current().makeUserContentController();
+    content->addScriptMessageHandler(*ending, "end");
+    auto ended = platform::Platform::current().makeWebView({}, { content });
+    std::weak_ptr<platform::UIView> const watched = ended;
+    m_harness.show(ended);
+    ending->end = [&] {
+        content->removeScriptMessageHandler("end");
+        ending.reset();
+        content.reset();
+        ended->removeFromSuperview();
+        ended.reset();
+    };
+    ended->load({ m_harness.page("ending", "<script>webkit.messageHandlers.end.postMessage(1);"
+                                           "webkit.messageHandlers.end.postMessage(2)</script>") });
+    EXPECT_TRUE(m_harness.runUntil([&] { return watched.expired(); }));
+    loadAndWait("other");
+    post("'alive'");
+    EXPECT_EQ(next(), Value("alive"));
 }
 
 }

@@ -287,7 +287,7 @@ REGISTER_TYPED_TEST_SUITE_P(ViewControllerContract, APushedScreenLoadsKnowingIts
     AFullScreenPresentationCoversThePresenterUntilItIsDismissed,
     APresentationOfAnotherStyleLeavesThePresenterOnTheScreen, APresenterEndsThePresentationThatItMade,
     OnlyOnePresentationIsMadeAtATime, DismissingBelowEndsAllThatStandsAbove, DismissingAPushedScreenDoesNothing,
-    AScreenThatIsDismissedMayEndWhatStandsBelowIt, DismissingAScreenOfAPresentedStackEndsTheStack, AStackCoveredByAPresentationTellsItsTopScreen,
-    ScreensOpenedAndClosedManyTimesLeaveNothingBehind);
+    AScreenThatIsDismissedMayEndWhatStandsBelowIt, DismissingAScreenOfAPresentedStackEndsTheStack,
+    AStackCoveredByAPresentationTellsItsTopScreen, ScreensOpenedAndClosedManyTimesLeaveNothingBehind);
 
 }

@@ -288,8 +288,9 @@ TEST_F(WebViewTest, AHandlerMayEndTheViewThatItHears)
         ended->removeFromSuperview();
         ended.reset();
     };
-    ended->load({ m_harness.page("ending", "<script>webkit.messageHandlers.end.postMessage(1);"
-                                           "webkit.messageHandlers.end.postMessage(2)</script>") });
+    ended->load({ m_harness.page("ending",
+        "<script>webkit.messageHandlers.end.postMessage(1);"
+        "webkit.messageHandlers.end.postMessage(2)</script>") });
     EXPECT_TRUE(m_harness.runUntil([&] { return watched.expired(); }));
     loadAndWait("other");
     post("'alive'");

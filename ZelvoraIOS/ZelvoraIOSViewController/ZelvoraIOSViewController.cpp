@@ -46,9 +46,13 @@ void ZelvoraIOSViewController::viewDidLoad()
 
 void ZelvoraIOSViewController::observeFooterVisibility()
 {
-    // The centre holds the controller while the handler runs, and only then.
-    Platform::current().notificationCenter().addObserver(shared_from_this(), "ZelvoraFooterVisibilityChanged",
-        [this](platform::Notification const& notification) { handleFooterVisibilityChange(notification); });
+    auto const self = std::static_pointer_cast<ZelvoraIOSViewController>(shared_from_this());
+    // The centre holds what it is given while the handler runs, on the poster's thread. That is not the controller
+    // itself, or another thread might be the last to let go of a screen.
+    std::shared_ptr<void const> const observer(m_observation, this);
+    Platform::current().notificationCenter().addObserver(observer, "ZelvoraFooterVisibilityChanged",
+        [weak = std::weak_ptr(self)](
+            platform::Notification const& notification) { handleFooterVisibilityChange(weak, notification); });
 }
 
 void ZelvoraIOSViewController::installBackSwipe()
@@ -137,15 +141,17 @@ NSLayoutConstraint ZelvoraIOSViewController::makeWebViewBottomConstraint(bool fo
     return m_zelvoraWebView->bottomAnchor().constraintEqualTo(bottom);
 }
 
-void ZelvoraIOSViewController::handleFooterVisibilityChange(platform::Notification const& notification)
+void ZelvoraIOSViewController::handleFooterVisibilityChange(
+    std::weak_ptr<ZelvoraIOSViewController> const& weak, platform::Notification const& notification)
 {
     auto const* entry = notification.userInfo ? notification.userInfo->find("visible") : nullptr;
     auto const visible = entry ? entry->boolean() : std::nullopt;
     if (!visible)
         return;
-    auto self = std::static_pointer_cast<ZelvoraIOSViewController>(shared_from_this());
-    Platform::current().mainQueue().async(
-        [self = std::move(self), visible = *visible] { self->changeFooterVisibility(visible); });
+    if (auto self = weak.lock()) {
+        Platform::current().mainQueue().async(
+            [self = std::move(self), visible = *visible] { self->changeFooterVisibility(visible); });
+    }
 }
 
 void ZelvoraIOSViewController::changeFooterVisibility(bool visible)

@@ -46,7 +46,9 @@ private:
     void addWebView(platform::UIView* header);
     [[nodiscard]] platform::NSLayoutConstraint makeWebViewBottomConstraint(bool footerIsVisible);
 
-    void handleFooterVisibilityChange(platform::Notification const& notification);
+    /// On the poster's thread.
+    static void handleFooterVisibilityChange(
+        std::weak_ptr<ZelvoraIOSViewController> const& weak, platform::Notification const& notification);
     void changeFooterVisibility(bool visible);
     void handleEdgePan(platform::UIGestureRecognizer const& recognizer);
     void leave();
@@ -55,6 +57,8 @@ private:
     std::shared_ptr<platform::UIView> m_footerView;
     std::optional<platform::NSLayoutConstraint> m_webViewBottomConstraint;
     std::string m_urlString;
+    /// Lives as long as the controller, and stands for it at the notification centre.
+    std::shared_ptr<int> m_observation = std::make_shared<int>();
 };
 
 }

@@ -1,6 +1,9 @@
 #include "tests/ZelvoraIOS/support/ContainerTest.h"
+#include "tests/ZelvoraIOS/support/ForwardingPlatform.h"
 
 #include <algorithm>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <thread>
 #include <utility>
@@ -337,6 +340,57 @@ TEST_F(FooterVisibilityTest, ThePageSwitchesTheFooter)
     EXPECT_FALSE(footer->isHidden());
     turn();
     EXPECT_TRUE(footer->isHidden());
+}
+
+/// A main queue whose thread is done with a block, and with more, before the submitter goes on.
+class ImpatientMainQueue final : public platform::DispatchQueue {
+public:
+    // platform::DispatchQueue
+    void async(Work work) override
+    {
+        std::thread([this, work = std::move(work)]() mutable {
+            work();
+            work = nullptr;
+            thread = std::this_thread::get_id();
+            std::exchange(more, [] { })();
+        }).join();
+    }
+    void asyncAfter(platform::TimeInterval, Work) override { }
+
+    std::function<void()> more = [] { };
+    std::thread::id thread;
+};
+
+class ImpatientPlatform final : public ForwardingPlatform {
+public:
+    [[nodiscard]] ImpatientMainQueue& mainQueue() override { return m_mainQueue; }
+
+private:
+    ImpatientMainQueue m_mainQueue;
+};
+
+class WatchedFooter final : public memory::View {
+public:
+    explicit WatchedFooter(std::thread::id& destroyedOn) : m_destroyedOn(destroyedOn) { }
+    ~WatchedFooter() override { m_destroyedOn = std::this_thread::get_id(); }
+
+private:
+    std::thread::id& m_destroyedOn;
+};
+
+TEST(FooterVisibilityThreadsTest, AContainerThatGoesDuringAPostOnAnotherThreadGoesOnTheMainThread)
+{
+    auto& platform = tests::install<ImpatientPlatform>();
+    std::thread::id destroyedOn;
+    auto& sdk = ZelvoraSDK::shared();
+    sdk.setFooterViewProvider(
+        [&destroyedOn](platform::UIViewController&) { return std::make_shared<WatchedFooter>(destroyedOn); });
+    auto container = std::make_shared<ZelvoraIOSViewController>("https://shop.example/");
+    (void)container->view();
+    platform.mainQueue().more = [&container] { container.reset(); };
+    sdk.setFooterVisible(false);
+    EXPECT_FALSE(container);
+    EXPECT_EQ(destroyedOn, platform.mainQueue().thread);
 }
 
 }

@@ -136,6 +136,11 @@ std::optional<std::string> encodeAuthority(std::string_view text)
 
 }
 
+std::optional<URL> URL::verbatim(std::string_view text)
+{
+    return text.empty() ? std::nullopt : std::optional(URL(std::string(text)));
+}
+
 std::optional<URL> URL::parse(std::string_view text)
 {
     if (text.empty())

@@ -11,6 +11,9 @@ namespace zelvora::platform {
 class URL final {
 public:
     [[nodiscard]] static std::optional<URL> parse(std::string_view text);
+    /// An address that an engine or a loader reports, as it stands: engines encode by rules of their own, and what
+    /// they load is what they report. Only the empty text is refused.
+    [[nodiscard]] static std::optional<URL> verbatim(std::string_view text);
 
     /// The whole URL, encoded.
     [[nodiscard]] std::string const& absoluteString() const { return m_absoluteString; }

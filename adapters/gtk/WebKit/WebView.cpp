@@ -25,7 +25,7 @@ platform::WKNavigationAction actionOf(WebKitPolicyDecision* decision)
 {
     auto* action = webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
     auto const* url = webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
-    return { url ? URL::parse(url) : std::nullopt };
+    return { url ? URL::verbatim(url) : std::nullopt };
 }
 
 }
@@ -93,7 +93,7 @@ void WebView::load(platform::URLRequest request)
 std::optional<URL> WebView::url() const
 {
     auto const* text = webkit_web_view_get_uri(m_view);
-    return text ? URL::parse(text) : std::nullopt;
+    return text ? URL::verbatim(text) : std::nullopt;
 }
 
 bool WebView::canGoBack() const

@@ -120,6 +120,15 @@ TEST(URLTest, HugeAndHostileTextIsRead)
     }
 }
 
+TEST(URLTest, AnAddressThatIsReportedStaysAsItIs)
+{
+    for (auto const* text : { "https://h/?a[]=1|{2}#b#c", "https://h/100%", "tel:+82 2", "about:blank", "no scheme" })
+        EXPECT_EQ(URL::verbatim(text)->absoluteString(), text);
+    EXPECT_EQ(URL::verbatim("myapp:a|b")->scheme(), "myapp");
+    EXPECT_EQ(URL::verbatim("no scheme")->scheme(), std::nullopt);
+    EXPECT_EQ(URL::verbatim(""), std::nullopt);
+}
+
 TEST(URLTest, URLsAreEqualByTheirText)
 {
     EXPECT_EQ(URL::parse("https://h/ "), URL::parse("https://h/%20"));

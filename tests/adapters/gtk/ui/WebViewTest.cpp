@@ -73,6 +73,21 @@ TEST_F(WebViewTest, UserScriptsRunBeforeAndAfterThePagesOwnInTheFramesThatTheyAr
     EXPECT_EQ(inFrame, (std::vector<std::string> { "start", "own", "end" }));
 }
 
+TEST_F(WebViewTest, AddressesAreToldAsTheEngineHasThem)
+{
+    loadAndWait("address");
+    view().evaluateJavaScript("history.pushState({}, '', '?a[]=1|{2}#b#c')");
+    EXPECT_TRUE(m_harness.runUntil([&] { return view().url()->absoluteString().ends_with("?a[]=1|{2}#b#c"); }));
+
+    SlowDelegate delegate;
+    view().setNavigationDelegate(&delegate);
+    view().evaluateJavaScript("location.href = 'myapp:a[]|100%'");
+    EXPECT_TRUE(m_harness.runUntil([&] { return !delegate.asked.empty(); }));
+    EXPECT_EQ(delegate.asked, (std::vector<std::string> { "myapp:a[]|100%" }));
+    delegate.decide(WKNavigationActionPolicy::Cancel);
+    view().setNavigationDelegate(nullptr);
+}
+
 TEST_F(WebViewTest, ScriptDialogsAreAnsweredWithNoPanel)
 {
     loadAndWait("dialogs");

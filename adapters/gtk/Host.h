@@ -34,11 +34,12 @@ void install(HostOptions options);
 [[nodiscard]] std::shared_ptr<platform::UIViewController> wrapScreen(GtkWidget* widget);
 
 /// A window as a presenter: what it presents covers the window's content. The window must have its child by then; it
-/// may be destroyed at any time, and then nothing is presented.
+/// may be destroyed at any time, and then nothing is presented. A plain `GtkWindow` or `GtkApplicationWindow`: one of
+/// a library that keeps its child to itself, as libadwaita's do, cannot be covered.
 [[nodiscard]] std::shared_ptr<platform::UIViewController> wrapWindow(GtkWindow* window);
 
-/// Makes the controller's view the window's content. The window keeps the controller until it is destroyed or is given
-/// another.
+/// Makes the controller's view the window's content, and ends what was presented over the former one. The window keeps
+/// the controller until it is destroyed or is given another. The same windows as for `wrapWindow`.
 void setRootViewController(GtkWindow* window, std::shared_ptr<platform::UIViewController> controller);
 
 /// The widget of a view, for a host that places the view itself. It lives as long as the view and has no size of its

@@ -15,7 +15,7 @@
 namespace zelvora::platform {
 
 /// The system's web view, which is itself a view. Main thread. It answers script dialogs at once with no panel, as the
-/// phone's does without a UI delegate, and reloads the page when its web process died.
+/// phone's does without a UI delegate, and reloads the page when its web process died, unless it dies again and again.
 class WKWebView : public UIView {
 public:
     [[nodiscard]] virtual WKWebViewConfiguration const& configuration() const = 0;

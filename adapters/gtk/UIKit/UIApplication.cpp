@@ -87,7 +87,11 @@ void UIApplication::open(platform::URL const& url)
     auto const schemeLength = url.scheme().value_or("").size();
     GTextPointer const lowerCase(g_ascii_strdown(text.c_str(), static_cast<gssize>(schemeLength)));
     auto const normalized = lowerCase.get() + text.substr(schemeLength);
-    g_app_info_launch_default_for_uri_async(normalized.c_str(), nullptr, nullptr, didLaunch, nullptr);
+    // With the display's own context the other app may come to the front.
+    auto* display = gdk_display_get_default();
+    auto const context = display ? adopt(gdk_display_get_app_launch_context(display)) : nullptr;
+    g_app_info_launch_default_for_uri_async(
+        normalized.c_str(), G_APP_LAUNCH_CONTEXT(context.get()), nullptr, didLaunch, nullptr);
 }
 
 void UIApplication::watchWindows()

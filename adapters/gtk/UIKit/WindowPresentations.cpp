@@ -63,6 +63,8 @@ void WindowPresentations::present(
             "A screen is presented already, or the presenter is covered: nothing is presented");
         return;
     }
+    // A hook may end the window, and this with it.
+    auto const window = retain(m_window);
     m_stage.finishSlide();
     auto* page = widgetOf(*presented);
     auto& peer = UIViewControllerPeer::of(*presented);
@@ -96,6 +98,7 @@ void WindowPresentations::dismiss(UIViewControllerPeer& presenter, Animated anim
 void WindowPresentations::setContent(GtkWidget* content)
 {
     standInWindow();
+    close();
     replaceContent(content);
 }
 
@@ -145,6 +148,8 @@ GtkWidget* WindowPresentations::pageAt(Level level) const
 
 void WindowPresentations::uncover(Level level, Animated animated)
 {
+    // A hook may end the window, and this with it.
+    auto const window = retain(m_window);
     m_stage.finishSlide();
     // Out of the order first: a hook that dismisses once more finds nothing to end.
     auto const first = m_presented.begin() + static_cast<std::ptrdiff_t>(level);
@@ -188,7 +193,7 @@ void WindowPresentations::tellAppearance(Level level)
         forEachScreen(m_content, [](UIViewControllerPeer& screen) { screen.didAppear(); });
 }
 
-// The window goes: the screens over it hear that by leaving it.
+// What the screens stand on goes: they hear that by leaving the window.
 void WindowPresentations::close()
 {
     m_stage.finishSlide();

@@ -190,8 +190,12 @@ void WebView::webProcessDidTerminate()
         m_firstReload = now;
         m_reloads = 0;
     }
-    if (++m_reloads <= mostReloads)
+    if (++m_reloads <= mostReloads) {
         webkit_web_view_reload(m_view);
+        return;
+    }
+    g_log("Zelvora", G_LOG_LEVEL_WARNING, "The page's web process died %d times in a row: it is not loaded again",
+        m_reloads);
 }
 
 bool WebView::didFailWithTLSErrors(char const* url, GTlsCertificate* certificate)

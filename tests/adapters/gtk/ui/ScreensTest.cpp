@@ -208,6 +208,42 @@ TEST_F(ScreensTest, AWindowThatIsDestroyedTakesItsScreensWithIt)
     EXPECT_TRUE(takeEvents().empty());
 }
 
+TEST_F(ScreensTest, AScreenMayEndItsWindowAsItLeaves)
+{
+    for (auto const animated : { Animated::No, Animated::Yes }) {
+        auto* other = GTK_WINDOW(gtk_window_new());
+        gtk_window_set_child(other, gtk_label_new("other"));
+        gtk_window_present(other);
+        auto screen = std::make_shared<RecordingScreen>("screen", m_record);
+        screen->actOnDisappearance = [other] { gtk_window_destroy(other); };
+        gtk::wrapWindow(other)->present(screen, Animated::No);
+        (void)takeEvents();
+        screen->dismiss(animated);
+        EXPECT_EQ(takeEvents().size(), 1U);
+        std::weak_ptr<platform::UIViewController> const watched = std::exchange(screen, nullptr);
+        EXPECT_TRUE(m_harness.runUntil([&] { return watched.expired(); }));
+    }
+}
+
+TEST_F(ScreensTest, AnotherFirstScreenEndsWhatWasPresented)
+{
+    auto* window = GTK_WINDOW(gtk_window_new());
+    auto const first = gtk::wrapScreen(gtk_label_new("first"));
+    gtk::setRootViewController(window, first);
+    gtk_window_present(window);
+    auto screen = std::make_shared<RecordingScreen>("screen", m_record);
+    screen->setModalPresentationStyle(platform::UIModalPresentationStyle::FullScreen);
+    first->present(screen, Animated::No);
+    (void)takeEvents();
+    auto* label = gtk_label_new("second");
+    gtk::setRootViewController(window, gtk::wrapScreen(label));
+    EXPECT_EQ(takeEvents(), (Events { "screen will disappear" }));
+    EXPECT_TRUE(m_harness.runUntil([&] { return gtk_widget_get_mapped(label); }));
+    std::weak_ptr<platform::UIViewController> const watched = std::exchange(screen, nullptr);
+    EXPECT_TRUE(m_harness.runUntil([&] { return watched.expired(); }));
+    gtk_window_destroy(window);
+}
+
 TEST_F(ScreensTest, AWidgetThatIsAWindowsChildBecomesItsFirstScreen)
 {
     auto* window = GTK_WINDOW(gtk_window_new());

@@ -50,8 +50,9 @@ ZelvoraSDK::Result ZelvoraSDK::start(std::shared_ptr<UIViewController> presenter
     // In one step with the question, so that a sequence that ends meanwhile either sees the presenter or is seen to
     // have ended.
     auto const isDeferred = withProperties([&presenter](Properties& properties) {
+        // Swapped, so that an earlier presenter is destroyed without the lock.
         if (properties.isInitializing)
-            properties.pendingViewController = presenter;
+            std::swap(properties.pendingViewController, presenter);
         return properties.isInitializing;
     });
     if (isDeferred) {

@@ -546,6 +546,30 @@ TEST_F(AuthorizedTest, ThePresenterOfADeferredLaunchIsHeldUntilThen)
     EXPECT_TRUE(watched.expired());
 }
 
+// A screen of a host that takes itself back from the SDK.
+class LeavingViewController final : public memory::ViewController {
+public:
+    explicit LeavingViewController(bool& isGone) : m_isGone(isGone) { }
+    ~LeavingViewController() override
+    {
+        ZelvoraSDK::shared().setDelegate(nullptr);
+        m_isGone = true;
+    }
+
+private:
+    bool& m_isGone;
+};
+
+TEST_F(AuthorizedTest, APresenterThatIsReplacedMayCallTheSDKWhenItGoes)
+{
+    begin();
+    bool isGone = false;
+    EXPECT_TRUE(sdk().start(std::make_shared<LeavingViewController>(isGone)));
+    EXPECT_FALSE(isGone);
+    EXPECT_TRUE(sdk().start(std::make_shared<memory::ViewController>()));
+    EXPECT_TRUE(isGone);
+}
+
 // What the facade looked like at the moment of each request.
 class WatchedSession final : public platform::URLSession {
 public:

@@ -12,7 +12,9 @@ using platform::OSLogType;
 
 platform::Logger& systemLogger()
 {
-    static auto const s_logger = platform::Platform::current().makeLogger("com.zelvora.sdk.ios", "ZelvoraSDK");
+    // Never destroyed: threads of the system may still log while the process ends.
+    static auto* const s_logger =
+        platform::Platform::current().makeLogger("com.zelvora.sdk.ios", "ZelvoraSDK").release();
     return *s_logger;
 }
 

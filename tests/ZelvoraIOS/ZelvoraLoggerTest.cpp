@@ -1,10 +1,13 @@
 #include "ZelvoraIOS/ZelvoraLogger.h"
 
+#include "tests/ZelvoraIOS/support/ForwardingPlatform.h"
 #include "tests/ZelvoraIOS/support/SDKTest.h"
 #include "tests/ZelvoraIOS/support/StandardOutput.h"
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
+#include <cstdlib>
 #include <thread>
 
 namespace zelvora::tests {
@@ -176,6 +179,35 @@ TEST_F(ZelvoraLoggerTest, ThreadsThatLogFirstAtOnceMakeOneLoggerAndLoseNoLine)
     }
     std::ranges::sort(printed);
     EXPECT_EQ(printed, expected);
+}
+
+class MortalLogger final : public platform::Logger {
+public:
+    ~MortalLogger() override { std::fputs("the logger is gone", stderr); }
+
+    // platform::Logger
+    [[nodiscard]] bool isEnabled(OSLogType) const override { return true; }
+    void log(OSLogType, std::string const&) override { }
+};
+
+class MortalLoggerPlatform final : public ForwardingPlatform {
+public:
+    [[nodiscard]] std::unique_ptr<platform::Logger> makeLogger(std::string const&, std::string const&) override
+    {
+        return std::make_unique<MortalLogger>();
+    }
+};
+
+TEST(ZelvoraLoggerDeathTest, ThreadsOfTheSystemMayLogWhileTheProcessEnds)
+{
+    tests::install<MortalLoggerPlatform>();
+    EXPECT_EXIT(
+        {
+            ZelvoraLogger::d("first");
+            std::exit(EXIT_SUCCESS);
+        },
+        testing::ExitedWithCode(EXIT_SUCCESS), "^$")
+        << "the logger has to stay";
 }
 
 }

@@ -2,6 +2,7 @@
 
 #include "ZelvoraIOS/ZelvoraLogger.h"
 #include "platform/Platform.h"
+#include "platform/fatalError.h"
 
 #include <mutex>
 
@@ -145,6 +146,8 @@ Array ZelvoraStorage::getEventTrackingData()
 
 void ZelvoraStorage::removeEventTrackingData(std::ptrdiff_t count)
 {
+    if (count < 0)
+        platform::fatalError("removeEventTrackingData was given a negative count");
     std::scoped_lock const lock(queueMutex());
     auto const events = getEventTrackingData();
     if (count < static_cast<std::ptrdiff_t>(events.size())) {

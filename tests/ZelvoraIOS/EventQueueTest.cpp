@@ -156,6 +156,13 @@ TEST_F(EventQueueTest, RemovingNoneRewritesTheQueueUnchanged)
     EXPECT_EQ(platform.standardUserDefaults().contents(), before);
 }
 
+TEST_F(EventQueueTest, ANegativeCountStopsTheProcess)
+{
+    saveEvents(2);
+    EXPECT_DEATH(ZelvoraStorage::removeEventTrackingData(-1),
+        "Fatal error: removeEventTrackingData was given a negative count\n");
+}
+
 TEST_F(EventQueueTest, EventsSavedAfterTheBatchWasTakenSurviveItsRemoval)
 {
     saveEvents(3);

@@ -1,4 +1,5 @@
 #include "tests/ZelvoraIOS/support/SDKTest.h"
+#include "tests/ZelvoraIOS/support/WatchingPlatform.h"
 
 namespace zelvora::tests {
 
@@ -166,6 +167,26 @@ TEST_F(IdentityUploadTest, NothingInTheSDKSendsIt)
     auto const apiBase = *ZelvoraSDKInspector::properties().apiURL;
     for (auto const& request : urlSession().requests())
         EXPECT_NE(request.url.absoluteString(), apiBase);
+}
+
+TEST(IdentityUploadOrderTest, TheShopIdIsStoredBeforeItIsSetAndSetBeforeItIsLogged)
+{
+    auto& platform = install<WatchingPlatform>();
+    ZelvoraSDKInspector::change([](auto& properties) { properties.apiURL = "https://api.test"; });
+    std::vector<std::optional<std::string>> steps;
+    auto const note = [&steps] { steps.push_back(ZelvoraSDKInspector::properties().shopId); };
+    platform.watchStoring([&note](std::string const& key) {
+        if (key.ends_with("_shop_id"))
+            note();
+    });
+    platform.watchLog([&note](std::string const& message) {
+        if (message.starts_with("Shop ID: "))
+            note();
+    });
+    ZelvoraSDKInspector::sendData();
+    platform.memory.urlSession().answer(200, R"({"shop_id": "shop-5"})");
+    platform.memory.runUntilIdle();
+    EXPECT_EQ(steps, (std::vector<std::optional<std::string>> { std::nullopt, "shop-5" }));
 }
 
 }

@@ -2,6 +2,7 @@
 #include "adapters/shared/ThreadPoolQueue.h"
 #include "tests/ZelvoraIOS/support/ForwardingPlatform.h"
 #include "tests/ZelvoraIOS/support/SDKTest.h"
+#include "tests/ZelvoraIOS/support/WatchingPlatform.h"
 
 #include <algorithm>
 #include <chrono>
@@ -133,6 +134,16 @@ TEST_F(AuthorizedTest, AnIdentifierOfZerosIsTreatedLikeAnother)
     EXPECT_EQ(properties().adId, zeros);
     EXPECT_EQ(stored(fullKey("adid")), zeros);
     EXPECT_EQ(adIdLines(), (Texts { "ADID: " + zeros }));
+}
+
+TEST_F(AuthorizedTest, TheStatusIsReadOnTheMainQueueAndTheIdentifierTakenInTheBackground)
+{
+    EXPECT_TRUE(initialize());
+    (void)platform.globalQueue().runAll();
+    (void)platform.mainQueue().runAll();
+    EXPECT_EQ(properties().adId, std::nullopt);
+    (void)platform.globalQueue().runAll();
+    EXPECT_EQ(properties().adId, identifier);
 }
 
 TEST_F(DeniedTest, TheAdvertisingIdIsUnknownWithoutAPrompt)
@@ -570,6 +581,32 @@ TEST_F(AuthorizedTest, APresenterThatIsReplacedMayCallTheSDKWhenItGoes)
     EXPECT_TRUE(isGone);
 }
 
+TEST(InitializationOrderTest, TheIdentifierIsSetBeforeItIsStored)
+{
+    auto& platform = tests::install<WatchingPlatform>(memory::Options { .trackingStatus = Status::Authorized });
+    std::vector<std::optional<std::string>> whenStored;
+    platform.watchStoring([&](std::string const& key) {
+        if (key.ends_with("_adid"))
+            whenStored.push_back(ZelvoraSDKInspector::properties().adId);
+    });
+    EXPECT_TRUE(ZelvoraSDK::shared().initialize("user", "key", true, false, false));
+    platform.memory.runUntilIdle();
+    EXPECT_EQ(whenStored, (std::vector<std::optional<std::string>> { identifier }));
+}
+
+TEST(InitializationOrderTest, AnUnknownIdentifierIsSetBeforeItIsLogged)
+{
+    auto& platform = tests::install<WatchingPlatform>(memory::Options { .trackingStatus = Status::Denied });
+    std::vector<std::optional<std::string>> whenLogged;
+    platform.watchLog([&](std::string const& message) {
+        if (message.starts_with("ADID: "))
+            whenLogged.push_back(ZelvoraSDKInspector::properties().adId);
+    });
+    EXPECT_TRUE(ZelvoraSDK::shared().initialize("user", "key", true, false, false));
+    platform.memory.runUntilIdle();
+    EXPECT_EQ(whenLogged, (std::vector<std::optional<std::string>> { "unknown" }));
+}
+
 // What the facade looked like at the moment of each request.
 class WatchedSession final : public platform::URLSession {
 public:
@@ -606,6 +643,45 @@ TEST(InitializationOrderTest, TheEventsAreSentBeforeTheBusyFlagIsCleared)
     platform.memory.runUntilIdle();
     EXPECT_EQ(platform.urlSession().wasInitializing, (std::vector<bool> { true, true })) << "the lookup and the upload";
     EXPECT_FALSE(ZelvoraSDKInspector::isInitializing());
+}
+
+// How many observers of the activation there were whenever a block was put off.
+class WatchedQueue final : public platform::DispatchQueue {
+public:
+    explicit WatchedQueue(memory::Platform& platform) : m_platform(platform) { }
+
+    // platform::DispatchQueue
+    void async(Work work) override { m_platform.mainQueue().async(std::move(work)); }
+    void asyncAfter(platform::TimeInterval delay, Work work) override
+    {
+        observerCounts.push_back(m_platform.notificationCenter().observerCount(activation));
+        m_platform.mainQueue().asyncAfter(delay, std::move(work));
+    }
+
+    std::vector<std::size_t> observerCounts;
+
+private:
+    memory::Platform& m_platform;
+};
+
+class WatchedQueuePlatform final : public ForwardingPlatform {
+public:
+    using ForwardingPlatform::ForwardingPlatform;
+    [[nodiscard]] WatchedQueue& mainQueue() override { return m_queue; }
+
+private:
+    WatchedQueue m_queue { memory };
+};
+
+TEST(InitializationOrderTest, TheObserverIsRemovedBeforeTheSequenceGoesOn)
+{
+    auto& platform = tests::install<WatchedQueuePlatform>(memory::Options { .applicationState = State::Inactive });
+    EXPECT_TRUE(ZelvoraSDK::shared().initialize("user", "key", true, false, false));
+    platform.memory.runUntilIdle();
+    EXPECT_TRUE(platform.mainQueue().observerCounts.empty());
+    platform.memory.application().setApplicationState(State::Active);
+    platform.memory.runUntilIdle();
+    EXPECT_EQ(platform.mainQueue().observerCounts, (std::vector<std::size_t> { 0 }));
 }
 
 // The background on real threads; the main queue and the loader are turned by the test, which plays the main thread.

@@ -55,6 +55,12 @@ TEST_F(ServiceAddressesTest, TheEnvironmentsDifferAndTheDefaultsAreUnderAReserve
     EXPECT_TRUE(addresses.developmentApiBase.ends_with(".example"));
 }
 
+TEST_F(ServiceAddressesTest, EachApiBaseIsThatOfItsEnvironment)
+{
+    EXPECT_EQ(serviceAddresses().productionApiBase, "https://api.zelvora.example");
+    EXPECT_EQ(serviceAddresses().developmentApiBase, "https://api-dev.zelvora.example");
+}
+
 TEST_F(ServiceAddressesTest, ThePlatformsAddressesAreUsedInPlaceOfThoseCompiledIn)
 {
     platform::ServiceAddresses const local { "web.test", "dev.web.test", "https://api.test", "https://dev.api.test",

@@ -1,6 +1,10 @@
 #include "ZelvoraIOS/ZelvoraSDK/serviceAddresses.h"
+#include "tests/ZelvoraIOS/support/RecordingPlatform.h"
 #include "tests/ZelvoraIOS/support/SDKTest.h"
 #include "tests/ZelvoraIOS/support/StandardOutput.h"
+#include "tests/ZelvoraIOS/support/WatchingPlatform.h"
+
+#include <algorithm>
 
 namespace zelvora::tests {
 
@@ -446,6 +450,85 @@ TEST_F(ShopIdLookupTest, AHandlerMayStartOrInitializeAgain)
     platform.runUntilIdle();
     EXPECT_EQ(codes, (std::vector<std::string_view> { "E200", "E004" })) << "the sequence is still running then";
     EXPECT_FALSE(ZelvoraSDKInspector::isInitializing());
+}
+
+// What the facade's shop id was at each step of a lookup.
+class ShopIdLookupOrderTest : public ::testing::Test {
+protected:
+    ShopIdLookupOrderTest()
+    {
+        platform.watchStoring([this](std::string const& key) {
+            if (key.ends_with("_shop_id"))
+                note("stored");
+        });
+        platform.watchLog([this](std::string const& message) {
+            if (message.starts_with("Shop ID"))
+                note("logged");
+        });
+    }
+
+    void begin(std::string apiKey = "key")
+    {
+        EXPECT_TRUE(ZelvoraSDK::shared().initialize("user", std::move(apiKey), true, false, false, nullptr, nullptr,
+            nullptr, [this](std::optional<ZelvoraSDKError> const&) {
+                errorLinesWhenTold.push_back(static_cast<std::size_t>(
+                    std::ranges::count(platform.memory.log().lines(), OSLogType::Error, &memory::Log::Line::type)));
+            }));
+        platform.memory.runUntilIdle();
+    }
+    void note(std::string const& step)
+    {
+        steps.push_back(step + " with " + ZelvoraSDKInspector::properties().shopId.value_or("none"));
+    }
+
+    WatchingPlatform& platform = install<WatchingPlatform>(deniedTracking());
+    Texts steps;
+    std::vector<std::size_t> errorLinesWhenTold;
+};
+
+TEST_F(ShopIdLookupOrderTest, TheAnswersShopIdIsStoredBeforeItIsSetAndSetBeforeItIsLogged)
+{
+    begin();
+    platform.memory.urlSession().answer(200, R"({"data": {"shopId": "shop-7"}})");
+    platform.memory.runUntilIdle();
+    EXPECT_EQ(steps, (Texts { "stored with none", "logged with shop-7" }));
+}
+
+TEST_F(ShopIdLookupOrderTest, AStoredShopIdIsSetBeforeItIsLogged)
+{
+    ZelvoraStorage::saveShopId("kept");
+    steps.clear();
+    begin();
+    EXPECT_EQ(steps, (Texts { "logged with kept" }));
+}
+
+TEST_F(ShopIdLookupOrderTest, EveryFailureThatIsLoggedIsLoggedBeforeTheHandlerHearsOfIt)
+{
+    begin("\xff");
+    EXPECT_EQ(errorLinesWhenTold, (std::vector<std::size_t> { 1 }));
+    begin();
+    platform.memory.urlSession().fail(memory::URLSession::timedOut());
+    platform.memory.runUntilIdle();
+    EXPECT_EQ(errorLinesWhenTold, (std::vector<std::size_t> { 1, 2 }));
+    begin();
+    platform.memory.urlSession().answer(500, "oops");
+    platform.memory.runUntilIdle();
+    EXPECT_EQ(errorLinesWhenTold, (std::vector<std::size_t> { 1, 2, 3 }));
+    begin();
+    platform.memory.urlSession().answer(200, "not json");
+    platform.memory.runUntilIdle();
+    EXPECT_EQ(errorLinesWhenTold, (std::vector<std::size_t> { 1, 2, 3, 4 }));
+}
+
+TEST(ShopIdLookupWriterTest, ABodyThatIsNotUTF8IsLoggedEmptyAndSent)
+{
+    auto& platform = install<RecordingPlatform>();
+    platform.jsonSerialization().setOutput("\xff");
+    EXPECT_TRUE(ZelvoraSDK::shared().initialize("user", "key", true, false, false));
+    platform.memory.runUntilIdle();
+    EXPECT_TRUE(platform.memory.log().holds(OSLogType::Debug, "fetchShopId Request Body: "));
+    ASSERT_EQ(platform.memory.urlSession().requests().size(), 1U);
+    EXPECT_EQ(platform.memory.urlSession().requests().front().httpBody.bytes, "\xff");
 }
 
 }

@@ -1,4 +1,5 @@
 #include "ZelvoraIOS/ZelvoraSDK/serviceAddresses.h"
+#include "tests/ZelvoraIOS/support/RecordingPlatform.h"
 #include "tests/ZelvoraIOS/support/SDKTest.h"
 #include "tests/ZelvoraIOS/support/StandardOutput.h"
 
@@ -298,6 +299,18 @@ TEST_F(TrackingUploadTest, EverySuccessfulStatusRemovesTheEventsAndLogsTheirNumb
     }
 }
 
+TEST_F(TrackingUploadTest, ASuccessIsLoggedBeforeTheEventsAreRemoved)
+{
+    saveEvents(3);
+    sdk().sendTrackingData();
+    platform.log().clear();
+    answer(200);
+    auto const messages = logMessages();
+    ASSERT_EQ(messages.size(), 2U);
+    EXPECT_EQ(messages[0].text, "sendTrackingData Success - Sent 3 events");
+    EXPECT_TRUE(messages[1].text.starts_with("get(forKey: tracking_event")) << messages[1].text;
+}
+
 TEST_F(TrackingUploadTest, EveryOtherStatusKeepsTheEventsAndLogsTheBody)
 {
     saveEvents(3);
@@ -489,6 +502,18 @@ TEST_F(TrackingUploadTest, AnyThreadMaySend)
     }
     other.join();
     EXPECT_EQ(urlSession().requests().size(), 40U);
+}
+
+TEST(TrackingUploadWriterTest, EventsWhoseJSONIsNotUTF8AreLoggedByTheirDebugDescriptionAndSent)
+{
+    auto& platform = install<RecordingPlatform>();
+    platform.jsonSerialization().setOutput("\xff");
+    ZelvoraStorage::saveEventTrackingData({ { "eventId", "1" }, { "adid", "a" } });
+    ZelvoraSDK::shared().sendTrackingData();
+    Value const events = Array { Dictionary { { "eventId", "1" }, { "adid", "a" } } };
+    EXPECT_TRUE(platform.memory.log().holds(OSLogType::Debug, std::string(eventsPrefix) + debugDescription(events)));
+    ASSERT_EQ(platform.memory.urlSession().requests().size(), 1U);
+    EXPECT_EQ(platform.memory.urlSession().requests().front().httpBody.bytes, "\xff");
 }
 
 }

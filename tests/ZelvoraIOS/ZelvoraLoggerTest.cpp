@@ -3,6 +3,7 @@
 #include "tests/ZelvoraIOS/support/ForwardingPlatform.h"
 #include "tests/ZelvoraIOS/support/SDKTest.h"
 #include "tests/ZelvoraIOS/support/StandardOutput.h"
+#include "tests/ZelvoraIOS/support/WatchingPlatform.h"
 
 #include <algorithm>
 #include <array>
@@ -179,6 +180,17 @@ TEST_F(ZelvoraLoggerTest, ThreadsThatLogFirstAtOnceMakeOneLoggerAndLoseNoLine)
     }
     std::ranges::sort(printed);
     EXPECT_EQ(printed, expected);
+}
+
+TEST(ZelvoraLoggerOrderTest, TheSystemLogHasALineBeforeStandardOutput)
+{
+    auto& platform = tests::install<WatchingPlatform>();
+    StandardOutput const output;
+    std::vector<std::string> printedBefore;
+    platform.watchLog([&](std::string const&) { printedBefore.push_back(output.text()); });
+    ZelvoraLogger::i("one");
+    EXPECT_EQ(printedBefore, (std::vector<std::string> { "" }));
+    EXPECT_EQ(output.text(), "[ZelvoraSDK-debug] one\n");
 }
 
 class MortalLogger final : public platform::Logger {

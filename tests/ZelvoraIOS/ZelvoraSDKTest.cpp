@@ -419,6 +419,37 @@ TEST_F(ZelvoraSDKTest, WhatAReplacedActionHeldMayCallTheSDKWhenItGoes)
     EXPECT_EQ(count, 1U);
 }
 
+TEST_F(ZelvoraSDKTest, WhatAReplacedPropertyHeldMayCallTheSDKWhenItGoes)
+{
+    struct CallsOnItsWayOut {
+        ~CallsOnItsWayOut()
+        {
+            (void)sdk().allowsSwipeBack();
+            ++*count;
+        }
+        int* count;
+    };
+    int count = 0;
+    auto const held = [&count] { return std::make_shared<CallsOnItsWayOut>(&count); };
+    sdk().setOnPageNavigation([object = held()](std::string const&) { (void)object; });
+    sdk().setOnPageNavigation(nullptr);
+    EXPECT_EQ(count, 1);
+    sdk().setHeaderViewProvider([object = held()](platform::UIViewController&) {
+        (void)object;
+        return nullptr;
+    });
+    EXPECT_TRUE(initializeWith([object = held()](auto const&) { (void)object; }));
+    EXPECT_EQ(count, 2);
+    platform.runUntilIdle();
+    platform.urlSession().answer(200, "{}");
+    platform.clock().advance(0.1);
+    platform.runUntilIdle();
+    platform.trackingManager().answer(platform::ATTrackingAuthorizationStatus::Denied);
+    platform.runUntilIdle();
+    EXPECT_TRUE(initializeWith(nullptr));
+    EXPECT_EQ(count, 3);
+}
+
 TEST_F(ZelvoraSDKTest, SetFooterVisibleWithNoContainerSetsTheFlagAndPostsIt)
 {
     auto const observer = std::make_shared<int>();

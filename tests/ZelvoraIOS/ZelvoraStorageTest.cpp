@@ -2,6 +2,7 @@
 
 #include "tests/ZelvoraIOS/support/SDKTest.h"
 #include "tests/ZelvoraIOS/support/StandardOutput.h"
+#include "tests/ZelvoraIOS/support/WatchingPlatform.h"
 
 #include <cmath>
 #include <limits>
@@ -17,6 +18,7 @@ using Contents = memory::UserDefaults::Contents;
 using Calls = std::vector<std::string>;
 
 constexpr double oneDay = 86400.0;
+constexpr char const* refusal = "set(forKey: a) refused a value that is not a property list";
 
 class ZelvoraStorageTest : public SDKTest {
 protected:
@@ -387,7 +389,7 @@ TEST_F(ZelvoraStorageTest, ABareNullMarkerIsRefusedWithOneErrorLineAndWhatWasSto
     ZelvoraStorage::set(Value(), "a", 99);
     EXPECT_TRUE(calls().empty());
     EXPECT_EQ(contents(), before);
-    EXPECT_EQ(logMessages(OSLogType::Error).size(), 2U) << "one for each call";
+    EXPECT_EQ(logMessages(OSLogType::Error), std::vector<std::string>(2, refusal)) << "one for each call";
     EXPECT_EQ(ZelvoraStorage::get("a"), "v");
 }
 
@@ -399,7 +401,7 @@ TEST_F(ZelvoraStorageTest, AValueThatNestsTooDeepIsRefusedWithOneErrorLineAndWha
     ZelvoraStorage::set(nested(Value::maximumNesting + 1), "a");
     ZelvoraStorage::set(nested(100'000), "a", 5);
     EXPECT_TRUE(calls().empty());
-    EXPECT_EQ(logMessages(OSLogType::Error).size(), 2U);
+    EXPECT_EQ(logMessages(OSLogType::Error), std::vector<std::string>(2, refusal));
     EXPECT_EQ(ZelvoraStorage::get("a"), "v");
 }
 
@@ -523,6 +525,28 @@ TEST_F(LaterLaunchTest, WhatAnEarlierLaunchStoredIsReadByTheSameRules)
     EXPECT_EQ(ZelvoraStorage::get("fresh"), "v");
     EXPECT_EQ(ZelvoraStorage::get("stale"), std::nullopt);
     EXPECT_EQ(contents().size(), 4U);
+}
+
+TEST(ZelvoraStorageOrderTest, AWriteIsLoggedBeforeItIsMade)
+{
+    auto& platform = tests::install<WatchingPlatform>();
+    std::vector<bool> wasLogged;
+    platform.watchStoring([&](std::string const&) {
+        wasLogged.push_back(platform.memory.log().holds(
+            OSLogType::Debug, "set(forKey: a, value: " + debugDescription(Value("v")) + ")"));
+    });
+    ZelvoraStorage::set("v", "a");
+    EXPECT_EQ(wasLogged, (std::vector<bool> { true }));
+}
+
+TEST(ZelvoraStorageOrderTest, ThePreferencesAreAskedForAtTheFirstUseAndKept)
+{
+    auto& platform = tests::install<WatchingPlatform>();
+    EXPECT_EQ(platform.preferencesCount(), 0U);
+    ZelvoraStorage::set("v", "a", 10);
+    EXPECT_EQ(ZelvoraStorage::get("a"), "v");
+    ZelvoraStorage::remove("a");
+    EXPECT_EQ(platform.preferencesCount(), 1U);
 }
 
 }

@@ -1,0 +1,95 @@
+#pragma once
+
+#include "tests/ZelvoraIOS/support/ForwardingPlatform.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+
+namespace zelvora::tests {
+
+/// The system in memory, with a look at the moment of each log line and of each value stored: for an order of steps
+/// that their outcome does not show.
+class WatchingPlatform final : public ForwardingPlatform {
+public:
+    using Watcher = std::function<void(std::string const&)>;
+
+    using ForwardingPlatform::ForwardingPlatform;
+
+    /// Called with the message of each line, before the log has it.
+    void watchLog(Watcher watcher) { m_logWatcher = std::move(watcher); }
+    /// Called with the full key of each value, before the preferences have it.
+    void watchStoring(Watcher watcher) { m_storingWatcher = std::move(watcher); }
+    /// How often the preferences were asked for.
+    [[nodiscard]] std::size_t preferencesCount() const { return m_preferencesCount; }
+
+    // platform::Platform
+    [[nodiscard]] platform::UserDefaults& standardUserDefaults() override
+    {
+        ++m_preferencesCount;
+        return m_preferences;
+    }
+    [[nodiscard]] std::unique_ptr<platform::Logger> makeLogger(
+        std::string const& subsystem, std::string const& category) override
+    {
+        return std::make_unique<WatchedLogger>(memory.makeLogger(subsystem, category), m_logWatcher);
+    }
+
+private:
+    class WatchedLogger final : public platform::Logger {
+    public:
+        WatchedLogger(std::unique_ptr<platform::Logger> logger, Watcher const& watcher)
+            : m_logger(std::move(logger))
+            , m_watcher(watcher)
+        {
+        }
+
+        // platform::Logger
+        [[nodiscard]] bool isEnabled(platform::OSLogType type) const override { return m_logger->isEnabled(type); }
+        void log(platform::OSLogType type, std::string const& message) override
+        {
+            if (m_watcher)
+                m_watcher(message);
+            m_logger->log(type, message);
+        }
+
+    private:
+        std::unique_ptr<platform::Logger> m_logger;
+        Watcher const& m_watcher;
+    };
+
+    class WatchedPreferences final : public platform::UserDefaults {
+    public:
+        WatchedPreferences(platform::UserDefaults& preferences, Watcher const& watcher)
+            : m_preferences(preferences)
+            , m_watcher(watcher)
+        {
+        }
+
+        // platform::UserDefaults
+        [[nodiscard]] std::optional<platform::Value> object(std::string const& key) override
+        {
+            return m_preferences.object(key);
+        }
+        void setObject(std::optional<platform::Value> value, std::string const& key) override
+        {
+            if (m_watcher)
+                m_watcher(key);
+            m_preferences.setObject(std::move(value), key);
+        }
+        void setDouble(double number, std::string const& key) override { m_preferences.setDouble(number, key); }
+        void removeObject(std::string const& key) override { m_preferences.removeObject(key); }
+
+    private:
+        platform::UserDefaults& m_preferences;
+        Watcher const& m_watcher;
+    };
+
+    Watcher m_logWatcher;
+    Watcher m_storingWatcher;
+    std::size_t m_preferencesCount = 0;
+    WatchedPreferences m_preferences { memory.standardUserDefaults(), m_storingWatcher };
+};
+
+}

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "platform/Foundation/Date.h"
+#include "tests/contract/Threads.h"
+
+#include <gtest/gtest.h>
+
+namespace zelvora::tests {
+
+/// What every wall clock promises. A harness plays the system:
+///
+///     platform::Clock& clock();
+///     // Somebody sets the system's wall clock, from any thread, to a whole second. It may run on from there.
+///     void setSystemClock(platform::Date now);
+template<typename Harness>
+class ClockContract : public testing::Test {
+protected:
+    static constexpr platform::Date y2001 { 1'000'000'000 };
+    static constexpr platform::Date y2033 { 2'000'000'000 };
+
+    void setAndExpect(platform::Date now)
+    {
+        m_harness.setSystemClock(now);
+        expectAbout(now, m_harness.clock().now());
+    }
+    // A busy machine may take a while between setting and asking.
+    static bool isAbout(platform::Date expected, platform::Date date)
+    {
+        auto const passed = date.timeIntervalSince(expected);
+        return passed >= 0 && passed < 30;
+    }
+    static void expectAbout(platform::Date expected, platform::Date date)
+    {
+        EXPECT_TRUE(isAbout(expected, date))
+            << date.timeIntervalSince1970 << " where the system has " << expected.timeIntervalSince1970;
+    }
+
+    Harness m_harness;
+};
+
+TYPED_TEST_SUITE_P(ClockContract);
+
+TYPED_TEST_P(ClockContract, ShowsTheSystemsWallClockInSecondsSince1970)
+{
+    this->setAndExpect(this->y2001);
+}
+
+TYPED_TEST_P(ClockContract, IsSetForwardsAndBackwardsWithTheSystem)
+{
+    this->setAndExpect(this->y2001);
+    this->setAndExpect(this->y2033);
+    this->setAndExpect(this->y2001);
+    // As a time server does: by a little.
+    this->setAndExpect({ this->y2001.timeIntervalSince1970 + 90 });
+    this->setAndExpect({ this->y2001.timeIntervalSince1970 - 90 });
+}
+
+TYPED_TEST_P(ClockContract, ManyThreadsMayAskAtOnceAlsoWhileItIsSet)
+{
+    this->m_harness.setSystemClock(this->y2001);
+    runOnThreads(4, [&](int number) {
+        for (int i = 0; i < 250; ++i) {
+            if (number == 0)
+                this->m_harness.setSystemClock(i % 2 == 0 ? this->y2033 : this->y2001);
+            auto const now = this->m_harness.clock().now();
+            EXPECT_TRUE(this->isAbout(this->y2001, now) || this->isAbout(this->y2033, now))
+                << now.timeIntervalSince1970;
+        }
+    });
+}
+
+REGISTER_TYPED_TEST_SUITE_P(ClockContract, ShowsTheSystemsWallClockInSecondsSince1970,
+    IsSetForwardsAndBackwardsWithTheSystem, ManyThreadsMayAskAtOnceAlsoWhileItIsSet);
+
+}

@@ -1,0 +1,21 @@
+#include "adapters/memory/Clock.h"
+#include "tests/contract/ClockContract.h"
+
+namespace zelvora::tests {
+
+namespace {
+
+class MemoryTime final {
+public:
+    platform::Clock& clock() { return m_clock; }
+    void setSystemClock(platform::Date now) { m_clock.set(now); }
+
+private:
+    memory::Clock m_clock;
+};
+
+}
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, ClockContract, MemoryTime);
+
+}

@@ -161,6 +161,31 @@ TEST_F(LayersTest, DeclarationsOfCMayStandOutsideTheNamespace)
             .empty());
 }
 
+TEST_F(LayersTest, ObjectiveCMayDeclareItsClassesOutsideTheNamespace)
+{
+    auto const* const shop = "@interface Shop : NSObject\n@end\n@implementation Shop\n@end\n";
+    EXPECT_TRUE(violationsOf("adapters/watch/Shop.m", shop).empty());
+    EXPECT_TRUE(violationsOf("adapters/watch/Shop.mm", shop).empty());
+}
+
+TEST_F(LayersTest, AHeaderOfThePhonesAdapterMayDeclareWhatObjectiveCSees)
+{
+    auto const* const shop = "@class UIView;\n@interface Shop : NSObject\n@end\n";
+    EXPECT_TRUE(violationsOf("adapters/uikit/Shop.h", shop).empty());
+    EXPECT_EQ(violationsOf("adapters/watch/Shop.h", shop).size(), 2U);
+}
+
+TEST_F(LayersTest, ObjectiveCMayImportTheSystemAndNothingThatAnAdapterMayNot)
+{
+    for (auto const* const file : { "adapters/uikit/A.h", "adapters/uikit/A.m", "adapters/uikit/A.mm" }) {
+        EXPECT_TRUE(violationsOf(file, "#import <UIKit/UIKit.h>\n#import \"adapters/uikit/B.h\"\n").empty());
+        EXPECT_EQ(violationsOf(file, "#import \"adapters/memory/B.h\"\n"),
+            one(file, 1, "adapters/uikit must not include \"adapters/memory/B.h\""));
+        // Read again with the next file.
+        EXPECT_TRUE(violationsOf(file, "").empty());
+    }
+}
+
 TEST_F(LayersTest, TheTestsAndTheExamplesAreNoLayer)
 {
     EXPECT_TRUE(violationsOf("tests/A.cpp", "#include \"A.h\"\nclass B { };\n").empty());

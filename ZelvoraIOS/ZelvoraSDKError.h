@@ -7,7 +7,8 @@
 
 namespace zelvora {
 
-/// How grave an error is. The SDK itself produces only errors and one warning; the others are for the host's own use.
+/// How grave an error is. Each case below is an error but `adIdNotInitialized`, a warning; the others are for the
+/// host's own use.
 enum class ZelvoraSDKErrorType : std::uint8_t { error, warning, info, debug };
 
 /// "ERROR", "WARNING", "INFO" or "DEBUG".
@@ -18,6 +19,8 @@ enum class ZelvoraSDKErrorType : std::uint8_t { error, warning, info, debug };
 /// What a public operation reports when it fails. Immutable; any thread.
 class ZelvoraSDKError final {
 public:
+    /// Hosts may make them all. The SDK itself never reports `networkError`, as a failure of the network is an
+    /// `internalApiError`, nor `adIdNotInitialized`, as it goes on without the advertising id.
     enum class Case : std::uint8_t {
         networkError,
         internalApiError,

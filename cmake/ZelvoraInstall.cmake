@@ -5,13 +5,15 @@ include(CMakePackageConfigHelpers)
 
 set(ZELVORA_PACKAGE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/ZelvoraIOS")
 
-# zelvora_install(EXPORT TARGETS [NAME=TARGET]...): one export file, so that a host that needs no GTK need not find it.
+# zelvora_install(EXPORT NAME=TARGET...): one export file, so that a host that needs no GTK need not find it. A host that
+# takes the sources into its own build links the same names.
 function(zelvora_install export)
     foreach(pair ${ARGN})
         string(REPLACE "=" ";" pair "${pair}")
         list(GET pair 0 name)
         list(GET pair 1 target)
         set_target_properties(${target} PROPERTIES EXPORT_NAME ${name})
+        add_library(ZelvoraIOS::${name} ALIAS ${target})
         install(TARGETS ${target} EXPORT ${export}
             ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
             LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"

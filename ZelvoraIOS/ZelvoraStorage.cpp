@@ -2,7 +2,6 @@
 
 #include "ZelvoraIOS/ZelvoraLogger.h"
 #include "platform/Platform.h"
-#include "platform/fatalError.h"
 
 #include <mutex>
 
@@ -146,8 +145,10 @@ Array ZelvoraStorage::getEventTrackingData()
 
 void ZelvoraStorage::removeEventTrackingData(std::ptrdiff_t count)
 {
-    if (count < 0)
-        platform::fatalError("removeEventTrackingData was given a negative count");
+    if (count < 0) {
+        ZelvoraLogger::e("removeEventTrackingData refused a negative count");
+        return;
+    }
     std::scoped_lock const lock(queueMutex());
     auto const events = getEventTrackingData();
     if (count < static_cast<std::ptrdiff_t>(events.size())) {

@@ -42,7 +42,7 @@ public:
     /// The queue, oldest event first; every element is a dictionary. Empty where there is none, or where something else
     /// is stored.
     [[nodiscard]] static platform::Array getEventTrackingData();
-    /// Drops the oldest events. `count` is not negative.
+    /// Drops the oldest events. A negative count is refused with one error line.
     static void removeEventTrackingData(std::ptrdiff_t count);
     static void clearEventTrackingData();
 };

@@ -156,11 +156,14 @@ TEST_F(EventQueueTest, RemovingNoneRewritesTheQueueUnchanged)
     EXPECT_EQ(platform.standardUserDefaults().contents(), before);
 }
 
-TEST_F(EventQueueTest, ANegativeCountStopsTheProcess)
+TEST_F(EventQueueTest, ANegativeCountIsRefusedWithOneErrorLineAndTheQueueStays)
 {
     saveEvents(2);
-    EXPECT_DEATH(ZelvoraStorage::removeEventTrackingData(-1),
-        "Fatal error: removeEventTrackingData was given a negative count\n");
+    platform.log().clear();
+    ZelvoraStorage::removeEventTrackingData(-1);
+    EXPECT_EQ(logMessages(),
+        (std::vector<LogMessage> { { OSLogType::Error, "removeEventTrackingData refused a negative count" } }));
+    EXPECT_EQ(queued(), (Names { "0", "1" }));
 }
 
 TEST_F(EventQueueTest, EventsSavedAfterTheBatchWasTakenSurviveItsRemoval)

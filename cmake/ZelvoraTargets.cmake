@@ -3,7 +3,7 @@
 include(GNUInstallDirs)
 
 option(ZELVORA_COVERAGE "Count which lines of the SDK run (clang only)" OFF)
-option(ZELVORA_PRECOMPILED_TESTS "Read GoogleTest once for all test programs; hides includes that a test lacks" OFF)
+option(ZELVORA_PRECOMPILED_TESTS "Read GoogleTest once for each test program; hides includes that a test lacks" OFF)
 
 # zelvora_target(NAME): warnings as errors, and includes written from the top of the tree.
 function(zelvora_target name)
@@ -27,40 +27,21 @@ function(zelvora_target name)
     endif()
 endfunction()
 
-# Some libraries of the tests ask for threads and some do not, but what is precompiled serves only one kind.
-function(zelvora_test_options name)
-    zelvora_target(${name})
-    target_compile_options(${name} PRIVATE -Wno-conversion -pthread)
-    target_link_libraries(${name} PRIVATE GTest::gtest GTest::gtest_main)
-endfunction()
-
-# The headers that nearly every test reads, in a program of its own.
-function(zelvora_test_headers)
-    set(source "${PROJECT_BINARY_DIR}/zelvora_test_headers.cpp")
-    file(WRITE "${source}" "")
-    add_executable(zelvora_test_headers EXCLUDE_FROM_ALL "${source}")
-    zelvora_test_options(zelvora_test_headers)
-    target_precompile_headers(zelvora_test_headers PRIVATE <gtest/gtest.h> <chrono> <expected> <functional> <thread>
-        "${PROJECT_SOURCE_DIR}/platform/Platform.h" "${PROJECT_SOURCE_DIR}/platform/Foundation/Array.h")
-endfunction()
-
 # zelvora_test(NAME SOURCES ... LIBRARIES ... [LABELS ...]): a GoogleTest program whose every test runs in a process of its own,
 # because the platform and the facade are one per process.
 function(zelvora_test name)
     cmake_parse_arguments(PARSE_ARGV 1 TEST "" "" "SOURCES;LIBRARIES;LABELS")
     add_executable(${name} ${TEST_SOURCES})
-    zelvora_test_options(${name})
-    target_link_libraries(${name} PRIVATE ${TEST_LIBRARIES})
+    zelvora_target(${name})
+    target_compile_options(${name} PRIVATE -Wno-conversion)
+    target_link_libraries(${name} PRIVATE ${TEST_LIBRARIES} GTest::gtest GTest::gtest_main)
     set(properties TIMEOUT 120 LABELS "${TEST_LABELS}")
     if("gtk" IN_LIST TEST_LABELS)
         # One display has one pointer and one focus.
         list(APPEND properties RESOURCE_LOCK display)
     endif()
     if(ZELVORA_PRECOMPILED_TESTS)
-        if(NOT TARGET zelvora_test_headers)
-            zelvora_test_headers()
-        endif()
-        target_precompile_headers(${name} REUSE_FROM zelvora_test_headers)
+        target_precompile_headers(${name} PRIVATE <gtest/gtest.h> <chrono> <expected> <functional> <thread>)
     endif()
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
 endfunction()

@@ -25,7 +25,7 @@ SQLiteStore::SQLiteStore(std::filesystem::path const& file)
     auto const* const schema = "PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL;"
                                "CREATE TABLE preferences (key TEXT PRIMARY KEY, value BLOB) WITHOUT ROWID;"
                                "CREATE TABLE events (id INTEGER PRIMARY KEY, event BLOB);";
-    require(sqlite3_exec(m_database, schema, nullptr, nullptr, nullptr) == SQLITE_OK, m_database);
+    execute(schema);
     m_set = prepare("INSERT OR REPLACE INTO preferences VALUES (?1, ?2)");
     m_append = prepare("INSERT INTO events (event) VALUES (?1)");
 }
@@ -35,6 +35,11 @@ SQLiteStore::~SQLiteStore()
     for (auto* statement : { m_set, m_append })
         sqlite3_finalize(statement);
     sqlite3_close(m_database);
+}
+
+void SQLiteStore::execute(char const* sql)
+{
+    require(sqlite3_exec(m_database, sql, nullptr, nullptr, nullptr) == SQLITE_OK, m_database);
 }
 
 sqlite3_stmt* SQLiteStore::prepare(char const* sql)
@@ -61,6 +66,14 @@ void SQLiteStore::append(std::string const& event)
 {
     sqlite3_bind_blob(m_append, 1, event.data(), static_cast<int>(event.size()), SQLITE_STATIC);
     run(m_append);
+}
+
+void SQLiteStore::append(std::string const& event, std::size_t count)
+{
+    execute("BEGIN");
+    for (std::size_t i = 0; i < count; ++i)
+        append(event);
+    execute("COMMIT");
 }
 
 }

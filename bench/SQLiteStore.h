@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 
@@ -19,8 +20,11 @@ public:
 
     void set(std::string const& key, std::string const& value);
     void append(std::string const& event);
+    /// So many at once, in one transaction.
+    void append(std::string const& event, std::size_t count);
 
 private:
+    void execute(char const* sql);
     [[nodiscard]] sqlite3_stmt* prepare(char const* sql);
     static void run(sqlite3_stmt* statement);
 

@@ -48,15 +48,20 @@ void logError(std::string const& line)
     std::fprintf(stderr, "journal: %s\n", line.c_str());
 }
 
+void enqueue(JournaledUserDefaults& store, std::size_t count)
+{
+    Array events;
+    for (std::size_t i = 0; i < count; ++i)
+        events = events.appending(makeEvent(i));
+    store.setObject(events, eventsKey);
+}
+
 // A queue in a journal of its own.
 class Queue final {
 public:
     Queue(std::filesystem::path const& file, std::size_t length) : m_path(file), m_store(file, &logError)
     {
-        Array events;
-        for (std::size_t i = 0; i < length; ++i)
-            events = events.appending(makeEvent(i));
-        m_store.setObject(events, eventsKey);
+        enqueue(m_store, length);
     }
 
     // Always the same event: making one is the page's cost, not the queue's.
@@ -94,21 +99,27 @@ void measureSet(std::filesystem::path const& folder)
 {
     auto const file = folder / "set.journal";
     JournaledUserDefaults store(file, &logError);
+    JournaledUserDefaults fewQueued(folder / "set-few.journal", &logError);
+    enqueue(fewQueued, few);
+    JournaledUserDefaults manyQueued(folder / "set-many.journal", &logError);
+    enqueue(manyQueued, many);
     SQLiteStore sqlite(folder / "set.sqlite");
     std::string value(100, 'v');
     WriteFloor const floor(folder / "set.floor", bytesOfSetting(store, file, value));
 
     // Every value is another: the same again would not be written.
-    auto const set = [&, number = 0]() mutable {
-        value.replace(0, 8, std::to_string(10'000'000 + ++number));
-        store.setObject(value, "key");
+    auto change = [&, number = 0]() mutable -> std::string const& {
+        return value.replace(0, 8, std::to_string(10'000'000 + ++number));
     };
-    auto const setSQLite = [&, number = 0]() mutable {
-        value.replace(0, 8, std::to_string(10'000'000 + ++number));
-        sqlite.set("key", value);
-    };
+    auto const set = [&] { store.setObject(change(), "key"); };
+    auto const setFewQueued = [&] { fewQueued.setObject(change(), "key"); };
+    auto const setManyQueued = [&] { manyQueued.setObject(change(), "key"); };
+    auto const setSQLite = [&] { sqlite.set("key", change()); };
     Comparison const comparison(41, 500);
     comparison.print("set of 100 bytes in the journal", set, "one write(2)", std::ref(floor));
+    comparison.print("set beside 100 queued events", setFewQueued, "one write(2)", std::ref(floor));
+    comparison.print("set beside 100,000 queued events", setManyQueued, "one write(2)", std::ref(floor));
+    comparison.print("set beside 100,000 queued events", setManyQueued, "beside 100", setFewQueued);
     comparison.print("set of 100 bytes in SQLite, WAL", setSQLite, "one write(2)", std::ref(floor));
     comparison.print("set of 100 bytes in SQLite, WAL", setSQLite, "the journal", set);
 }
@@ -117,19 +128,25 @@ void measureQueue(std::filesystem::path const& folder)
 {
     Queue shortQueue(folder / "short.journal", few);
     Queue longQueue(folder / "long.journal", many);
-    SQLiteStore sqlite(folder / "queue.sqlite");
-    for (std::size_t i = 0; i < few; ++i)
-        sqlite.append(eventText);
+    SQLiteStore shortTable(folder / "short.sqlite");
+    shortTable.append(eventText, few);
+    SQLiteStore longTable(folder / "long.sqlite");
+    longTable.append(eventText, many);
     WriteFloor const floor(folder / "queue.floor", longQueue.bytesOfAppending());
 
+    std::fprintf(stderr, "  (each line below adds some 8,000 events to what it measures)\n");
     Comparison const comparison(41, 200);
     auto const appendLong = [&] { longQueue.append(); };
     auto const appendShort = [&] { shortQueue.append(); };
-    auto const appendSQLite = [&] { sqlite.append(eventText); };
+    auto const appendShortTable = [&] { shortTable.append(eventText); };
+    auto const appendLongTable = [&] { longTable.append(eventText); };
     comparison.print("append to 100 events in the journal", appendShort, "one write(2)", std::ref(floor));
     comparison.print("append to 100,000 events in the journal", appendLong, "one write(2)", std::ref(floor));
     comparison.print("append to 100,000 events", appendLong, "append to 100", appendShort);
-    comparison.print("append in SQLite, WAL", appendSQLite, "one write(2)", std::ref(floor));
+    comparison.print("append to 100 rows in SQLite, WAL", appendShortTable, "one write(2)", std::ref(floor));
+    comparison.print("append to 100,000 rows in SQLite, WAL", appendLongTable, "one write(2)", std::ref(floor));
+    comparison.print("append to 100,000 rows", appendLongTable, "append to 100", appendShortTable);
+    comparison.print("append to 100,000 rows in SQLite, WAL", appendLongTable, "the journal", appendLong);
 
     // The queue shrinks meanwhile to about half; what a drop costs depends on what is dropped alone.
     Comparison const drops(21, 5);

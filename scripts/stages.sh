@@ -92,8 +92,9 @@ run_tests() {
     shift
     report="$PWD/build/$preset/tests.xml"
     rm -f "$report"
+    # One more than there are processors: a test on the display, of which there is one at a time, mostly waits.
     with_display "$PWD/build/$preset" \
-        ctest --test-dir "build/$preset" -j 2 --output-on-failure --output-junit "$report" "$@" || status=$?
+        ctest --test-dir "build/$preset" -j "$(($(nproc) + 1))" --output-on-failure --output-junit "$report" "$@" || status=$?
     [[ -s "$report" ]] || return 1
 
     local total

@@ -225,6 +225,21 @@ TEST_F(ScreensTest, AScreenMayEndItsWindowAsItLeaves)
     }
 }
 
+TEST_F(ScreensTest, AScreenMayEndItsWindowAsItIsCovered)
+{
+    auto* other = GTK_WINDOW(gtk_window_new());
+    auto const covered = std::make_shared<RecordingScreen>("covered", m_record);
+    gtk::setRootViewController(other, covered);
+    gtk_window_present(other);
+    covered->actOnDisappearance = [other] { gtk_window_destroy(other); };
+    (void)takeEvents();
+    auto screen = std::make_shared<RecordingScreen>("screen", m_record);
+    screen->setModalPresentationStyle(platform::UIModalPresentationStyle::FullScreen);
+    covered->present(screen, Animated::No);
+    std::weak_ptr<platform::UIViewController> const watched = std::exchange(screen, nullptr);
+    EXPECT_TRUE(m_harness.runUntil([&] { return watched.expired(); }));
+}
+
 TEST_F(ScreensTest, AnotherFirstScreenEndsWhatWasPresented)
 {
     auto* window = GTK_WINDOW(gtk_window_new());

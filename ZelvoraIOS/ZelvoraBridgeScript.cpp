@@ -1,8 +1,8 @@
 #include "ZelvoraIOS/ZelvoraJavascriptInterface.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
-#include "platform/Foundation/Array.h"
-#include "platform/Foundation/UTF8.h"
-#include "platform/Platform.h"
+#include "ZelvoraPlatform/Foundation/Array.h"
+#include "ZelvoraPlatform/Foundation/UTF8.h"
+#include "ZelvoraPlatform/Platform.h"
 
 #include <array>
 #include <cstddef>

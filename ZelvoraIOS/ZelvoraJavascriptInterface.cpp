@@ -3,10 +3,10 @@
 #include "ZelvoraIOS/ZelvoraLogger.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
 #include "ZelvoraIOS/ZelvoraStorage.h"
-#include "platform/Foundation/Array.h"
-#include "platform/Foundation/NumberText.h"
-#include "platform/Foundation/UTF8.h"
-#include "platform/Platform.h"
+#include "ZelvoraPlatform/Foundation/Array.h"
+#include "ZelvoraPlatform/Foundation/NumberText.h"
+#include "ZelvoraPlatform/Foundation/UTF8.h"
+#include "ZelvoraPlatform/Platform.h"
 
 #include <array>
 #include <cmath>

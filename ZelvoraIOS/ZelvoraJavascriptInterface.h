@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/Foundation/Dictionary.h"
-#include "platform/Foundation/Value.h"
-#include "platform/UIKit/UIViewController.h"
-#include "platform/WebKit/WKScriptMessage.h"
-#include "platform/WebKit/WKWebView.h"
+#include "ZelvoraPlatform/Foundation/Dictionary.h"
+#include "ZelvoraPlatform/Foundation/Value.h"
+#include "ZelvoraPlatform/UIKit/UIViewController.h"
+#include "ZelvoraPlatform/WebKit/WKScriptMessage.h"
+#include "ZelvoraPlatform/WebKit/WKWebView.h"
 
 #include <memory>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "ZelvoraIOS/ZelvoraLogger.h"
 
-#include "platform/Platform.h"
+#include "ZelvoraPlatform/Platform.h"
 
 #include <cstdio>
 

@@ -1,7 +1,7 @@
 #include "ZelvoraIOS/ZelvoraStorage.h"
 
 #include "ZelvoraIOS/ZelvoraLogger.h"
-#include "platform/Platform.h"
+#include "ZelvoraPlatform/Platform.h"
 
 #include <mutex>
 

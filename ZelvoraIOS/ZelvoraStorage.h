@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/Foundation/Array.h"
-#include "platform/Foundation/Date.h"
-#include "platform/Foundation/Dictionary.h"
-#include "platform/Foundation/Value.h"
+#include "ZelvoraPlatform/Foundation/Array.h"
+#include "ZelvoraPlatform/Foundation/Date.h"
+#include "ZelvoraPlatform/Foundation/Dictionary.h"
+#include "ZelvoraPlatform/Foundation/Value.h"
 
 #include <cstddef>
 #include <optional>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "adapters/memory/Platform.h"
-#include "adapters/shared/JournaledUserDefaults.h"
+#include "ZelvoraAdapters/memory/Platform.h"
+#include "ZelvoraAdapters/shared/Journal/JournaledUserDefaults.h"
 
 #include <memory>
 #include <string>

@@ -3,10 +3,10 @@
 #include "ZelvoraIOS/ZelvoraJavascriptInterface.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
 #include "ZelvoraIOS/ZelvoraStorage.h"
+#include "ZelvoraPlatform/Platform.h"
 #include "bench/Comparison.h"
 #include "bench/Folder.h"
 #include "bench/JournalPlatform.h"
-#include "platform/Platform.h"
 
 #include <unistd.h>
 

@@ -3,9 +3,9 @@
 
 #include "examples/driving/Page.h"
 
+#include "ZelvoraAdapters/gtk/Host.h"
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
-#include "adapters/gtk/Host.h"
 #include "bench/BareBridge.h"
 #include "bench/Comparison.h"
 #include "bench/Folder.h"

@@ -12,7 +12,7 @@ folder="$build/bench"
 print_size() {
     local library="$folder/size.so"
     clang++-19 -shared -fuse-ld=lld -Wl,--whole-archive "$build/ZelvoraIOS/libZelvoraIOS.a" \
-        "$build/platform/libzelvora_platform.a" -Wl,--no-whole-archive -o "$library"
+        "$build/ZelvoraPlatform/libzelvora_platform.a" -Wl,--no-whole-archive -o "$library"
     llvm-strip-19 "$library"
     say "Size"
     say "  the SDK with its platform layer, stripped: $(($(stat -c %s "$library") / 1024)) KiB"

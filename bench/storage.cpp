@@ -1,16 +1,16 @@
 // What keeping a value and an event costs, against one write(2) of the same bytes and against SQLite.
 
+#include "ZelvoraAdapters/shared/Journal/JournaledUserDefaults.h"
 #include "ZelvoraIOS/ZelvoraJavascriptInterface.h"
 #include "ZelvoraIOS/ZelvoraStorage.h"
-#include "adapters/shared/JournaledUserDefaults.h"
+#include "ZelvoraPlatform/Foundation/Array.h"
+#include "ZelvoraPlatform/Foundation/Dictionary.h"
+#include "ZelvoraPlatform/Platform.h"
 #include "bench/Comparison.h"
 #include "bench/Folder.h"
 #include "bench/JournalPlatform.h"
 #include "bench/SQLiteStore.h"
 #include "bench/WriteFloor.h"
-#include "platform/Foundation/Array.h"
-#include "platform/Foundation/Dictionary.h"
-#include "platform/Platform.h"
 
 #include <array>
 #include <cstdio>

@@ -33,10 +33,10 @@ endfunction()
 zelvora_install(ZelvoraIOSCore platform=zelvora_platform ZelvoraIOS=ZelvoraIOS)
 zelvora_install(ZelvoraIOSShared shared=zelvora_shared)
 zelvora_install(ZelvoraIOSMemory memory=zelvora_memory)
-zelvora_install_headers(platform ZelvoraIOS adapters/shared adapters/memory)
+zelvora_install_headers(ZelvoraPlatform ZelvoraIOS ZelvoraAdapters/shared ZelvoraAdapters/memory)
 if(ZELVORA_GTK)
     zelvora_install(ZelvoraIOSGtk gtk=zelvora_gtk)
-    zelvora_install_headers(adapters/gtk)
+    zelvora_install_headers(ZelvoraAdapters/gtk)
 endif()
 
 configure_package_config_file(cmake/ZelvoraIOSConfig.cmake.in "${PROJECT_BINARY_DIR}/cmake/ZelvoraIOSConfig.cmake"

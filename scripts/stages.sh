@@ -170,7 +170,7 @@ stage_tidy() {
     local folder
     rm -rf build/tidy
     mkdir -p build/tidy
-    for folder in platform ZelvoraIOS adapters/shared adapters/memory adapters/gtk; do
+    for folder in ZelvoraPlatform ZelvoraIOS ZelvoraAdapters/shared ZelvoraAdapters/memory ZelvoraAdapters/gtk; do
         our_sources "$folder/*.cpp" | split -l 16 --additional-suffix=.list - "build/tidy/${folder//\//-}-" || return 1
         if [[ ! -e "build/tidy/${folder//\//-}-aa.list" ]]; then
             say "There are no sources in $folder."

@@ -3,8 +3,8 @@
 #include "ZelvoraIOS/ZelvoraJavascriptInterface.h"
 #include "ZelvoraIOS/ZelvoraLogger.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
-#include "platform/Platform.h"
-#include "platform/fatalError.h"
+#include "ZelvoraPlatform/Platform.h"
+#include "ZelvoraPlatform/fatalError.h"
 
 #include <algorithm>
 #include <utility>

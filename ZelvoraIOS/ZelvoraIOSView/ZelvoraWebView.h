@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/Foundation/NSCoder.h"
-#include "platform/UIKit/UIView.h"
-#include "platform/UIKit/UIViewController.h"
-#include "platform/WebKit/WKWebView.h"
+#include "ZelvoraPlatform/Foundation/NSCoder.h"
+#include "ZelvoraPlatform/UIKit/UIView.h"
+#include "ZelvoraPlatform/UIKit/UIViewController.h"
+#include "ZelvoraPlatform/WebKit/WKWebView.h"
 
 #include <memory>
 #include <optional>

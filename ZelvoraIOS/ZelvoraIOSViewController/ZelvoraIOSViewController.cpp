@@ -2,10 +2,10 @@
 
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
-#include "platform/Platform.h"
-#include "platform/UIKit/UINavigationController.h"
-#include "platform/UIKit/UIScreenEdgePanGestureRecognizer.h"
-#include "platform/fatalError.h"
+#include "ZelvoraPlatform/Platform.h"
+#include "ZelvoraPlatform/UIKit/UINavigationController.h"
+#include "ZelvoraPlatform/UIKit/UIScreenEdgePanGestureRecognizer.h"
+#include "ZelvoraPlatform/fatalError.h"
 
 #include <utility>
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/Foundation/Bundle.h"
-#include "platform/Foundation/NSCoder.h"
-#include "platform/Foundation/NotificationCenter.h"
-#include "platform/UIKit/NSLayoutConstraint.h"
-#include "platform/UIKit/UIGestureRecognizer.h"
-#include "platform/UIKit/UIViewController.h"
+#include "ZelvoraPlatform/Foundation/Bundle.h"
+#include "ZelvoraPlatform/Foundation/NSCoder.h"
+#include "ZelvoraPlatform/Foundation/NotificationCenter.h"
+#include "ZelvoraPlatform/UIKit/NSLayoutConstraint.h"
+#include "ZelvoraPlatform/UIKit/UIGestureRecognizer.h"
+#include "ZelvoraPlatform/UIKit/UIViewController.h"
 
 #include <memory>
 #include <optional>

@@ -1,10 +1,10 @@
 #include "ZelvoraIOS/ZelvoraLogger.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
 #include "ZelvoraIOS/ZelvoraStorage.h"
-#include "platform/Concurrency/completion.h"
-#include "platform/Concurrency/resumeOn.h"
-#include "platform/Concurrency/whenAll.h"
-#include "platform/Platform.h"
+#include "ZelvoraPlatform/Concurrency/completion.h"
+#include "ZelvoraPlatform/Concurrency/resumeOn.h"
+#include "ZelvoraPlatform/Concurrency/whenAll.h"
+#include "ZelvoraPlatform/Platform.h"
 
 #include <utility>
 

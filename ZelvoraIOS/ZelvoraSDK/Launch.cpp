@@ -2,9 +2,9 @@
 #include "ZelvoraIOS/ZelvoraIOSViewController/ZelvoraIOSViewController.h"
 #include "ZelvoraIOS/ZelvoraLogger.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
-#include "platform/Platform.h"
-#include "platform/UIKit/UINavigationController.h"
-#include "platform/fatalError.h"
+#include "ZelvoraPlatform/Platform.h"
+#include "ZelvoraPlatform/UIKit/UINavigationController.h"
+#include "ZelvoraPlatform/fatalError.h"
 
 #include <utility>
 

@@ -2,11 +2,11 @@
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
 #include "ZelvoraIOS/ZelvoraSDK/serviceAddresses.h"
 #include "ZelvoraIOS/ZelvoraStorage.h"
-#include "platform/Concurrency/completion.h"
-#include "platform/Concurrency/resumeOn.h"
-#include "platform/Foundation/Dictionary.h"
-#include "platform/Foundation/UTF8.h"
-#include "platform/Platform.h"
+#include "ZelvoraPlatform/Concurrency/completion.h"
+#include "ZelvoraPlatform/Concurrency/resumeOn.h"
+#include "ZelvoraPlatform/Foundation/Dictionary.h"
+#include "ZelvoraPlatform/Foundation/UTF8.h"
+#include "ZelvoraPlatform/Platform.h"
 
 #include <utility>
 

@@ -2,10 +2,10 @@
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
 #include "ZelvoraIOS/ZelvoraSDK/serviceAddresses.h"
 #include "ZelvoraIOS/ZelvoraStorage.h"
-#include "platform/Foundation/Array.h"
-#include "platform/Foundation/Dictionary.h"
-#include "platform/Foundation/UTF8.h"
-#include "platform/Platform.h"
+#include "ZelvoraPlatform/Foundation/Array.h"
+#include "ZelvoraPlatform/Foundation/Dictionary.h"
+#include "ZelvoraPlatform/Foundation/UTF8.h"
+#include "ZelvoraPlatform/Platform.h"
 
 #include <cstddef>
 #include <utility>

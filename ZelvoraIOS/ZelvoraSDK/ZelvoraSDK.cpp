@@ -2,9 +2,9 @@
 
 #include "ZelvoraIOS/ZelvoraLogger.h"
 #include "ZelvoraIOS/ZelvoraSDK/serviceAddresses.h"
-#include "platform/Concurrency/spawn.h"
-#include "platform/Foundation/Dictionary.h"
-#include "platform/Platform.h"
+#include "ZelvoraPlatform/Concurrency/spawn.h"
+#include "ZelvoraPlatform/Foundation/Dictionary.h"
+#include "ZelvoraPlatform/Platform.h"
 
 #include <utility>
 

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "ZelvoraIOS/ZelvoraSDKError.h"
-#include "platform/Concurrency/Task.h"
-#include "platform/Foundation/Error.h"
-#include "platform/Foundation/URLSession.h"
-#include "platform/Tracking/ATTrackingManager.h"
-#include "platform/UIKit/UIViewController.h"
+#include "ZelvoraPlatform/Concurrency/Task.h"
+#include "ZelvoraPlatform/Foundation/Error.h"
+#include "ZelvoraPlatform/Foundation/URLSession.h"
+#include "ZelvoraPlatform/Tracking/ATTrackingManager.h"
+#include "ZelvoraPlatform/UIKit/UIViewController.h"
 
 #include <expected>
 #include <functional>

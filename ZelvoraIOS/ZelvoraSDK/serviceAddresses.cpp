@@ -1,7 +1,7 @@
 #include "ZelvoraIOS/ZelvoraSDK/serviceAddresses.h"
 
 #include "ZelvoraIOS/ZelvoraSDK/defaultAddresses.h"
-#include "platform/Platform.h"
+#include "ZelvoraPlatform/Platform.h"
 
 namespace zelvora {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ServiceAddresses.h"
+#include "ZelvoraPlatform/ServiceAddresses.h"
 
 namespace zelvora {
 

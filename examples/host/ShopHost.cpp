@@ -1,8 +1,8 @@
 #include "examples/host/ShopHost.h"
 
+#include "ZelvoraPlatform/Platform.h"
+#include "ZelvoraPlatform/UIKit/UINavigationController.h"
 #include "examples/host/bars.h"
-#include "platform/Platform.h"
-#include "platform/UIKit/UINavigationController.h"
 
 namespace zelvora::examples {
 

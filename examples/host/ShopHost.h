@@ -1,7 +1,7 @@
 #pragma once
 
+#include "ZelvoraAdapters/gtk/Host.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
-#include "adapters/gtk/Host.h"
 #include "examples/host/HomePage.h"
 #include "examples/host/Options.h"
 

@@ -1,6 +1,6 @@
-#include "adapters/memory/ViewControllerPeer.h"
-#include "adapters/memory/gestures.h"
-#include "platform/UIKit/UIScreenEdgePanGestureRecognizer.h"
+#include "ZelvoraAdapters/memory/UIKit/UIViewControllerPeer.h"
+#include "ZelvoraAdapters/memory/UIKit/gestures.h"
+#include "ZelvoraPlatform/UIKit/UIScreenEdgePanGestureRecognizer.h"
 #include "tests/ZelvoraIOS/support/ContainerTest.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-#include "adapters/memory/ViewController.h"
-#include "adapters/shared/ThreadPoolQueue.h"
+#include "ZelvoraAdapters/memory/UIKit/ViewController.h"
+#include "ZelvoraAdapters/shared/Concurrency/ThreadPoolQueue.h"
 #include "tests/ZelvoraIOS/support/ForwardingPlatform.h"
 #include "tests/ZelvoraIOS/support/SDKTest.h"
 #include "tests/ZelvoraIOS/support/WatchingPlatform.h"

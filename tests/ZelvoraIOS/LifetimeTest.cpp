@@ -1,5 +1,5 @@
-#include "adapters/memory/ViewControllerPeer.h"
-#include "adapters/memory/gestures.h"
+#include "ZelvoraAdapters/memory/UIKit/UIViewControllerPeer.h"
+#include "ZelvoraAdapters/memory/UIKit/gestures.h"
 #include "tests/ZelvoraIOS/support/ContainerTest.h"
 
 #include <algorithm>

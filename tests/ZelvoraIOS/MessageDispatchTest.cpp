@@ -1,5 +1,5 @@
+#include "ZelvoraAdapters/memory/UIKit/UIViewControllerPeer.h"
 #include "ZelvoraIOS/ZelvoraJavascriptInterface.h"
-#include "adapters/memory/ViewControllerPeer.h"
 #include "tests/ZelvoraIOS/support/ContainerTest.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "adapters/memory/ViewControllerPeer.h"
+#include "ZelvoraAdapters/memory/UIKit/UIViewControllerPeer.h"
 #include "tests/ZelvoraIOS/support/ContainerTest.h"
 #include "tests/ZelvoraIOS/support/RecordingPlatform.h"
 

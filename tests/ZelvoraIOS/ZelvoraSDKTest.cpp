@@ -1,9 +1,9 @@
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
 
+#include "ZelvoraAdapters/memory/UIKit/View.h"
+#include "ZelvoraAdapters/memory/UIKit/ViewController.h"
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
 #include "ZelvoraIOS/ZelvoraSDK/serviceAddresses.h"
-#include "adapters/memory/View.h"
-#include "adapters/memory/ViewController.h"
 #include "tests/ZelvoraIOS/support/SDKTest.h"
 #include "tests/ZelvoraIOS/support/StandardOutput.h"
 #include "tests/ZelvoraIOS/support/WatchingPlatform.h"

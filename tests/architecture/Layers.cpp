@@ -43,17 +43,17 @@ std::set<std::string, std::less<>> const& standardHeaders()
 std::vector<Layer> layersOf(std::filesystem::path const& tree)
 {
     std::vector<Layer> layers {
-        { "platform", { "platform" }, AngledIncludes::StandardOnly },
-        { "ZelvoraIOS", { "platform", "ZelvoraIOS" }, AngledIncludes::StandardOnly },
+        { "ZelvoraPlatform", { "ZelvoraPlatform" }, AngledIncludes::StandardOnly },
+        { "ZelvoraIOS", { "ZelvoraPlatform", "ZelvoraIOS" }, AngledIncludes::StandardOnly },
     };
-    auto const adapters = tree / "adapters";
+    auto const adapters = tree / "ZelvoraAdapters";
     if (!std::filesystem::is_directory(adapters))
         return layers;
     for (auto const& entry : std::filesystem::directory_iterator(adapters)) {
         if (!entry.is_directory())
             continue;
-        auto const folder = "adapters/" + entry.path().filename().string();
-        layers.push_back({ folder, { "platform", folder, "adapters/shared" }, AngledIncludes::Any });
+        auto const folder = "ZelvoraAdapters/" + entry.path().filename().string();
+        layers.push_back({ folder, { "ZelvoraPlatform", folder, "ZelvoraAdapters/shared" }, AngledIncludes::Any });
     }
     return layers;
 }
@@ -110,7 +110,7 @@ std::string contentsOf(std::filesystem::path const& file)
 bool mayDeclareGlobally(std::filesystem::path const& file, Layer const& layer)
 {
     auto const extension = file.extension();
-    return layer.folder == "adapters/uikit" || extension == ".m" || extension == ".mm";
+    return layer.folder == "ZelvoraAdapters/uikit" || extension == ".m" || extension == ".mm";
 }
 
 void surveyFile(std::filesystem::path const& file, std::string const& name, Layer const& layer, Survey& survey)

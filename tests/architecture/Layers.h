@@ -19,13 +19,15 @@ struct Violation {
 
 struct Survey {
     std::vector<Violation> violations;
-    /// How many sources were read, by the folder of the layer ("platform", "ZelvoraIOS", "adapters/memory").
+    /// How many sources were read, by the folder of the layer ("ZelvoraPlatform", "ZelvoraIOS",
+    /// "ZelvoraAdapters/memory").
     std::map<std::string, int> sourcesRead;
 };
 
 /// Reads every source of the layers under `tree` and holds it against their order:
 /// `platform` includes itself and the standard library; `ZelvoraIOS` these and itself; an adapter `platform`, itself,
-/// `adapters/shared` and the system. All that is C++ is in the namespace `zelvora`; C declarations may stand outside.
+/// `ZelvoraAdapters/shared` and the system. All that is C++ is in the namespace `zelvora`; C declarations may stand
+/// outside.
 [[nodiscard]] Survey surveyLayers(std::filesystem::path const& tree);
 
 }

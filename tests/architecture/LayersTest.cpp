@@ -58,31 +58,33 @@ TEST_F(LayersTest, TheProjectKeepsItsLayersApart)
 TEST_F(LayersTest, TheSurveyOfTheProjectReadsEveryLayer)
 {
     auto const sourcesRead = surveyLayers(ZELVORA_SOURCE_TREE).sourcesRead;
-    for (auto const* layer : { "platform", "ZelvoraIOS", "adapters/shared", "adapters/memory", "adapters/gtk" })
+    for (auto const* layer :
+        { "ZelvoraPlatform", "ZelvoraIOS", "ZelvoraAdapters/shared", "ZelvoraAdapters/memory", "ZelvoraAdapters/gtk" })
         EXPECT_TRUE(sourcesRead.contains(layer)) << layer;
 }
 
 TEST_F(LayersTest, ThePlatformMayIncludeItselfAndTheStandardLibrary)
 {
-    EXPECT_TRUE(violationsOf("platform/A.h", "#include \"platform/B.h\"\n#include <vector>\n").empty());
+    EXPECT_TRUE(violationsOf("ZelvoraPlatform/A.h", "#include \"ZelvoraPlatform/B.h\"\n#include <vector>\n").empty());
 }
 
 TEST_F(LayersTest, APlatformThatIncludesTheSDKIsFound)
 {
-    EXPECT_EQ(violationsOf("platform/UIKit/A.h", "#pragma once\n#include \"ZelvoraIOS/B.h\"\n"),
-        one("platform/UIKit/A.h", 2, "platform must not include \"ZelvoraIOS/B.h\""));
+    EXPECT_EQ(violationsOf("ZelvoraPlatform/UIKit/A.h", "#pragma once\n#include \"ZelvoraIOS/B.h\"\n"),
+        one("ZelvoraPlatform/UIKit/A.h", 2, "ZelvoraPlatform must not include \"ZelvoraIOS/B.h\""));
 }
 
 TEST_F(LayersTest, APlatformThatIncludesASystemHeaderIsFound)
 {
-    EXPECT_EQ(violationsOf("platform/A.cpp", "#include <unistd.h>\n"),
-        one("platform/A.cpp", 1, "platform includes a header that is not of the standard library: <unistd.h>"));
+    EXPECT_EQ(violationsOf("ZelvoraPlatform/A.cpp", "#include <unistd.h>\n"),
+        one("ZelvoraPlatform/A.cpp", 1,
+            "ZelvoraPlatform includes a header that is not of the standard library: <unistd.h>"));
 }
 
 TEST_F(LayersTest, AnSDKThatIncludesAnAdapterIsFound)
 {
-    EXPECT_EQ(violationsOf("ZelvoraIOS/A.cpp", "#include \"adapters/memory/B.h\"\n"),
-        one("ZelvoraIOS/A.cpp", 1, "ZelvoraIOS must not include \"adapters/memory/B.h\""));
+    EXPECT_EQ(violationsOf("ZelvoraIOS/A.cpp", "#include \"ZelvoraAdapters/memory/B.h\"\n"),
+        one("ZelvoraIOS/A.cpp", 1, "ZelvoraIOS must not include \"ZelvoraAdapters/memory/B.h\""));
 }
 
 TEST_F(LayersTest, AnSDKThatIncludesALibraryIsFound)
@@ -99,42 +101,44 @@ TEST_F(LayersTest, AnSDKTemplateThatTheBuildFillsInIsReadToo)
 
 TEST_F(LayersTest, AnAdapterMayIncludeThePlatformItselfWhatIsSharedAndTheSystem)
 {
-    EXPECT_TRUE(violationsOf("adapters/gtk/A.cpp",
-        "#include \"platform/A.h\"\n#include \"adapters/gtk/A.h\"\n#include \"adapters/shared/A.h\"\n"
+    EXPECT_TRUE(violationsOf("ZelvoraAdapters/gtk/A.cpp",
+        "#include \"ZelvoraPlatform/A.h\"\n#include \"ZelvoraAdapters/gtk/A.h\"\n#include "
+        "\"ZelvoraAdapters/shared/A.h\"\n"
         "#include <gtk/gtk.h>\n")
             .empty());
 }
 
 TEST_F(LayersTest, AnAdapterThatIncludesTheSDKIsFound)
 {
-    EXPECT_EQ(violationsOf("adapters/gtk/A.cpp", "\n#include \"ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h\"\n"),
-        one("adapters/gtk/A.cpp", 2, "adapters/gtk must not include \"ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h\""));
+    EXPECT_EQ(violationsOf("ZelvoraAdapters/gtk/A.cpp", "\n#include \"ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h\"\n"),
+        one("ZelvoraAdapters/gtk/A.cpp", 2,
+            "ZelvoraAdapters/gtk must not include \"ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h\""));
 }
 
 TEST_F(LayersTest, AnAdapterThatIncludesAnotherAdapterIsFound)
 {
-    EXPECT_EQ(violationsOf("adapters/gtk/A.cpp", "#include \"adapters/memory/A.h\"\n"),
-        one("adapters/gtk/A.cpp", 1, "adapters/gtk must not include \"adapters/memory/A.h\""));
+    EXPECT_EQ(violationsOf("ZelvoraAdapters/gtk/A.cpp", "#include \"ZelvoraAdapters/memory/A.h\"\n"),
+        one("ZelvoraAdapters/gtk/A.cpp", 1, "ZelvoraAdapters/gtk must not include \"ZelvoraAdapters/memory/A.h\""));
 }
 
 TEST_F(LayersTest, WhatIsSharedKnowsNoAdapter)
 {
-    EXPECT_EQ(violationsOf("adapters/shared/A.cpp", "#include \"adapters/gtk/A.h\"\n"),
-        one("adapters/shared/A.cpp", 1, "adapters/shared must not include \"adapters/gtk/A.h\""));
+    EXPECT_EQ(violationsOf("ZelvoraAdapters/shared/A.cpp", "#include \"ZelvoraAdapters/gtk/A.h\"\n"),
+        one("ZelvoraAdapters/shared/A.cpp", 1, "ZelvoraAdapters/shared must not include \"ZelvoraAdapters/gtk/A.h\""));
 }
 
 TEST_F(LayersTest, AnIncludePathThatDoesNotStartAtTheTopIsFound)
 {
-    EXPECT_EQ(violationsOf("platform/A.cpp", "#include \"A.h\"\n"),
-        one("platform/A.cpp", 1, "platform must not include \"A.h\""));
-    EXPECT_EQ(violationsOf("platform/A.cpp", "#include \"platform/../ZelvoraIOS/A.h\"\n"),
-        one("platform/A.cpp", 1, "platform must not include \"platform/../ZelvoraIOS/A.h\""));
+    EXPECT_EQ(violationsOf("ZelvoraPlatform/A.cpp", "#include \"A.h\"\n"),
+        one("ZelvoraPlatform/A.cpp", 1, "ZelvoraPlatform must not include \"A.h\""));
+    EXPECT_EQ(violationsOf("ZelvoraPlatform/A.cpp", "#include \"ZelvoraPlatform/../ZelvoraIOS/A.h\"\n"),
+        one("ZelvoraPlatform/A.cpp", 1, "ZelvoraPlatform must not include \"ZelvoraPlatform/../ZelvoraIOS/A.h\""));
 }
 
 TEST_F(LayersTest, AnIncludeThatHidesItsFileIsFound)
 {
-    EXPECT_EQ(violationsOf("adapters/gtk/A.cpp", "#include HEADER\n"),
-        one("adapters/gtk/A.cpp", 1, "an include must name its file, not HEADER"));
+    EXPECT_EQ(violationsOf("ZelvoraAdapters/gtk/A.cpp", "#include HEADER\n"),
+        one("ZelvoraAdapters/gtk/A.cpp", 1, "an include must name its file, not HEADER"));
 }
 
 TEST_F(LayersTest, ADefinitionOutsideTheNamespaceIsFound)
@@ -149,13 +153,13 @@ TEST_F(LayersTest, ADefinitionOutsideTheNamespaceIsFound)
 
 TEST_F(LayersTest, AUsingDirectiveOutsideTheNamespaceIsFound)
 {
-    EXPECT_EQ(violationsOf("adapters/memory/A.cpp", "using namespace zelvora::platform;\n"),
-        one("adapters/memory/A.cpp", 1, "not in the namespace zelvora: using namespace zelvora::platform"));
+    EXPECT_EQ(violationsOf("ZelvoraAdapters/memory/A.cpp", "using namespace zelvora::platform;\n"),
+        one("ZelvoraAdapters/memory/A.cpp", 1, "not in the namespace zelvora: using namespace zelvora::platform"));
 }
 
 TEST_F(LayersTest, DeclarationsOfCMayStandOutsideTheNamespace)
 {
-    EXPECT_TRUE(violationsOf("adapters/gtk/A.h",
+    EXPECT_TRUE(violationsOf("ZelvoraAdapters/gtk/A.h",
         "typedef struct _GtkWidget GtkWidget;\nextern \"C\" int const version;\nextern \"C\" {\nint f(void);\n}\n"
         "namespace zelvora::gtk {\nclass A;\n}\n")
             .empty());
@@ -164,23 +168,24 @@ TEST_F(LayersTest, DeclarationsOfCMayStandOutsideTheNamespace)
 TEST_F(LayersTest, ObjectiveCMayDeclareItsClassesOutsideTheNamespace)
 {
     auto const* const shop = "@interface Shop : NSObject\n@end\n@implementation Shop\n@end\n";
-    EXPECT_TRUE(violationsOf("adapters/watch/Shop.m", shop).empty());
-    EXPECT_TRUE(violationsOf("adapters/watch/Shop.mm", shop).empty());
+    EXPECT_TRUE(violationsOf("ZelvoraAdapters/watch/Shop.m", shop).empty());
+    EXPECT_TRUE(violationsOf("ZelvoraAdapters/watch/Shop.mm", shop).empty());
 }
 
 TEST_F(LayersTest, AHeaderOfThePhonesAdapterMayDeclareWhatObjectiveCSees)
 {
     auto const* const shop = "@class UIView;\n@interface Shop : NSObject\n@end\n";
-    EXPECT_TRUE(violationsOf("adapters/uikit/Shop.h", shop).empty());
-    EXPECT_EQ(violationsOf("adapters/watch/Shop.h", shop).size(), 2U);
+    EXPECT_TRUE(violationsOf("ZelvoraAdapters/uikit/Shop.h", shop).empty());
+    EXPECT_EQ(violationsOf("ZelvoraAdapters/watch/Shop.h", shop).size(), 2U);
 }
 
 TEST_F(LayersTest, ObjectiveCMayImportTheSystemAndNothingThatAnAdapterMayNot)
 {
-    for (auto const* const file : { "adapters/uikit/A.h", "adapters/uikit/A.m", "adapters/uikit/A.mm" }) {
-        EXPECT_TRUE(violationsOf(file, "#import <UIKit/UIKit.h>\n#import \"adapters/uikit/B.h\"\n").empty());
-        EXPECT_EQ(violationsOf(file, "#import \"adapters/memory/B.h\"\n"),
-            one(file, 1, "adapters/uikit must not include \"adapters/memory/B.h\""));
+    for (auto const* const file :
+        { "ZelvoraAdapters/uikit/A.h", "ZelvoraAdapters/uikit/A.m", "ZelvoraAdapters/uikit/A.mm" }) {
+        EXPECT_TRUE(violationsOf(file, "#import <UIKit/UIKit.h>\n#import \"ZelvoraAdapters/uikit/B.h\"\n").empty());
+        EXPECT_EQ(violationsOf(file, "#import \"ZelvoraAdapters/memory/B.h\"\n"),
+            one(file, 1, "ZelvoraAdapters/uikit must not include \"ZelvoraAdapters/memory/B.h\""));
         // Read again with the next file.
         EXPECT_TRUE(violationsOf(file, "").empty());
     }

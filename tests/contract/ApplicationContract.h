@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Foundation/URL.h"
-#include "platform/Platform.h"
+#include "ZelvoraPlatform/Foundation/URL.h"
+#include "ZelvoraPlatform/Platform.h"
 #include "tests/contract/Record.h"
 
 #include <gtest/gtest.h>

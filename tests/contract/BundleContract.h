@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Foundation/Bundle.h"
+#include "ZelvoraPlatform/Foundation/Bundle.h"
 #include "tests/contract/Threads.h"
 
 #include <gtest/gtest.h>

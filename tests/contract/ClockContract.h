@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Foundation/Date.h"
+#include "ZelvoraPlatform/Foundation/Date.h"
 #include "tests/contract/Threads.h"
 
 #include <gtest/gtest.h>

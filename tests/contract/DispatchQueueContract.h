@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Concurrency/DispatchQueue.h"
+#include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
 #include "tests/contract/Record.h"
 #include "tests/contract/Threads.h"
 

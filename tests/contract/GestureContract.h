@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/UIKit/UIScreenEdgePanGestureRecognizer.h"
-#include "platform/UIKit/UIViewController.h"
+#include "ZelvoraPlatform/UIKit/UIScreenEdgePanGestureRecognizer.h"
+#include "ZelvoraPlatform/UIKit/UIViewController.h"
 
 #include <gtest/gtest.h>
 

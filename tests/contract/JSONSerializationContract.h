@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/Foundation/Array.h"
-#include "platform/Foundation/Dictionary.h"
-#include "platform/Foundation/JSONSerialization.h"
+#include "ZelvoraPlatform/Foundation/Array.h"
+#include "ZelvoraPlatform/Foundation/Dictionary.h"
+#include "ZelvoraPlatform/Foundation/JSONSerialization.h"
 
 #include <gtest/gtest.h>
 

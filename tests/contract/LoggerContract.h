@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/os/Logger.h"
+#include "ZelvoraPlatform/os/Logger.h"
 #include "tests/contract/Threads.h"
 
 #include <gtest/gtest.h>

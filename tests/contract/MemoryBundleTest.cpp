@@ -1,4 +1,4 @@
-#include "adapters/memory/Bundle.h"
+#include "ZelvoraAdapters/memory/Foundation/Bundle.h"
 #include "tests/contract/BundleContract.h"
 
 namespace zelvora::tests {

@@ -1,4 +1,4 @@
-#include "adapters/memory/Clock.h"
+#include "ZelvoraAdapters/memory/Foundation/Clock.h"
 #include "tests/contract/ClockContract.h"
 
 namespace zelvora::tests {

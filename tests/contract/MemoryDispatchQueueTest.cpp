@@ -1,4 +1,4 @@
-#include "adapters/memory/DispatchQueue.h"
+#include "ZelvoraAdapters/memory/Concurrency/DispatchQueue.h"
 #include "tests/contract/DispatchQueueContract.h"
 
 #include <optional>

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "adapters/memory/NavigationController.h"
-#include "adapters/memory/Platform.h"
-#include "adapters/memory/View.h"
-#include "adapters/memory/ViewControllerPeer.h"
-#include "adapters/memory/WebView.h"
-#include "adapters/memory/gestures.h"
+#include "ZelvoraAdapters/memory/Platform.h"
+#include "ZelvoraAdapters/memory/UIKit/NavigationController.h"
+#include "ZelvoraAdapters/memory/UIKit/UIViewControllerPeer.h"
+#include "ZelvoraAdapters/memory/UIKit/View.h"
+#include "ZelvoraAdapters/memory/UIKit/gestures.h"
+#include "ZelvoraAdapters/memory/WebKit/WebView.h"
 
 #include <functional>
 #include <memory>

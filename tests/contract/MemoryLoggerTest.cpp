@@ -1,4 +1,4 @@
-#include "adapters/memory/Log.h"
+#include "ZelvoraAdapters/memory/os/Log.h"
 #include "tests/contract/LoggerContract.h"
 
 namespace zelvora::tests {

@@ -1,5 +1,5 @@
-#include "adapters/memory/DispatchQueue.h"
-#include "adapters/shared/NotificationCenter.h"
+#include "ZelvoraAdapters/memory/Concurrency/DispatchQueue.h"
+#include "ZelvoraAdapters/shared/Foundation/NotificationCenter.h"
 #include "tests/contract/NotificationCenterContract.h"
 
 namespace zelvora::tests {

@@ -1,5 +1,5 @@
-#include "adapters/memory/ATTrackingManager.h"
-#include "adapters/memory/DispatchQueue.h"
+#include "ZelvoraAdapters/memory/Concurrency/DispatchQueue.h"
+#include "ZelvoraAdapters/memory/Tracking/ATTrackingManager.h"
 #include "tests/contract/TrackingContract.h"
 
 #include <optional>

@@ -1,4 +1,4 @@
-#include "adapters/memory/URLSession.h"
+#include "ZelvoraAdapters/memory/Foundation/URLSession.h"
 #include "tests/contract/URLSessionContract.h"
 
 #include <mutex>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Concurrency/DispatchQueue.h"
-#include "platform/Foundation/NotificationCenter.h"
+#include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
+#include "ZelvoraPlatform/Foundation/NotificationCenter.h"
 #include "tests/contract/Threads.h"
 
 #include <gtest/gtest.h>

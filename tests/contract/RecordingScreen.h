@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/UIKit/UINavigationController.h"
-#include "platform/UIKit/UIViewController.h"
+#include "ZelvoraPlatform/UIKit/UINavigationController.h"
+#include "ZelvoraPlatform/UIKit/UIViewController.h"
 #include "tests/contract/Record.h"
 
 #include <functional>

@@ -1,4 +1,4 @@
-#include "adapters/shared/ThreadPoolQueue.h"
+#include "ZelvoraAdapters/shared/Concurrency/ThreadPoolQueue.h"
 #include "tests/contract/DispatchQueueContract.h"
 #include "tests/contract/ThreadedQueueHarness.h"
 

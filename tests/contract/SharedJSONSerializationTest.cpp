@@ -1,4 +1,4 @@
-#include "adapters/shared/JSONSerialization.h"
+#include "ZelvoraAdapters/shared/JSON/JSONSerialization.h"
 #include "tests/contract/JSONSerializationContract.h"
 
 namespace zelvora::tests {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Tracking/ATTrackingManager.h"
+#include "ZelvoraPlatform/Tracking/ATTrackingManager.h"
 #include "tests/contract/Record.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Foundation/URLSession.h"
+#include "ZelvoraPlatform/Foundation/URLSession.h"
 #include "tests/contract/ReceivedRequest.h"
 #include "tests/contract/Record.h"
 #include "tests/contract/Threads.h"

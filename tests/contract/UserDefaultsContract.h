@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/Foundation/Array.h"
-#include "platform/Foundation/Data.h"
-#include "platform/Foundation/Date.h"
-#include "platform/Foundation/Dictionary.h"
-#include "platform/Foundation/UserDefaults.h"
-#include "platform/Foundation/Value.h"
+#include "ZelvoraPlatform/Foundation/Array.h"
+#include "ZelvoraPlatform/Foundation/Data.h"
+#include "ZelvoraPlatform/Foundation/Date.h"
+#include "ZelvoraPlatform/Foundation/Dictionary.h"
+#include "ZelvoraPlatform/Foundation/UserDefaults.h"
+#include "ZelvoraPlatform/Foundation/Value.h"
 #include "tests/contract/Threads.h"
 
 #include <gtest/gtest.h>

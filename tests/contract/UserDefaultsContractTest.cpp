@@ -1,8 +1,8 @@
 #include "tests/contract/UserDefaultsContract.h"
 
-#include "adapters/memory/UserDefaults.h"
-#include "adapters/shared/JournaledUserDefaults.h"
-#include "tests/adapters/shared/TemporaryDirectory.h"
+#include "ZelvoraAdapters/memory/Foundation/UserDefaults.h"
+#include "ZelvoraAdapters/shared/Journal/JournaledUserDefaults.h"
+#include "tests/ZelvoraAdapters/shared/TemporaryDirectory.h"
 
 #include <optional>
 

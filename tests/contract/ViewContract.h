@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/UIKit/UIView.h"
-#include "platform/UIKit/UIViewController.h"
+#include "ZelvoraPlatform/UIKit/UIView.h"
+#include "ZelvoraPlatform/UIKit/UIViewController.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/Foundation/Array.h"
-#include "platform/Foundation/Dictionary.h"
-#include "platform/Platform.h"
+#include "ZelvoraPlatform/Foundation/Array.h"
+#include "ZelvoraPlatform/Foundation/Dictionary.h"
+#include "ZelvoraPlatform/Platform.h"
 #include "tests/contract/Record.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "tests/live/LiveShop.h"
 
-#include "adapters/gtk/Tracking/TrackingStore.h"
+#include "ZelvoraAdapters/gtk/Tracking/TrackingStore.h"
 #include "examples/service/CollectorStore.h"
 
 #include <cstdlib>

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "ZelvoraAdapters/gtk/Host.h"
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
-#include "adapters/gtk/Host.h"
+#include "ZelvoraPlatform/Tracking/ATTrackingManager.h"
 #include "examples/driving/Page.h"
 #include "examples/driving/runUntil.h"
 #include "examples/service/Service.h"
-#include "platform/Tracking/ATTrackingManager.h"
 #include "tests/examples/TemporaryDirectory.h"
 
 #include <filesystem>

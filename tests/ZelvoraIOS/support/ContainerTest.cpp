@@ -1,6 +1,6 @@
 #include "tests/ZelvoraIOS/support/ContainerTest.h"
 
-#include "platform/fatalError.h"
+#include "ZelvoraPlatform/fatalError.h"
 
 #include <utility>
 

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "ZelvoraAdapters/memory/UIKit/NavigationController.h"
+#include "ZelvoraAdapters/memory/UIKit/View.h"
+#include "ZelvoraAdapters/memory/UIKit/ViewController.h"
+#include "ZelvoraAdapters/memory/WebKit/UserContentController.h"
+#include "ZelvoraAdapters/memory/WebKit/WebView.h"
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
 #include "ZelvoraIOS/ZelvoraIOSViewController/ZelvoraIOSViewController.h"
-#include "adapters/memory/NavigationController.h"
-#include "adapters/memory/UserContentController.h"
-#include "adapters/memory/View.h"
-#include "adapters/memory/ViewController.h"
-#include "adapters/memory/WebView.h"
 #include "tests/ZelvoraIOS/support/SDKTest.h"
 
 #include <cstddef>

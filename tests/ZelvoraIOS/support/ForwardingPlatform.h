@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adapters/memory/Platform.h"
+#include "ZelvoraAdapters/memory/Platform.h"
 
 namespace zelvora::tests {
 

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "ZelvoraAdapters/memory/Platform.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
 #include "ZelvoraIOS/ZelvoraSDKError.h"
 #include "ZelvoraIOS/ZelvoraStorage.h"
-#include "adapters/memory/Platform.h"
-#include "platform/Foundation/Array.h"
-#include "platform/Foundation/Dictionary.h"
+#include "ZelvoraPlatform/Foundation/Array.h"
+#include "ZelvoraPlatform/Foundation/Dictionary.h"
 #include "tests/ZelvoraIOS/support/ZelvoraSDKInspector.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "adapters/gtk/Foundation/Bundle.h"
+#include "ZelvoraAdapters/gtk/Foundation/Bundle.h"
 #include "tests/contract/BundleContract.h"
 
 namespace zelvora::tests {

@@ -1,4 +1,4 @@
-#include "adapters/gtk/Foundation/Clock.h"
+#include "ZelvoraAdapters/gtk/Foundation/Clock.h"
 #include "tests/contract/ClockContract.h"
 
 #include <sys/syscall.h>

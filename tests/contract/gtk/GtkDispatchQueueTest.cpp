@@ -1,5 +1,5 @@
-#include "adapters/gtk/Concurrency/ContextThread.h"
-#include "adapters/gtk/Concurrency/MainContextQueue.h"
+#include "ZelvoraAdapters/gtk/Concurrency/ContextThread.h"
+#include "ZelvoraAdapters/gtk/Concurrency/MainContextQueue.h"
 #include "tests/contract/DispatchQueueContract.h"
 #include "tests/contract/ThreadedQueueHarness.h"
 #include "tests/contract/gtk/MainLoop.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adapters/gtk/Host.h"
+#include "ZelvoraAdapters/gtk/Host.h"
 #include "tests/contract/gtk/LoopbackServer.h"
 
 #include <filesystem>

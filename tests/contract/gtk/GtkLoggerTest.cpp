@@ -1,4 +1,4 @@
-#include "adapters/gtk/os/Logger.h"
+#include "ZelvoraAdapters/gtk/os/Logger.h"
 #include "tests/contract/LoggerContract.h"
 #include "tests/contract/gtk/JournalDouble.h"
 

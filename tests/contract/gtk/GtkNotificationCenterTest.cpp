@@ -1,5 +1,5 @@
-#include "adapters/gtk/Concurrency/MainContextQueue.h"
-#include "adapters/shared/NotificationCenter.h"
+#include "ZelvoraAdapters/gtk/Concurrency/MainContextQueue.h"
+#include "ZelvoraAdapters/shared/Foundation/NotificationCenter.h"
 #include "tests/contract/NotificationCenterContract.h"
 #include "tests/contract/gtk/MainLoop.h"
 

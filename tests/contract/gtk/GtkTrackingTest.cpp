@@ -1,6 +1,6 @@
-#include "adapters/gtk/Tracking/ATTrackingManager.h"
-#include "adapters/gtk/Tracking/TrackingStore.h"
-#include "tests/adapters/gtk/services/TemporaryDirectory.h"
+#include "ZelvoraAdapters/gtk/Tracking/ATTrackingManager.h"
+#include "ZelvoraAdapters/gtk/Tracking/TrackingStore.h"
+#include "tests/ZelvoraAdapters/gtk/services/TemporaryDirectory.h"
 #include "tests/contract/TrackingContract.h"
 #include "tests/contract/gtk/MainLoop.h"
 

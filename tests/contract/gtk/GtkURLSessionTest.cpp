@@ -1,4 +1,4 @@
-#include "adapters/gtk/Foundation/URLSession.h"
+#include "ZelvoraAdapters/gtk/Foundation/URLSession.h"
 #include "tests/contract/URLSessionContract.h"
 #include "tests/contract/gtk/LoopbackServer.h"
 #include "tests/contract/gtk/RawServer.h"

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "adapters/gtk/Concurrency/ContextThread.h"
-#include "adapters/gtk/GLib/Pointers.h"
-#include "platform/Foundation/URL.h"
+#include "ZelvoraAdapters/gtk/Concurrency/ContextThread.h"
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+#include "ZelvoraPlatform/Foundation/URL.h"
 #include "tests/contract/ReceivedRequest.h"
 #include "tests/contract/Record.h"
 

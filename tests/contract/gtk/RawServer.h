@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Foundation/URL.h"
+#include "ZelvoraPlatform/Foundation/URL.h"
 
 #include <atomic>
 #include <string>

@@ -1,5 +1,5 @@
+#include "ZelvoraAdapters/gtk/Host.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
-#include "adapters/gtk/Host.h"
 
 #include <cstdio>
 

@@ -1,7 +1,7 @@
+#include "ZelvoraAdapters/memory/Platform.h"
+#include "ZelvoraAdapters/memory/UIKit/ViewController.h"
 #include "ZelvoraIOS/ZelvoraIOSVersion.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
-#include "adapters/memory/Platform.h"
-#include "adapters/memory/ViewController.h"
 
 #include <cstdio>
 #include <memory>

@@ -1,0 +1,71 @@
+#include "ZelvoraAdapters/gtk/Concurrency/MainContextQueue.h"
+
+#include <chrono>
+#include <utility>
+
+namespace zelvora::gtk {
+
+namespace {
+
+gboolean callBack(GSource*, GSourceFunc callback, gpointer data)
+{
+    return callback(data);
+}
+
+// A source without `prepare` and `check` is dispatched at its ready time alone.
+GSourceFuncs s_functions = { nullptr, nullptr, callBack, nullptr, nullptr, nullptr };
+
+}
+
+MainContextQueue::MainContextQueue(GMainContext* context) : m_source(g_source_new(&s_functions, sizeof(GSource)))
+{
+    auto const run = [](gpointer queue) -> gboolean {
+        static_cast<MainContextQueue*>(queue)->runNext();
+        return G_SOURCE_CONTINUE;
+    };
+    g_source_set_name(m_source, "zelvora main queue");
+    g_source_set_callback(m_source, run, this, nullptr);
+    g_source_attach(m_source, context);
+}
+
+MainContextQueue::~MainContextQueue()
+{
+    g_source_destroy(m_source);
+    m_schedule.clear();
+    g_source_unref(m_source);
+}
+
+void MainContextQueue::async(Work work)
+{
+    asyncAfter(0, std::move(work));
+}
+
+void MainContextQueue::asyncAfter(platform::TimeInterval delay, Work work)
+{
+    // The moment is taken under the lock, so that submissions at one moment stay in order.
+    std::scoped_lock const lock(m_mutex);
+    m_schedule.add(shared::WorkSchedule::after(delay), std::move(work));
+    wakeWhenNextIsDue();
+}
+
+void MainContextQueue::runNext()
+{
+    Work work;
+    {
+        std::scoped_lock const lock(m_mutex);
+        work = m_schedule.takeDue(std::chrono::steady_clock::now());
+        wakeWhenNextIsDue();
+    }
+    if (work)
+        work();
+}
+
+void MainContextQueue::wakeWhenNextIsDue()
+{
+    using namespace std::chrono;
+    // GLib's monotonic clock is the steady clock, in whole microseconds.
+    auto const due = m_schedule.nextDue();
+    g_source_set_ready_time(m_source, due ? ceil<microseconds>(due->time_since_epoch()).count() : -1);
+}
+
+}

@@ -1,0 +1,54 @@
+#include "ZelvoraAdapters/gtk/GLib/Timer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace zelvora::gtk {
+
+namespace {
+
+gboolean callBack(GSource*, GSourceFunc callback, gpointer data)
+{
+    return callback(data);
+}
+
+// A source without `prepare` and `check` is dispatched at its ready time alone.
+GSourceFuncs s_functions = { nullptr, nullptr, callBack, nullptr, nullptr, nullptr };
+
+}
+
+Timer::Timer(platform::Block<void()> fire)
+    : m_source(g_source_new(&s_functions, sizeof(GSource)))
+    , m_fire(std::move(fire))
+{
+    auto const run = [](gpointer data) -> gboolean {
+        auto* const timer = static_cast<Timer*>(data);
+        timer->stop();
+        timer->m_fire();
+        return G_SOURCE_CONTINUE;
+    };
+    g_source_set_callback(m_source, run, this, nullptr);
+    g_source_attach(m_source, g_main_context_get_thread_default());
+}
+
+Timer::~Timer()
+{
+    g_source_destroy(m_source);
+    g_source_unref(m_source);
+}
+
+void Timer::set(platform::TimeInterval interval)
+{
+    constexpr platform::TimeInterval tenYears = 10.0 * 365 * 24 * 60 * 60;
+    platform::TimeInterval const sensible = interval > 0 ? std::min(interval, tenYears) : 0;
+    g_source_set_ready_time(
+        m_source, g_get_monotonic_time() + static_cast<gint64>(std::ceil(sensible * G_USEC_PER_SEC)));
+}
+
+void Timer::stop()
+{
+    g_source_set_ready_time(m_source, -1);
+}
+
+}

@@ -1,0 +1,118 @@
+#include "ZelvoraAdapters/gtk/Host.h"
+
+#include "ZelvoraAdapters/gtk/Platform.h"
+#include "ZelvoraAdapters/gtk/UIKit/UIViewControllerPeer.h"
+#include "ZelvoraAdapters/gtk/UIKit/UIViewPeer.h"
+#include "ZelvoraAdapters/gtk/UIKit/WidgetView.h"
+#include "ZelvoraAdapters/gtk/UIKit/WindowPresentations.h"
+#include "ZelvoraAdapters/gtk/WebKit/WebView.h"
+#include "ZelvoraPlatform/fatalError.h"
+
+#include <cstdlib>
+#include <utility>
+
+namespace zelvora::gtk {
+
+using platform::UIView;
+using platform::UIViewController;
+
+namespace {
+
+/// The host's own screen.
+class ScreenController final : public UIViewController {
+public:
+    explicit ScreenController(GtkWidget* widget) : UIViewController(std::make_unique<Peer>(*this, widget)) { }
+
+private:
+    class Peer final : public UIViewControllerPeer {
+    public:
+        Peer(UIViewController& owner, GtkWidget* widget)
+            : UIViewControllerPeer(owner)
+            , m_screen(WidgetView::create(widget))
+        {
+        }
+
+    private:
+        // UIViewControllerPeer
+        [[nodiscard]] std::shared_ptr<UIView> makeView() override { return std::exchange(m_screen, nullptr); }
+
+        // Until the controller takes it.
+        std::shared_ptr<UIView> m_screen;
+    };
+};
+
+/// The host's window, as a presenter.
+class WindowController final : public UIViewController {
+public:
+    explicit WindowController(GtkWindow* window) : UIViewController(std::make_unique<Peer>(*this, window)) { }
+
+private:
+    class Peer final : public UIViewControllerPeer {
+    public:
+        Peer(UIViewController& owner, GtkWindow* window) : UIViewControllerPeer(owner), m_window(window)
+        {
+            g_object_add_weak_pointer(G_OBJECT(window), &m_window);
+        }
+        Peer(Peer const&) = delete;
+        Peer& operator=(Peer const&) = delete;
+        ~Peer() override { g_clear_weak_pointer(&m_window); }
+
+        // UIViewControllerPeer
+        [[nodiscard]] GtkWindow* window() const override { return static_cast<GtkWindow*>(m_window); }
+
+    private:
+        // Reset by the window's end.
+        gpointer m_window;
+    };
+};
+
+constexpr char const* rootKey = "zelvora-root-view-controller";
+
+}
+
+void install(HostOptions options)
+{
+    if (!gtk_is_initialized())
+        platform::fatalError("gtk::install was called before gtk_init");
+    platform::Platform::install(std::make_unique<Platform>(std::move(options)));
+    // The installed platform is never destroyed.
+    std::atexit([] { Platform::current().synchronizeUserDefaults(); });
+}
+
+std::shared_ptr<UIView> wrapWidget(GtkWidget* widget)
+{
+    return WidgetView::create(widget);
+}
+
+std::shared_ptr<UIViewController> wrapScreen(GtkWidget* widget)
+{
+    return std::make_shared<ScreenController>(widget);
+}
+
+std::shared_ptr<UIViewController> wrapWindow(GtkWindow* window)
+{
+    return std::make_shared<WindowController>(window);
+}
+
+void setRootViewController(GtkWindow* window, std::shared_ptr<UIViewController> controller)
+{
+    using Held = std::shared_ptr<UIViewController>;
+    WindowPresentations::of(window).setContent(widgetOf(controller->view()));
+    g_object_set_data_full(G_OBJECT(window), rootKey, new Held(std::move(controller)), [](gpointer data) {
+        std::unique_ptr<Held> const held(static_cast<Held*>(data));
+        // It may be the one that asks for another.
+        releaseLater(*held);
+    });
+}
+
+GtkWidget* widgetOf(UIView const& view)
+{
+    return UIViewPeer::of(view).widget();
+}
+
+WebKitWebView* webKitWebViewOf(platform::WKWebView const& view)
+{
+    return static_cast<WebView const&>(view).webKitWebView();
+}
+
+}

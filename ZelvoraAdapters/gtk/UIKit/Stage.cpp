@@ -1,0 +1,120 @@
+#include "ZelvoraAdapters/gtk/UIKit/Stage.h"
+
+#include "ZelvoraAdapters/gtk/UIKit/EdgeDrag.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace zelvora::gtk {
+
+namespace {
+
+// About as long as the phone's own transitions.
+constexpr double slideDuration = 0.35;
+
+}
+
+Stage::Stage() : m_canvas(makeCanvas(*this))
+{
+    gtk_widget_set_overflow(m_canvas, GTK_OVERFLOW_HIDDEN);
+}
+
+Stage::~Stage()
+{
+    m_motion.stop();
+    retireCanvas(m_canvas);
+    g_object_unref(m_canvas);
+}
+
+void Stage::add(GtkWidget* page)
+{
+    if (find(page))
+        return;
+    m_pages.push_back({ page, {} });
+    gtk_widget_insert_before(page, m_canvas, nullptr);
+    gtk_widget_set_child_visible(page, TRUE);
+}
+
+void Stage::remove(GtkWidget* page)
+{
+    std::erase_if(m_pages, [page](auto const& other) { return other.widget == page; });
+    if (m_measuredPage == page)
+        m_measuredPage = nullptr;
+    if (gtk_widget_get_parent(page) == m_canvas)
+        gtk_widget_unparent(page);
+}
+
+void Stage::setCovered(GtkWidget* page, bool covered)
+{
+    if (find(page))
+        gtk_widget_set_child_visible(page, !covered);
+}
+
+void Stage::place(GtkWidget* page, Offset offset)
+{
+    if (auto* found = find(page))
+        found->offset = offset;
+    gtk_widget_queue_allocate(m_canvas);
+}
+
+void Stage::slide(GtkWidget* page, Offset to, platform::Animated animated, Completion completion)
+{
+    finishSlide();
+    auto* found = find(page);
+    if (!found || animated == platform::Animated::No || !canAnimate(m_canvas)) {
+        place(page, to);
+        completion();
+        return;
+    }
+    auto const from = found->offset;
+    m_motion.start(
+        m_canvas, slideDuration, [this, page, from, to, completion = std::move(completion)](double progress) {
+            if (progress < 1) {
+                place(page, { from.x + ((to.x - from.x) * progress), from.y + ((to.y - from.y) * progress) });
+                return;
+            }
+            place(page, to);
+            completion();
+        });
+}
+
+CanvasClient::Size Stage::measureCanvas(GtkOrientation orientation, int forSize)
+{
+    Size size;
+    if (m_measuredPage) {
+        gtk_widget_measure(m_measuredPage, orientation, forSize, &size.minimum, &size.natural, nullptr, nullptr);
+    }
+    return size;
+}
+
+void Stage::allocateCanvas(int width, int height)
+{
+    for (auto const& [page, offset] : m_pages)
+        allocateChild(page, std::round(offset.x * width), std::round(offset.y * height), width, height);
+}
+
+void Stage::canvasDidEnterWindow()
+{
+    if (auto* root = gtk_widget_get_root(m_canvas); GTK_IS_WINDOW(root) && m_collectTargets)
+        watchEdgeDrags(GTK_WINDOW(root));
+}
+
+void Stage::canvasWasUnmapped()
+{
+    finishSlide();
+}
+
+void Stage::collectEdgeDragTargets(std::vector<EdgeDragTarget>& targets)
+{
+    if (m_collectTargets)
+        m_collectTargets(targets);
+}
+
+Stage::Page* Stage::find(GtkWidget* page)
+{
+    auto const found = std::ranges::find_if(m_pages, [page](auto const& other) { return other.widget == page; });
+    return found == m_pages.end() ? nullptr : &*found;
+}
+
+}

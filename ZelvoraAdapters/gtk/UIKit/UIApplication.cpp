@@ -1,0 +1,133 @@
+#include "ZelvoraAdapters/gtk/UIKit/UIApplication.h"
+
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+#include "ZelvoraPlatform/Foundation/NotificationCenter.h"
+
+#include <utility>
+
+namespace zelvora::gtk {
+
+using platform::UIApplicationState;
+
+namespace {
+
+template<typename Visit>
+void forEachWindow(Visit const& visit)
+{
+    auto* windows = gtk_window_get_toplevels();
+    for (guint index = 0; index < g_list_model_get_n_items(windows); ++index) {
+        auto const window = adopt(static_cast<GtkWindow*>(g_list_model_get_item(windows, index)));
+        visit(window.get());
+    }
+}
+
+UIApplicationState currentState()
+{
+    auto state = UIApplicationState::Background;
+    forEachWindow([&state](GtkWindow* window) {
+        // One that was hidden while it had the focus still says that it has it.
+        if (!gtk_widget_get_mapped(GTK_WIDGET(window)))
+            return;
+        if (gtk_window_is_active(window))
+            state = UIApplicationState::Active;
+        else if (state == UIApplicationState::Background)
+            state = UIApplicationState::Inactive;
+    });
+    return state;
+}
+
+GObjectPointer<GAppInfo> handlerOf(platform::URL const& url)
+{
+    auto const scheme = url.scheme();
+    if (!scheme)
+        return nullptr;
+    GTextPointer const lowerCase(g_ascii_strdown(scheme->c_str(), -1));
+    return adopt(g_app_info_get_default_for_uri_scheme(lowerCase.get()));
+}
+
+void didLaunch(GObject*, GAsyncResult* result, gpointer)
+{
+    GErrorPlace error;
+    if (!g_app_info_launch_default_for_uri_finish(result, error.out()))
+        g_log("Zelvora", G_LOG_LEVEL_WARNING, "A URL could not be opened: %s", error->message);
+}
+
+}
+
+UIApplication::UIApplication(platform::NotificationCenter& notificationCenter, std::function<void()> didResignActive)
+    : m_notificationCenter(notificationCenter)
+    , m_didResignActive(std::move(didResignActive))
+    , m_state(currentState())
+{
+    auto const changed = +[](UIApplication* self) {
+        self->watchWindows();
+        self->lookLater();
+    };
+    g_signal_connect_swapped(gtk_window_get_toplevels(), "items-changed", G_CALLBACK(changed), this);
+    watchWindows();
+}
+
+UIApplication::~UIApplication()
+{
+    g_signal_handlers_disconnect_by_data(gtk_window_get_toplevels(), this);
+    forEachWindow([this](GtkWindow* window) { g_signal_handlers_disconnect_by_data(window, this); });
+    if (m_look)
+        g_source_remove(m_look);
+}
+
+bool UIApplication::canOpenURL(platform::URL const& url) const
+{
+    return handlerOf(url) != nullptr;
+}
+
+void UIApplication::open(platform::URL const& url)
+{
+    // By the scheme's handler, as `canOpenURL` found it: the system compares schemes as they are written.
+    auto const& text = url.absoluteString();
+    auto const schemeLength = url.scheme().value_or("").size();
+    GTextPointer const lowerCase(g_ascii_strdown(text.c_str(), static_cast<gssize>(schemeLength)));
+    auto const normalized = lowerCase.get() + text.substr(schemeLength);
+    // With the display's own context the other app may come to the front.
+    auto* display = gdk_display_get_default();
+    auto const context = display ? adopt(gdk_display_get_app_launch_context(display)) : nullptr;
+    g_app_info_launch_default_for_uri_async(
+        normalized.c_str(), G_APP_LAUNCH_CONTEXT(context.get()), nullptr, didLaunch, nullptr);
+}
+
+void UIApplication::watchWindows()
+{
+    forEachWindow([this](GtkWindow* window) {
+        g_signal_handlers_disconnect_by_data(window, this);
+        auto const changed = +[](UIApplication* self) { self->lookLater(); };
+        g_signal_connect_swapped(window, "notify::is-active", G_CALLBACK(changed), this);
+        g_signal_connect_swapped(window, "map", G_CALLBACK(changed), this);
+        g_signal_connect_swapped(window, "unmap", G_CALLBACK(changed), this);
+    });
+}
+
+// One window loses the focus before the next one has it, and in between nothing has changed for the app.
+void UIApplication::lookLater()
+{
+    if (m_look)
+        return;
+    m_look = g_idle_add(
+        [](gpointer self) -> gboolean {
+            static_cast<UIApplication*>(self)->look();
+            return G_SOURCE_REMOVE;
+        },
+        this);
+}
+
+void UIApplication::look()
+{
+    m_look = 0;
+    auto const before = std::exchange(m_state, currentState());
+    bool const isActive = m_state == UIApplicationState::Active;
+    bool const wasActive = before == UIApplicationState::Active;
+    if (isActive && !wasActive)
+        m_notificationCenter.post({ didBecomeActiveNotification, std::nullopt });
+    else if (wasActive && !isActive)
+        m_didResignActive();
+}
+
+}

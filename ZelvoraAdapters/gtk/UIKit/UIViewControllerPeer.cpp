@@ -1,0 +1,116 @@
+#include "ZelvoraAdapters/gtk/UIKit/UIViewControllerPeer.h"
+
+#include "ZelvoraAdapters/gtk/UIKit/UIViewPeer.h"
+#include "ZelvoraAdapters/gtk/UIKit/WindowPresentations.h"
+
+#include <utility>
+
+namespace zelvora::gtk {
+
+using platform::Animated;
+using platform::UINavigationController;
+using platform::UIView;
+using platform::UIViewController;
+
+UIViewControllerPeer::UIViewControllerPeer(UIViewController& owner) : m_owner(owner) { }
+
+UIViewControllerPeer::~UIViewControllerPeer()
+{
+    if (auto const view = m_view.lock())
+        UIViewPeer::of(*view).setController(nullptr);
+}
+
+void UIViewControllerPeer::setNavigationController(std::weak_ptr<UINavigationController> navigation)
+{
+    m_navigation = std::move(navigation);
+}
+
+void UIViewControllerPeer::didAppear()
+{
+    m_isOnScreen = true;
+    if (auto* child = visibleChild())
+        of(*child).didAppear();
+}
+
+void UIViewControllerPeer::willDisappear(Animated animated)
+{
+    if (!std::exchange(m_isOnScreen, false))
+        return;
+    m_owner.viewWillDisappear(animated);
+    if (auto* child = visibleChild())
+        of(*child).willDisappear(animated);
+}
+
+void UIViewControllerPeer::viewDidEnterWindow()
+{
+    if (m_navigation.expired())
+        didAppear();
+}
+
+void UIViewControllerPeer::viewWillLeaveWindow()
+{
+    if (m_navigation.expired())
+        willDisappear(Animated::No);
+}
+
+GtkWindow* UIViewControllerPeer::window() const
+{
+    auto const view = m_view.lock();
+    auto* root = view ? gtk_widget_get_root(UIViewPeer::of(*view).widget()) : nullptr;
+    return GTK_IS_WINDOW(root) ? GTK_WINDOW(root) : nullptr;
+}
+
+std::shared_ptr<UIView> UIViewControllerPeer::loadView()
+{
+    auto view = makeView();
+    UIViewPeer::of(*view).setController(this);
+    m_view = view;
+    return view;
+}
+
+std::shared_ptr<UINavigationController> UIViewControllerPeer::navigationController() const
+{
+    return m_navigation.lock();
+}
+
+void UIViewControllerPeer::present(std::shared_ptr<UIViewController> presented, Animated animated)
+{
+    auto& presenter = outermost();
+    auto* window = presenter.window();
+    if (!window) {
+        g_log("Zelvora", G_LOG_LEVEL_WARNING, "A screen that is in no window cannot present another");
+        return;
+    }
+    WindowPresentations::of(window).present(presenter, presented, animated);
+}
+
+void UIViewControllerPeer::dismiss(Animated animated)
+{
+    auto& presenter = outermost();
+    if (auto* window = presenter.window())
+        WindowPresentations::of(window).dismiss(presenter, animated);
+}
+
+std::shared_ptr<UIView> UIViewControllerPeer::makeView()
+{
+    return std::make_shared<UIView>();
+}
+
+UIViewControllerPeer& UIViewControllerPeer::outermost()
+{
+    auto* peer = this;
+    while (auto const navigation = peer->m_navigation.lock())
+        peer = &of(*navigation);
+    return *peer;
+}
+
+void releaseLater(std::shared_ptr<UIViewController> controller)
+{
+    using Held = std::shared_ptr<UIViewController>;
+    auto* held = new Held(std::move(controller));
+    g_idle_add_full(
+        G_PRIORITY_DEFAULT, [](gpointer) -> gboolean { return G_SOURCE_REMOVE; }, held,
+        [](gpointer data) { delete static_cast<Held*>(data); });
+}
+
+}

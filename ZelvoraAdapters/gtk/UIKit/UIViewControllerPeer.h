@@ -1,0 +1,68 @@
+#pragma once
+
+#include "ZelvoraPlatform/UIKit/UINavigationController.h"
+#include "ZelvoraPlatform/UIKit/UIViewController.h"
+
+#include <gtk/gtk.h>
+
+#include <memory>
+
+namespace zelvora::gtk {
+
+/// A screen on Linux: which container shows it, and whether it is on the screen, so that each disappearance is told
+/// once. A presentation of another style than full screen looks the same, but as on the phone the presenter counts as
+/// on the screen behind it.
+class UIViewControllerPeer : public platform::UIViewController::Peer {
+public:
+    explicit UIViewControllerPeer(platform::UIViewController& owner);
+    UIViewControllerPeer(UIViewControllerPeer const&) = delete;
+    UIViewControllerPeer& operator=(UIViewControllerPeer const&) = delete;
+    ~UIViewControllerPeer() override;
+
+    [[nodiscard]] static UIViewControllerPeer& of(platform::UIViewController const& controller)
+    {
+        return static_cast<UIViewControllerPeer&>(controller.peer());
+    }
+
+    [[nodiscard]] platform::UIViewController& owner() const { return m_owner; }
+    [[nodiscard]] bool isOnScreen() const { return m_isOnScreen; }
+    [[nodiscard]] platform::UIModalPresentationStyle modalPresentationStyle() const { return m_style; }
+
+    /// For containers, with what they show.
+    void setNavigationController(std::weak_ptr<platform::UINavigationController> navigation);
+    void didAppear();
+    void willDisappear(platform::Animated animated);
+
+    /// For the root view: a screen that no navigation stack shows comes and goes with its window.
+    void viewDidEnterWindow();
+    void viewWillLeaveWindow();
+
+    /// The window that the screen stands in, or nullptr.
+    [[nodiscard]] virtual GtkWindow* window() const;
+
+    // platform::UIViewController::Peer
+    [[nodiscard]] std::shared_ptr<platform::UIView> loadView() final;
+    [[nodiscard]] std::shared_ptr<platform::UINavigationController> navigationController() const override;
+    void setModalPresentationStyle(platform::UIModalPresentationStyle style) override { m_style = style; }
+    void present(std::shared_ptr<platform::UIViewController> presented, platform::Animated animated) override;
+    void dismiss(platform::Animated animated) override;
+
+protected:
+    [[nodiscard]] virtual std::shared_ptr<platform::UIView> makeView();
+    /// The screen that this one shows in itself, which comes and goes with it.
+    [[nodiscard]] virtual platform::UIViewController* visibleChild() const { return nullptr; }
+
+private:
+    [[nodiscard]] UIViewControllerPeer& outermost();
+
+    platform::UIViewController& m_owner;
+    std::weak_ptr<platform::UIView> m_view;
+    std::weak_ptr<platform::UINavigationController> m_navigation;
+    platform::UIModalPresentationStyle m_style = platform::UIModalPresentationStyle::Automatic;
+    bool m_isOnScreen = false;
+};
+
+/// Lets go of a controller once what runs now has returned: it may be the controller's own code.
+void releaseLater(std::shared_ptr<platform::UIViewController> controller);
+
+}

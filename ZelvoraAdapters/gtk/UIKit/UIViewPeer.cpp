@@ -1,0 +1,330 @@
+#include "ZelvoraAdapters/gtk/UIKit/UIViewPeer.h"
+
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+#include "ZelvoraAdapters/gtk/Platform.h"
+#include "ZelvoraAdapters/gtk/UIKit/EdgeDrag.h"
+#include "ZelvoraAdapters/gtk/UIKit/UIViewControllerPeer.h"
+#include "ZelvoraPlatform/UIKit/UIGestureRecognizer.h"
+#include "ZelvoraPlatform/UIKit/UIScreenEdgePanGestureRecognizer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <optional>
+#include <span>
+
+namespace zelvora::gtk {
+
+using platform::CGRect;
+using platform::NSLayoutConstraint;
+using platform::UIColor;
+using platform::UIView;
+
+namespace {
+
+UIView& rootOf(UIView& view)
+{
+    auto* root = &view;
+    while (root->superview())
+        root = root->superview();
+    return *root;
+}
+
+CGRect between(CGRect const& from, CGRect const& to, double progress)
+{
+    auto const mix = [progress](double first, double last) { return first + ((last - first) * progress); };
+    return { mix(from.x, to.x), mix(from.y, to.y), mix(from.width, to.width), mix(from.height, to.height) };
+}
+
+double naturalSize(GtkWidget* widget, GtkOrientation orientation, int forSize)
+{
+    int natural = 0;
+    gtk_widget_measure(widget, orientation, forSize, nullptr, &natural, nullptr, nullptr);
+    return natural;
+}
+
+bool hasAsProperty(GtkWidget* container, GParamSpec const& property, GtkWidget* widget)
+{
+    constexpr int both = G_PARAM_READWRITE;
+    auto const mayBeWidget = g_type_is_a(property.value_type, GTK_TYPE_WIDGET) && (property.flags & both) == both;
+    if (!mayBeWidget)
+        return false;
+    GtkWidget* held = nullptr;
+    g_object_get(container, property.name, &held, nullptr);
+    auto const owner = adopt(held);
+    return held == widget;
+}
+
+// Containers of one child each keep it as a property too, and would go on with it were it only unparented.
+void takeOutOfItsPlace(GtkWidget* widget)
+{
+    auto* parent = gtk_widget_get_parent(widget);
+    if (!parent)
+        return;
+    if (GTK_IS_STACK(parent))
+        return gtk_stack_remove(GTK_STACK(parent), widget);
+    guint count = 0;
+    auto** const properties = g_object_class_list_properties(G_OBJECT_GET_CLASS(parent), &count);
+    std::unique_ptr<void, Releasing<g_free>> const owner(static_cast<void*>(properties));
+    for (auto const* property : std::span(properties, count)) {
+        if (hasAsProperty(parent, *property, widget))
+            g_object_set(parent, property->name, nullptr, nullptr);
+    }
+    if (gtk_widget_get_parent(widget))
+        gtk_widget_unparent(widget);
+}
+
+}
+
+class UIViewPeer::Metrics final : public LayoutMetrics {
+public:
+    explicit Metrics(UIViewPeer const& root) : m_root(root) { }
+
+    // LayoutMetrics
+    [[nodiscard]] Insets safeAreaInsets() const override
+    {
+        // Only a screen reaches under the system's bars.
+        if (!m_root.m_controller)
+            return {};
+        auto const& insets = Platform::current().safeAreaInsets();
+        return { insets.top, insets.bottom };
+    }
+
+    [[nodiscard]] bool isRightToLeft() const override
+    {
+        return gtk_widget_get_direction(m_root.m_canvas) == GTK_TEXT_DIR_RTL;
+    }
+
+    [[nodiscard]] std::optional<CGRect> fixedFrame(UIView const& view) const override
+    {
+        auto const& peer = UIViewPeer::of(view);
+        return peer.m_translates ? std::optional(peer.m_frame) : std::nullopt;
+    }
+
+    [[nodiscard]] std::optional<double> intrinsicWidth(UIView const& view) const override
+    {
+        return intrinsicSize(view, GTK_ORIENTATION_HORIZONTAL, -1);
+    }
+
+    [[nodiscard]] std::optional<double> intrinsicHeight(UIView const& view, double width) const override
+    {
+        return intrinsicSize(view, GTK_ORIENTATION_VERTICAL, static_cast<int>(std::lround(width)));
+    }
+
+    void didBreak(NSLayoutConstraint const&) const override
+    {
+        g_log("Zelvora", G_LOG_LEVEL_WARNING, "Constraints contradict one another; a later one is left out");
+    }
+
+private:
+    static std::optional<double> intrinsicSize(UIView const& view, GtkOrientation orientation, int forSize)
+    {
+        auto const& peer = UIViewPeer::of(view);
+        if (peer.m_sizing == Sizing::None)
+            return std::nullopt;
+        int smallest = 0;
+        auto const across =
+            orientation == GTK_ORIENTATION_VERTICAL ? GTK_ORIENTATION_HORIZONTAL : GTK_ORIENTATION_VERTICAL;
+        gtk_widget_measure(peer.m_content, across, -1, &smallest, nullptr, nullptr, nullptr);
+        return naturalSize(peer.m_content, orientation, forSize < 0 ? forSize : std::max(smallest, forSize));
+    }
+
+    UIViewPeer const& m_root;
+};
+
+UIViewPeer::UIViewPeer(UIView& owner, CGRect frame)
+    : m_owner(owner)
+    , m_canvas(makeCanvas(*this))
+    , m_frame(frame)
+    , m_shownFrame(frame)
+{
+}
+
+UIViewPeer::UIViewPeer(UIView& owner, CGRect frame, GtkWidget* content, Sizing sizing) : UIViewPeer(owner, frame)
+{
+    m_content = GTK_WIDGET(g_object_ref_sink(content));
+    m_sizing = sizing;
+    takeOutOfItsPlace(content);
+    gtk_widget_set_parent(content, m_canvas);
+}
+
+UIViewPeer::~UIViewPeer()
+{
+    m_motion.stop();
+    retireCanvas(m_canvas);
+    g_clear_object(&m_content);
+    g_object_unref(m_canvas);
+}
+
+CGRect UIViewPeer::bounds() const
+{
+    return { 0, 0, m_frame.width, m_frame.height };
+}
+
+void UIViewPeer::addSubview(UIView& child)
+{
+    auto* widget = of(child).m_canvas;
+    gtk_widget_insert_before(widget, m_canvas, nullptr);
+    gtk_widget_set_child_visible(widget, !child.isHidden());
+}
+
+void UIViewPeer::removeSubview(UIView& child)
+{
+    auto* widget = of(child).m_canvas;
+    if (gtk_widget_get_parent(widget) == m_canvas)
+        gtk_widget_unparent(widget);
+}
+
+void UIViewPeer::bringSubviewToFront(UIView& child)
+{
+    gtk_widget_insert_before(of(child).m_canvas, m_canvas, nullptr);
+}
+
+void UIViewPeer::setHidden(bool hidden)
+{
+    // A widget that is not visible would lose its place; one that is not visible as a child is only not shown.
+    if (m_owner.superview())
+        gtk_widget_set_child_visible(m_canvas, !hidden);
+}
+
+void UIViewPeer::setBackgroundColor(UIColor color)
+{
+    m_backgroundColor = color;
+    gtk_widget_queue_draw(m_canvas);
+}
+
+void UIViewPeer::setTranslatesAutoresizingMaskIntoConstraints(bool translates)
+{
+    m_translates = translates;
+    gtk_widget_queue_resize(m_canvas);
+}
+
+void UIViewPeer::activate(NSLayoutConstraint const& constraint)
+{
+    requestLayout(constraint);
+}
+
+void UIViewPeer::deactivate(NSLayoutConstraint const& constraint)
+{
+    requestLayout(constraint);
+}
+
+void UIViewPeer::layoutIfNeeded()
+{
+    of(rootOf(m_owner)).layOutTree();
+}
+
+void UIViewPeer::addGestureRecognizer(platform::UIGestureRecognizer&)
+{
+    if (auto* root = gtk_widget_get_root(m_canvas); GTK_IS_WINDOW(root))
+        watchEdgeDrags(GTK_WINDOW(root));
+}
+
+CanvasClient::Size UIViewPeer::measureCanvas(GtkOrientation orientation, int forSize)
+{
+    // A view takes what its container gives it.
+    if (m_sizing == Sizing::None)
+        return {};
+    return { 0, static_cast<int>(naturalSize(m_content, orientation, forSize)) };
+}
+
+void UIViewPeer::allocateCanvas(int width, int height)
+{
+    if (!m_owner.superview()) {
+        m_isAllocating = true;
+        m_frame = { 0, 0, static_cast<double>(width), static_cast<double>(height) };
+        layOutTree();
+        m_isAllocating = false;
+    }
+    // The host may have put its widget elsewhere.
+    if (m_content && gtk_widget_get_parent(m_content) == m_canvas)
+        allocateChild(m_content, 0, 0, width, height);
+    for (auto const& child : m_owner.subviews()) {
+        auto const& peer = of(*child);
+        auto const& frame = peer.m_shownFrame;
+        allocateChild(peer.m_canvas, frame.x, frame.y, frame.width, frame.height);
+    }
+}
+
+void UIViewPeer::drawCanvas(GtkSnapshot* snapshot)
+{
+    auto const component = [](double value) { return static_cast<float>(value); };
+    GdkRGBA const color { component(m_backgroundColor.red), component(m_backgroundColor.green),
+        component(m_backgroundColor.blue), component(m_backgroundColor.alpha) };
+    if (color.alpha <= 0)
+        return;
+    graphene_rect_t const area { { 0, 0 },
+        { static_cast<float>(gtk_widget_get_width(m_canvas)), static_cast<float>(gtk_widget_get_height(m_canvas)) } };
+    gtk_snapshot_append_color(snapshot, &color, &area);
+}
+
+void UIViewPeer::canvasDidEnterWindow()
+{
+    if (auto* root = gtk_widget_get_root(m_canvas); GTK_IS_WINDOW(root) && !m_owner.gestureRecognizers().empty())
+        watchEdgeDrags(GTK_WINDOW(root));
+    if (m_controller)
+        m_controller->viewDidEnterWindow();
+}
+
+void UIViewPeer::canvasWillLeaveWindow()
+{
+    if (m_controller)
+        m_controller->viewWillLeaveWindow();
+}
+
+void UIViewPeer::canvasWasUnmapped()
+{
+    m_motion.finish();
+}
+
+void UIViewPeer::collectEdgeDragTargets(std::vector<EdgeDragTarget>& targets)
+{
+    for (auto const& recognizer : m_owner.gestureRecognizers()) {
+        auto const* pan = dynamic_cast<platform::UIScreenEdgePanGestureRecognizer*>(recognizer.get());
+        if (pan && pan->edges() == platform::UIRectEdge::Left)
+            targets.push_back({ recognizer });
+    }
+}
+
+void UIViewPeer::layOutTree()
+{
+    for (auto const& [view, frame] : solveLayout(m_owner, m_frame.width, m_frame.height, Metrics(*this))) {
+        if (view != &m_owner)
+            of(*view).setFrame(frame);
+    }
+}
+
+void UIViewPeer::setFrame(CGRect frame)
+{
+    if (frame == m_frame)
+        return;
+    m_frame = frame;
+    auto const duration = currentAnimationDuration();
+    if (!duration || *duration <= 0 || !canAnimate(m_canvas)) {
+        m_motion.stop();
+        setShownFrame(frame);
+        return;
+    }
+    auto const from = m_shownFrame;
+    m_motion.start(m_canvas, *duration,
+        [this, from, frame](double progress) { setShownFrame(progress < 1 ? between(from, frame, progress) : frame); });
+}
+
+void UIViewPeer::setShownFrame(CGRect frame)
+{
+    m_shownFrame = frame;
+    auto* superview = m_owner.superview();
+    // Within an allocation the superview is about to be allocated anyway.
+    if (superview && !of(rootOf(*superview)).m_isAllocating)
+        gtk_widget_queue_allocate(of(*superview).m_canvas);
+}
+
+void UIViewPeer::requestLayout(NSLayoutConstraint const& constraint)
+{
+    for (auto const& anchor : { constraint.firstAnchor(), constraint.secondAnchor() }) {
+        auto* view = anchor.view->superview() ? anchor.view->superview() : anchor.view;
+        gtk_widget_queue_resize(of(*view).m_canvas);
+    }
+}
+
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+#include "ZelvoraPlatform/WebKit/WKUserContentController.h"
+
+#include <webkit/webkit.h>
+
+#include <map>
+#include <string>
+
+namespace zelvora::gtk {
+
+/// The engine's user content manager, whose script messages are the phone's.
+class UserContentController final : public platform::WKUserContentController {
+public:
+    UserContentController();
+    UserContentController(UserContentController const&) = delete;
+    UserContentController& operator=(UserContentController const&) = delete;
+    ~UserContentController() override;
+
+    [[nodiscard]] WebKitUserContentManager* manager() const { return m_manager.get(); }
+
+    // platform::WKUserContentController
+    void addScriptMessageHandler(platform::WKScriptMessageHandler& handler, std::string const& name) override;
+    void removeScriptMessageHandler(std::string const& name) override;
+    void addUserScript(platform::WKUserScript script) override;
+
+private:
+    struct Registration {
+        UserContentController& controller;
+        std::string name;
+        platform::WKScriptMessageHandler& handler;
+    };
+
+    void receive(Registration const& registration, JSCValue* body);
+
+    GObjectPointer<WebKitUserContentManager> m_manager;
+    // The signal connections by their handlers' names.
+    std::map<std::string, gulong> m_connections;
+};
+
+}

@@ -1,0 +1,209 @@
+#include "ZelvoraAdapters/gtk/WebKit/WebView.h"
+
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+#include "ZelvoraAdapters/gtk/UIKit/UIViewPeer.h"
+#include "ZelvoraAdapters/gtk/WebKit/UserContentController.h"
+#include "ZelvoraAdapters/gtk/WebKit/WebsiteSession.h"
+
+#include <utility>
+
+namespace zelvora::gtk {
+
+using platform::URL;
+using platform::WKNavigationActionPolicy;
+
+namespace {
+
+WebKitWebView* makeEngineView(platform::WKWebViewConfiguration const& configuration, WebsiteSession const& session)
+{
+    auto const& content = static_cast<UserContentController const&>(*configuration.userContentController);
+    return WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "user-content-manager", content.manager(),
+        "network-session", session.session(), nullptr));
+}
+
+platform::WKNavigationAction actionOf(WebKitPolicyDecision* decision)
+{
+    auto* action = webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+    auto const* url = webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
+    return { url ? URL::verbatim(url) : std::nullopt };
+}
+
+}
+
+struct WebView::Observer {
+    // Empty once the observation has ended.
+    std::function<void(WKWebView&)> handler;
+};
+
+class WebView::URLObservation final : public platform::NSKeyValueObservation {
+public:
+    explicit URLObservation(std::shared_ptr<Observer> observer) : m_observer(std::move(observer)) { }
+    URLObservation(URLObservation const&) = delete;
+    URLObservation& operator=(URLObservation const&) = delete;
+    ~URLObservation() override { m_observer->handler = nullptr; }
+
+    // platform::NSKeyValueObservation
+    void invalidate() override { m_observer->handler = nullptr; }
+
+private:
+    std::shared_ptr<Observer> m_observer;
+};
+
+WebView::WebView(platform::CGRect frame, platform::WKWebViewConfiguration const& configuration, WebsiteSession& session)
+    : WebView(frame, configuration, session, makeEngineView(configuration, session))
+{
+}
+
+WebView::WebView(platform::CGRect frame, platform::WKWebViewConfiguration configuration, WebsiteSession& session,
+    WebKitWebView* view)
+    : WKWebView(std::make_unique<UIViewPeer>(*this, frame, GTK_WIDGET(view), UIViewPeer::Sizing::None))
+    , m_configuration(std::move(configuration))
+    , m_session(session)
+    , m_view(view)
+{
+    connectSignals();
+}
+
+WebView::~WebView()
+{
+    g_signal_handlers_disconnect_by_data(m_view, this);
+}
+
+void WebView::setInspectable(bool inspectable)
+{
+    webkit_settings_set_enable_developer_extras(webkit_web_view_get_settings(m_view), inspectable);
+}
+
+void WebView::setAllowsBackForwardNavigationGestures(bool allows)
+{
+    webkit_settings_set_enable_back_forward_navigation_gestures(webkit_web_view_get_settings(m_view), allows);
+}
+
+void WebView::load(platform::URLRequest request)
+{
+    auto const made = adopt(webkit_uri_request_new(request.url.absoluteString().c_str()));
+    auto* headers = webkit_uri_request_get_http_headers(made.get());
+    for (auto const& [name, value] : request.httpHeaderFields) {
+        if (headers)
+            soup_message_headers_replace(headers, name.c_str(), value.c_str());
+    }
+    webkit_web_view_load_request(m_view, made.get());
+}
+
+std::optional<URL> WebView::url() const
+{
+    auto const* text = webkit_web_view_get_uri(m_view);
+    return text ? URL::verbatim(text) : std::nullopt;
+}
+
+bool WebView::canGoBack() const
+{
+    return webkit_web_view_can_go_back(m_view);
+}
+
+void WebView::goBack()
+{
+    webkit_web_view_go_back(m_view);
+}
+
+void WebView::evaluateJavaScript(std::string const& script)
+{
+    webkit_web_view_evaluate_javascript(
+        m_view, script.data(), static_cast<gssize>(script.size()), nullptr, nullptr, nullptr, nullptr, nullptr);
+}
+
+std::unique_ptr<platform::NSKeyValueObservation> WebView::observeURL(std::function<void(WKWebView&)> handler)
+{
+    auto observer = std::make_shared<Observer>(std::move(handler));
+    m_observers.push_back(observer);
+    return std::make_unique<URLObservation>(std::move(observer));
+}
+
+void WebView::connectSignals()
+{
+    g_signal_connect(m_view, "decide-policy",
+        G_CALLBACK(+[](WebKitWebView*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type,
+                        WebView* self) -> gboolean { return self->decidePolicy(decision, type); }),
+        this);
+    g_signal_connect_swapped(m_view, "notify::uri", G_CALLBACK(+[](WebView* self) { self->urlDidChange(); }), this);
+    g_signal_connect(m_view, "load-changed", G_CALLBACK(+[](WebKitWebView*, WebKitLoadEvent event, WebView* self) {
+        if (event == WEBKIT_LOAD_STARTED && self->m_navigationDelegate)
+            self->m_navigationDelegate->didStartProvisionalNavigation();
+    }),
+        this);
+    g_signal_connect(m_view, "script-dialog",
+        G_CALLBACK(+[](WebKitWebView*, WebKitScriptDialog* dialog, WebView*) -> gboolean {
+            // A page may always be left; every other question is answered as by someone who dismisses it.
+            if (webkit_script_dialog_get_dialog_type(dialog) == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM)
+                webkit_script_dialog_confirm_set_confirmed(dialog, TRUE);
+            return TRUE;
+        }),
+        this);
+    // The engine would show a dialog of its own.
+    g_signal_connect(m_view, "print",
+        G_CALLBACK(+[](WebKitWebView*, WebKitPrintOperation*, WebView*) -> gboolean { return TRUE; }), this);
+    g_signal_connect_swapped(
+        m_view, "web-process-terminated", G_CALLBACK(+[](WebView* self) { self->webProcessDidTerminate(); }), this);
+    g_signal_connect(m_view, "load-failed-with-tls-errors",
+        G_CALLBACK(+[](WebKitWebView*, char const* url, GTlsCertificate* certificate, GTlsCertificateFlags,
+                        WebView* self) -> gboolean { return self->didFailWithTLSErrors(url, certificate); }),
+        this);
+}
+
+bool WebView::decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type)
+{
+    if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE || !m_navigationDelegate)
+        return false;
+    // Shared: a completion handler is moved, and the engine may have let go of its decision by then.
+    std::shared_ptr<WebKitPolicyDecision> const held(retain(decision));
+    m_navigationDelegate->decidePolicyFor(actionOf(decision), [held](WKNavigationActionPolicy policy) {
+        if (policy == WKNavigationActionPolicy::Allow)
+            webkit_policy_decision_use(held.get());
+        else
+            webkit_policy_decision_ignore(held.get());
+    });
+    return true;
+}
+
+void WebView::urlDidChange()
+{
+    auto const* text = webkit_web_view_get_uri(m_view);
+    if (m_reportedURL == (text ? text : ""))
+        return;
+    m_reportedURL = text ? text : "";
+    std::erase_if(m_observers, [](auto const& observer) { return !observer->handler; });
+    // A handler may end observations and destroy this view.
+    auto const told = m_observers;
+    std::weak_ptr<UIView> const alive = weak_from_this();
+    for (auto const& observer : told) {
+        if (auto const handler = observer->handler; handler && !alive.expired())
+            handler(*this);
+    }
+}
+
+void WebView::webProcessDidTerminate()
+{
+    constexpr int mostReloads = 3;
+    constexpr gint64 period = gint64 { 30 } * G_USEC_PER_SEC;
+    auto const now = g_get_monotonic_time();
+    if (now - m_firstReload > period) {
+        m_firstReload = now;
+        m_reloads = 0;
+    }
+    if (++m_reloads <= mostReloads) {
+        webkit_web_view_reload(m_view);
+        return;
+    }
+    g_log("Zelvora", G_LOG_LEVEL_WARNING, "The page's web process died %d times in a row: it is not loaded again",
+        m_reloads);
+}
+
+bool WebView::didFailWithTLSErrors(char const* url, GTlsCertificate* certificate)
+{
+    if (!m_session.trustIfSigned(certificate, url))
+        return false;
+    webkit_web_view_load_uri(m_view, url);
+    return true;
+}
+
+}

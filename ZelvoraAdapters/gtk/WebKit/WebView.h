@@ -1,0 +1,67 @@
+#pragma once
+
+#include "ZelvoraPlatform/WebKit/WKWebView.h"
+
+#include <webkit/webkit.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zelvora::gtk {
+
+class UIViewPeer;
+class WebsiteSession;
+
+/// The engine's web view. As on the phone without a UI delegate: script dialogs are answered with no panel, no page
+/// prints, and none opens a window, though the navigation delegate is asked about one as about any navigation. A page
+/// whose web process died is loaded again, but not one that kills it again and again.
+class WebView final : public platform::WKWebView {
+public:
+    /// The session outlives the view.
+    WebView(platform::CGRect frame, platform::WKWebViewConfiguration const& configuration, WebsiteSession& session);
+    ~WebView() override;
+
+    [[nodiscard]] WebKitWebView* webKitWebView() const { return m_view; }
+
+    // platform::WKWebView
+    [[nodiscard]] platform::WKWebViewConfiguration const& configuration() const override { return m_configuration; }
+    void setInspectable(bool inspectable) override;
+    void setNavigationDelegate(platform::WKNavigationDelegate* delegate) override { m_navigationDelegate = delegate; }
+    void setAllowsBackForwardNavigationGestures(bool allows) override;
+    void load(platform::URLRequest request) override;
+    [[nodiscard]] std::optional<platform::URL> url() const override;
+    [[nodiscard]] bool canGoBack() const override;
+    void goBack() override;
+    void evaluateJavaScript(std::string const& script) override;
+    [[nodiscard]] std::unique_ptr<platform::NSKeyValueObservation> observeURL(
+        std::function<void(platform::WKWebView&)> handler) override;
+
+private:
+    class URLObservation;
+    struct Observer;
+
+    WebView(platform::CGRect frame, platform::WKWebViewConfiguration configuration, WebsiteSession& session,
+        WebKitWebView* view);
+
+    void connectSignals();
+    [[nodiscard]] bool decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
+    void urlDidChange();
+    void webProcessDidTerminate();
+    [[nodiscard]] bool didFailWithTLSErrors(char const* url, GTlsCertificate* certificate);
+
+    platform::WKWebViewConfiguration m_configuration;
+    WebsiteSession& m_session;
+    // Owned by the peer, as its content.
+    WebKitWebView* m_view;
+    // Reset by the delegate, before it is destroyed.
+    platform::WKNavigationDelegate* m_navigationDelegate = nullptr;
+    std::string m_reportedURL;
+    std::vector<std::shared_ptr<Observer>> m_observers;
+    gint64 m_firstReload = 0;
+    int m_reloads = 0;
+};
+
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "ZelvoraAdapters/memory/Foundation/Clock.h"
+#include "ZelvoraAdapters/shared/Concurrency/WorkSchedule.h"
+#include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
+
+#include <cstddef>
+#include <mutex>
+
+namespace zelvora::memory {
+
+/// A serial queue that is turned by hand: a block runs inside `runOne` or `runAll`, on the thread that calls it. Any
+/// thread; two threads that turn one queue at once are two workers of a concurrent queue.
+class DispatchQueue final : public platform::DispatchQueue {
+public:
+    /// How many blocks `runAll` runs before it takes the queue for a runaway loop.
+    static constexpr std::size_t runawayLimit = 100'000;
+
+    explicit DispatchQueue(Clock& clock) : m_clock(clock) { }
+
+    /// Runs the first block that is due, and tells whether there was one.
+    bool runOne();
+    /// Runs blocks, also those submitted meanwhile, until none is due, and tells how many there were. A queue that does
+    /// not come to rest within `runawayLimit` blocks stops the process.
+    std::size_t runAll();
+
+    /// How many blocks are due now.
+    [[nodiscard]] std::size_t pendingCount() const;
+    /// How many blocks fall due only when the clock is advanced.
+    [[nodiscard]] std::size_t delayedCount() const;
+    /// Whether no block is due.
+    [[nodiscard]] bool isEmpty() const { return pendingCount() == 0; }
+
+    // platform::DispatchQueue
+    void async(Work work) override;
+    void asyncAfter(platform::TimeInterval delay, Work work) override;
+
+private:
+    Clock& m_clock;
+    std::mutex mutable m_mutex;
+    shared::WorkSchedule m_schedule;
+};
+
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "ZelvoraPlatform/Foundation/Bundle.h"
+
+#include <utility>
+
+namespace zelvora::memory {
+
+/// The host app's bundle. Set its identifier before other threads may ask.
+class Bundle final : public platform::Bundle {
+public:
+    void setBundleIdentifier(std::optional<std::string> identifier) { m_identifier = std::move(identifier); }
+
+    // platform::Bundle
+    [[nodiscard]] std::optional<std::string> bundleIdentifier() const override { return m_identifier; }
+
+private:
+    std::optional<std::string> m_identifier = "com.example.host";
+};
+
+}

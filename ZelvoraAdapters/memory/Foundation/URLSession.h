@@ -1,0 +1,67 @@
+#pragma once
+
+#include "ZelvoraAdapters/memory/Concurrency/DispatchQueue.h"
+#include "ZelvoraPlatform/Foundation/URLSession.h"
+
+#include <cstddef>
+#include <deque>
+#include <expected>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zelvora::memory {
+
+/// A loader that sends nothing: it keeps the requests, and whoever drives it answers them. A completion is called when
+/// `loaderQueue` is turned after its answer, or, with `cancelled`, when the session is destroyed before. Nothing times
+/// out on its own: say `fail(timedOut())`. Any thread.
+///
+/// Where a request is named it is by its place among `requests()`; by default it is the oldest that has no answer.
+/// Answering what is not there, or a second time, stops the process.
+class URLSession final : public platform::URLSession {
+public:
+    static constexpr std::size_t oldest = static_cast<std::size_t>(-1);
+
+    explicit URLSession(Clock& clock) : m_loaderQueue(clock) { }
+    ~URLSession() override;
+    URLSession(URLSession const&) = delete;
+    URLSession& operator=(URLSession const&) = delete;
+
+    /// All that were ever made, in their order.
+    [[nodiscard]] std::vector<platform::URLRequest> requests() const;
+    [[nodiscard]] std::size_t unansweredCount() const;
+
+    void answer(int statusCode, std::string body = {}, std::size_t request = oldest);
+    /// An answer of some other protocol, which has no status.
+    void answerNotHTTP(std::string body = {}, std::size_t request = oldest);
+    void fail(platform::Error error, std::size_t request = oldest);
+
+    [[nodiscard]] DispatchQueue& loaderQueue() { return m_loaderQueue; }
+
+    /// Errors to fail with, with the texts that a system gives them.
+    [[nodiscard]] static platform::Error cancelled();
+    [[nodiscard]] static platform::Error timedOut();
+    [[nodiscard]] static platform::Error notConnected();
+
+    // platform::URLSession
+    void dataTask(platform::URLRequest request, Completion completion) override;
+
+private:
+    using Result = std::expected<Answer, platform::Error>;
+    struct DataTask {
+        platform::URLRequest request;
+        std::optional<Result> result;
+        Completion completion;
+        bool completed = false;
+    };
+
+    void settle(std::size_t request, Result result);
+    void complete(DataTask& task);
+
+    std::mutex mutable m_mutex;
+    std::deque<DataTask> m_tasks;
+    DispatchQueue m_loaderQueue;
+};
+
+}

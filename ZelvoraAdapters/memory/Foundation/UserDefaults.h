@@ -1,0 +1,41 @@
+#pragma once
+
+#include "ZelvoraPlatform/Foundation/UserDefaults.h"
+
+#include <map>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace zelvora::memory {
+
+/// Preferences that live as long as this object. Any thread.
+///
+/// What the seam forbids its callers (a bare null marker, a value that nests too deep) stops the process, so that a
+/// test finds it.
+class UserDefaults final : public platform::UserDefaults {
+public:
+    using Contents = std::map<std::string, platform::Value>;
+
+    [[nodiscard]] Contents contents() const;
+    /// Puts other contents in place, such as those that an earlier launch left; this is not one of the `calls`.
+    void setContents(Contents contents);
+
+    /// The calls that change something, in their order: "setObject KEY" (also with an absent value), "setDouble KEY",
+    /// "removeObject KEY".
+    [[nodiscard]] std::vector<std::string> calls() const;
+    void clearCalls();
+
+    // platform::UserDefaults
+    [[nodiscard]] std::optional<platform::Value> object(std::string const& key) override;
+    void setObject(std::optional<platform::Value> value, std::string const& key) override;
+    void setDouble(double number, std::string const& key) override;
+    void removeObject(std::string const& key) override;
+
+private:
+    std::mutex mutable m_mutex;
+    Contents m_contents;
+    std::vector<std::string> m_calls;
+};
+
+}

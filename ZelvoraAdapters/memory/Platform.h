@@ -1,0 +1,114 @@
+#pragma once
+
+#include "ZelvoraAdapters/memory/Concurrency/DispatchQueue.h"
+#include "ZelvoraAdapters/memory/Foundation/Bundle.h"
+#include "ZelvoraAdapters/memory/Foundation/Clock.h"
+#include "ZelvoraAdapters/memory/Foundation/URLSession.h"
+#include "ZelvoraAdapters/memory/Foundation/UserDefaults.h"
+#include "ZelvoraAdapters/memory/Tracking/ASIdentifierManager.h"
+#include "ZelvoraAdapters/memory/Tracking/ATTrackingManager.h"
+#include "ZelvoraAdapters/memory/UIKit/Screen.h"
+#include "ZelvoraAdapters/memory/UIKit/UIApplication.h"
+#include "ZelvoraAdapters/memory/WebKit/WebView.h"
+#include "ZelvoraAdapters/memory/os/Log.h"
+#include "ZelvoraAdapters/shared/Foundation/NotificationCenter.h"
+#include "ZelvoraAdapters/shared/JSON/JSONSerialization.h"
+#include "ZelvoraPlatform/Platform.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zelvora::memory {
+
+/// How a platform starts out. All of it can also be set later, part by part.
+struct Options {
+    std::optional<std::string> bundleIdentifier = "com.example.host";
+    platform::Date now = Clock::start;
+    /// What earlier launches left in the preferences.
+    UserDefaults::Contents storedValues {};
+    platform::UIApplicationState applicationState = platform::UIApplicationState::Active;
+    platform::ATTrackingAuthorizationStatus trackingStatus = platform::ATTrackingAuthorizationStatus::NotDetermined;
+    std::optional<platform::ServiceAddresses> serviceAddresses {};
+};
+
+/// The whole system in memory, for testing the SDK and its hosts: nothing happens on its own, nothing depends on the
+/// machine, and everything that was asked of it can be read back. Queues are turned, time is advanced, requests,
+/// prompts and pages are answered through the parts; the thread that does so plays the system's threads.
+///
+///     auto& platform = memory::install();
+///     ZelvoraSDK::shared().initialize(...);
+///     platform.runUntilIdle();
+///     platform.urlSession().answer(200, R"({"data": {"shopId": "shop"}})");
+///     platform.runUntilIdle();
+class Platform final : public platform::Platform {
+public:
+    explicit Platform(Options options = {});
+
+    /// Before the SDK first asks.
+    void setServiceAddresses(std::optional<platform::ServiceAddresses> addresses)
+    {
+        m_serviceAddresses = std::move(addresses);
+    }
+
+    /// Turns the main queue, the global queue and the loader's queue until no block is due on any.
+    void runUntilIdle();
+    /// See `Screen::layout`.
+    void layout() { m_screen.layout(); }
+
+    [[nodiscard]] Screen& screen() { return m_screen; }
+    [[nodiscard]] Log& log() { return m_log; }
+    /// Those that still live, in the order of their making.
+    [[nodiscard]] std::vector<std::shared_ptr<WebView>> webViews() const;
+
+    // platform::Platform
+    [[nodiscard]] std::optional<platform::ServiceAddresses> serviceAddresses() const override
+    {
+        return m_serviceAddresses;
+    }
+    [[nodiscard]] Bundle& mainBundle() override { return m_mainBundle; }
+    [[nodiscard]] Clock& clock() override { return m_clock; }
+    [[nodiscard]] UserDefaults& standardUserDefaults() override { return m_userDefaults; }
+    [[nodiscard]] shared::NotificationCenter& notificationCenter() override { return m_notificationCenter; }
+    [[nodiscard]] URLSession& urlSession() override { return m_urlSession; }
+    [[nodiscard]] platform::JSONSerialization& jsonSerialization() override { return m_jsonSerialization; }
+    [[nodiscard]] DispatchQueue& mainQueue() override { return m_mainQueue; }
+    [[nodiscard]] DispatchQueue& globalQueue() override { return m_globalQueue; }
+    [[nodiscard]] ATTrackingManager& trackingManager() override { return m_trackingManager; }
+    [[nodiscard]] ASIdentifierManager& identifierManager() override { return m_identifierManager; }
+    [[nodiscard]] UIApplication& application() override { return m_application; }
+    [[nodiscard]] std::unique_ptr<platform::Logger> makeLogger(
+        std::string const& subsystem, std::string const& category) override;
+    [[nodiscard]] std::unique_ptr<platform::UIView::Peer> makeViewPeer(
+        platform::UIView& owner, platform::CGRect frame) override;
+    [[nodiscard]] std::unique_ptr<platform::UIViewController::Peer> makeViewControllerPeer(
+        platform::UIViewController& owner) override;
+    [[nodiscard]] std::shared_ptr<platform::WKUserContentController> makeUserContentController() override;
+    [[nodiscard]] std::shared_ptr<platform::WKWebView> makeWebView(
+        platform::CGRect frame, platform::WKWebViewConfiguration configuration) override;
+    void animate(platform::TimeInterval duration, std::function<void()> const& animations) override;
+
+private:
+    std::optional<platform::ServiceAddresses> m_serviceAddresses;
+    Log m_log;
+    Bundle m_mainBundle;
+    Clock m_clock;
+    UserDefaults m_userDefaults;
+    shared::NotificationCenter m_notificationCenter;
+    shared::JSONSerialization m_jsonSerialization;
+    UIApplication m_application { m_notificationCenter };
+    ASIdentifierManager m_identifierManager;
+    Screen m_screen;
+    std::vector<std::weak_ptr<WebView>> m_webViews;
+    DispatchQueue m_mainQueue { m_clock };
+    DispatchQueue m_globalQueue { m_clock };
+    // These two last: destroyed first, they call what waits for them while the rest is there.
+    ATTrackingManager m_trackingManager { m_globalQueue };
+    URLSession m_urlSession { m_clock };
+};
+
+/// Makes a platform in memory, installs it and returns it. Once per process, on the main thread.
+Platform& install(Options options = {});
+
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "ZelvoraPlatform/Tracking/ATTrackingManager.h"
+
+#include <cstddef>
+#include <deque>
+#include <mutex>
+#include <vector>
+
+namespace zelvora::platform {
+class DispatchQueue;
+}
+
+namespace zelvora::memory {
+
+/// Tracking permission: a prompt that whoever drives it answers. Completions run on the queue given, as the phone's run
+/// off the main thread; those that have had no turn when the manager is destroyed are called then. Main thread.
+class ATTrackingManager final : public platform::ATTrackingManager {
+public:
+    using Status = platform::ATTrackingAuthorizationStatus;
+    using Completion = platform::CompletionHandler<void(Status)>;
+
+    explicit ATTrackingManager(platform::DispatchQueue& completionQueue) : m_completionQueue(completionQueue) { }
+    ~ATTrackingManager() override;
+    ATTrackingManager(ATTrackingManager const&) = delete;
+    ATTrackingManager& operator=(ATTrackingManager const&) = delete;
+
+    /// As an earlier launch or the system's settings left it. A prompt that is shown stays.
+    void setStatus(Status status) { m_status = status; }
+    /// How many requests wait for the user; above 0 the prompt is shown.
+    [[nodiscard]] std::size_t pendingRequestCount() const { return m_prompted.size(); }
+    /// How many requests were ever made.
+    [[nodiscard]] std::size_t requestCount() const { return m_requestCount; }
+    /// The user answers the prompt, which answers every request that waits. Without a prompt it stops the process.
+    void answer(Status status);
+
+    // platform::ATTrackingManager
+    [[nodiscard]] Status trackingAuthorizationStatus() const override { return m_status; }
+    void requestTrackingAuthorization(Completion completion) override;
+
+private:
+    struct Answered {
+        Completion completion;
+        Status status;
+    };
+
+    void deliverLater(Completion completion);
+    void deliverOne();
+
+    platform::DispatchQueue& m_completionQueue;
+    Status m_status = Status::NotDetermined;
+    std::size_t m_requestCount = 0;
+    std::vector<Completion> m_prompted;
+    // Guards what follows: the queue may be turned on another thread.
+    std::mutex m_mutex;
+    std::deque<Answered> m_answered;
+};
+
+}

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "ZelvoraAdapters/memory/WebKit/CallRecord.h"
+#include "ZelvoraPlatform/Foundation/Date.h"
+#include "ZelvoraPlatform/UIKit/Animated.h"
+#include "ZelvoraPlatform/UIKit/Geometry.h"
+#include "ZelvoraPlatform/UIKit/UIViewController.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace zelvora::memory {
+
+class UIViewPeer;
+
+/// What bars and notches take from the edges of the screen.
+struct SafeAreaInsets {
+    double top = 0;
+    double bottom = 0;
+
+    bool operator==(SafeAreaInsets const&) const = default;
+};
+
+/// One change of frame within an animation. The view is for comparing only; it may be gone.
+struct Move {
+    platform::UIView const* view = nullptr;
+    platform::CGRect from;
+    platform::CGRect to;
+
+    bool operator==(Move const&) const = default;
+};
+
+/// One call of `UIView::animate`. Frames have their new values at once; the moves tell what the eye would follow.
+struct Animation {
+    platform::TimeInterval duration = 0;
+    /// Whether a layout pass was made inside.
+    bool laidOut = false;
+    std::vector<Move> moves;
+};
+
+/// A screen came or went. The controller is the one that moved, for comparing only; it may be gone.
+struct Transition {
+    enum class Kind : std::uint8_t { Push, Pop, Present, Dismiss };
+
+    Kind kind = Kind::Push;
+    platform::UIViewController const* controller = nullptr;
+    platform::Animated animated = platform::Animated::No;
+
+    bool operator==(Transition const&) const = default;
+};
+
+/// The device's screen: its size, the views on it and what happened there. The root view of every controller fills it.
+/// Main thread. It outlives the views.
+class Screen final {
+public:
+    /// 390 by 844 points, with 47 taken at the top and 34 at the bottom. What changes shows at the next layout.
+    void setSize(double width, double height);
+    void setSafeAreaInsets(SafeAreaInsets insets) { m_insets = insets; }
+    [[nodiscard]] platform::CGRect bounds() const { return m_bounds; }
+    [[nodiscard]] SafeAreaInsets safeAreaInsets() const { return m_insets; }
+
+    /// A layout pass over every tree of views, as the system makes one in every turn of the main loop.
+    void layout();
+    /// What the constraints of the latest layout passes left open or contradict, a sentence each; empty when every view
+    /// has its place. A view is named by its path of places among subviews: "root/2/0".
+    [[nodiscard]] std::vector<std::string> ambiguities() const;
+
+    [[nodiscard]] std::vector<Animation> const& animations() const { return m_animations; }
+    [[nodiscard]] std::vector<Transition> const& transitions() const { return m_transitions; }
+    /// What a system would have logged about calls that it does not carry out, such as a second presentation.
+    [[nodiscard]] std::vector<std::string> const& complaints() const { return m_complaints; }
+    [[nodiscard]] CallRecord& calls() { return m_calls; }
+
+    /// For the parts of this adapter.
+    void animate(platform::TimeInterval duration, std::function<void()> const& animations);
+    void layoutTreeAround(platform::UIView& view);
+    void record(Transition transition) { m_transitions.push_back(transition); }
+    void complain(std::string complaint) { m_complaints.push_back(std::move(complaint)); }
+    void add(UIViewPeer& peer) { m_peers.push_back(&peer); }
+    void remove(UIViewPeer& peer) { std::erase(m_peers, &peer); }
+
+private:
+    platform::CGRect m_bounds { 0, 0, 390, 844 };
+    SafeAreaInsets m_insets { 47, 34 };
+    // Each removes itself when it is destroyed.
+    std::vector<UIViewPeer*> m_peers;
+    std::vector<Animation> m_animations;
+    // Places among the animations whose blocks are running, the innermost last.
+    std::vector<std::size_t> m_running;
+    std::vector<Transition> m_transitions;
+    std::vector<std::string> m_complaints;
+    CallRecord m_calls;
+};
+
+}

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "ZelvoraPlatform/UIKit/UIView.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zelvora::memory {
+
+class Screen;
+
+/// The size that a view has from its content; absent where the constraints alone decide.
+struct IntrinsicSize {
+    std::optional<double> width {};
+    std::optional<double> height {};
+
+    bool operator==(IntrinsicSize const&) const = default;
+};
+
+/// The native side of every view: it remembers what it was told and where the layout put it. Its calls stand in the
+/// screen's record under the owner's address.
+class UIViewPeer final : public platform::UIView::Peer {
+public:
+    UIViewPeer(Screen& screen, platform::UIView& owner, platform::CGRect frame);
+    ~UIViewPeer() override;
+    UIViewPeer(UIViewPeer const&) = delete;
+    UIViewPeer& operator=(UIViewPeer const&) = delete;
+
+    /// In the superview, as the latest layout pass left it.
+    [[nodiscard]] platform::CGRect frame() const { return m_frame; }
+    /// What a host does to a view that it places by frame; it holds while the autoresizing mask is translated.
+    void setFrame(platform::CGRect frame) { m_frame = m_ownFrame = frame; }
+
+    [[nodiscard]] std::optional<platform::UIColor> backgroundColor() const { return m_backgroundColor; }
+    [[nodiscard]] bool translatesAutoresizingMaskIntoConstraints() const { return m_translates; }
+    [[nodiscard]] IntrinsicSize intrinsicSize() const { return m_intrinsicSize; }
+    void setIntrinsicSize(IntrinsicSize size) { m_intrinsicSize = size; }
+
+    /// For the parts of this adapter.
+    [[nodiscard]] platform::UIView& owner() const { return m_owner; }
+    [[nodiscard]] platform::CGRect ownFrame() const { return m_ownFrame; }
+    [[nodiscard]] bool fillsScreen() const { return m_fillsScreen; }
+    void setFillsScreen(bool fills) { m_fillsScreen = fills; }
+    void place(platform::CGRect frame) { m_frame = frame; }
+    [[nodiscard]] std::vector<std::string> const& ambiguities() const { return m_ambiguities; }
+    void setAmbiguities(std::vector<std::string> ambiguities) { m_ambiguities = std::move(ambiguities); }
+
+    // platform::UIView::Peer
+    [[nodiscard]] platform::CGRect bounds() const override { return { 0, 0, m_frame.width, m_frame.height }; }
+    void addSubview(platform::UIView& child) override;
+    void removeSubview(platform::UIView& child) override;
+    void bringSubviewToFront(platform::UIView& child) override;
+    void setHidden(bool hidden) override;
+    void setBackgroundColor(platform::UIColor color) override;
+    void setTranslatesAutoresizingMaskIntoConstraints(bool translates) override;
+    void activate(platform::NSLayoutConstraint const& constraint) override;
+    void deactivate(platform::NSLayoutConstraint const& constraint) override;
+    void layoutIfNeeded() override;
+    void addGestureRecognizer(platform::UIGestureRecognizer& recognizer) override;
+
+private:
+    void record(std::string call);
+
+    Screen& m_screen;
+    platform::UIView& m_owner;
+    platform::CGRect m_ownFrame;
+    platform::CGRect m_frame;
+    IntrinsicSize m_intrinsicSize;
+    std::optional<platform::UIColor> m_backgroundColor;
+    bool m_translates = true;
+    bool m_fillsScreen = false;
+    // Of the latest layout pass of the tree that the owner is the root of.
+    std::vector<std::string> m_ambiguities;
+};
+
+/// The native side of a view that was made while this adapter was installed.
+[[nodiscard]] UIViewPeer& peer(platform::UIView const& view);
+/// The view's frame in its superview, after `layoutIfNeeded` or `Platform::layout`.
+[[nodiscard]] platform::CGRect frame(platform::UIView const& view);
+
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "ZelvoraPlatform/WebKit/WKUserContentController.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace zelvora::memory {
+
+class CallRecord;
+
+/// What is injected into pages and who hears them. Its calls stand in the screen's record: "addScriptMessageHandler
+/// NAME", "removeScriptMessageHandler NAME", "addUserScript". Adding a name twice stops the process. Main thread.
+class UserContentController final : public platform::WKUserContentController {
+public:
+    explicit UserContentController(CallRecord& calls) : m_calls(calls) { }
+    ~UserContentController() override;
+    UserContentController(UserContentController const&) = delete;
+    UserContentController& operator=(UserContentController const&) = delete;
+
+    /// Or nullptr.
+    [[nodiscard]] platform::WKScriptMessageHandler* handler(std::string const& name) const;
+    [[nodiscard]] std::vector<platform::WKUserScript> const& userScripts() const { return m_userScripts; }
+
+    // platform::WKUserContentController
+    void addScriptMessageHandler(platform::WKScriptMessageHandler& handler, std::string const& name) override;
+    void removeScriptMessageHandler(std::string const& name) override;
+    void addUserScript(platform::WKUserScript script) override;
+
+private:
+    CallRecord& m_calls;
+    // Not owned: each removes itself before it is destroyed.
+    std::map<std::string, platform::WKScriptMessageHandler*> m_handlers;
+    std::vector<platform::WKUserScript> m_userScripts;
+};
+
+}

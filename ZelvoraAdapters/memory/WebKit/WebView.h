@@ -1,0 +1,113 @@
+#pragma once
+
+#include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
+#include "ZelvoraPlatform/WebKit/WKWebView.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zelvora::memory {
+
+class Screen;
+class UserContentController;
+
+/// A web view without an engine: it keeps what it was asked, and whoever drives it plays the page. Main thread.
+///
+/// `load` shows the URL at once, and asks the delegate about it when the main queue is turned; refused, the URL goes
+/// back to what it was. Every change of the URL calls the observers before the call that made it returns.
+class WebView final : public platform::WKWebView {
+public:
+    /// What the delegate decided about an action, in the order of the answers.
+    struct Decision {
+        platform::WKNavigationAction action;
+        platform::WKNavigationActionPolicy policy = platform::WKNavigationActionPolicy::Cancel;
+
+        bool operator==(Decision const&) const = default;
+    };
+
+    WebView(Screen& screen, platform::DispatchQueue& mainQueue, platform::CGRect frame,
+        platform::WKWebViewConfiguration configuration);
+
+    /// The page posts to `window.webkit.messageHandlers.NAME`. Tells whether there was a handler to hear it.
+    bool postMessage(std::string const& name, platform::Value body) const;
+    /// The page or its user goes to another URL: the delegate is asked, and where it allows the URL joins the history.
+    void navigate(platform::URL const& url);
+    /// A navigation that leaves this view's URL as it is, such as a frame's, or one without a URL.
+    void navigateFrame(std::optional<platform::URL> url);
+    /// The page changes its URL by script, in place; absent, it loses it.
+    void setURL(std::optional<platform::URL> url);
+
+    /// The scripts, in their order.
+    [[nodiscard]] std::vector<std::string> const& evaluated() const { return m_evaluated; }
+    [[nodiscard]] std::vector<platform::URLRequest> const& loadedRequests() const { return m_loadedRequests; }
+    [[nodiscard]] std::vector<Decision> const& decisions() const { return m_decisions; }
+    [[nodiscard]] platform::CGRect initialFrame() const { return m_initialFrame; }
+    [[nodiscard]] bool isInspectable() const { return m_inspectable; }
+    [[nodiscard]] bool allowsBackForwardNavigationGestures() const { return m_allowsGestures; }
+    [[nodiscard]] platform::WKNavigationDelegate* navigationDelegate() const { return m_delegate; }
+    [[nodiscard]] std::size_t observerCount() const;
+    /// Everything asked of the content controller, of this view and of its peer, in one order: "makeWebView",
+    /// "setInspectable true", "setNavigationDelegate", "setAllowsBackForwardNavigationGestures false", "load URL",
+    /// "observeURL", "goBack", "evaluateJavaScript", and what those two document.
+    [[nodiscard]] std::vector<std::string> calls() const;
+    [[nodiscard]] UserContentController& userContentController() const;
+
+    // platform::WKWebView
+    [[nodiscard]] platform::WKWebViewConfiguration const& configuration() const override { return m_configuration; }
+    void setInspectable(bool inspectable) override;
+    void setNavigationDelegate(platform::WKNavigationDelegate* delegate) override;
+    void setAllowsBackForwardNavigationGestures(bool allows) override;
+    void load(platform::URLRequest request) override;
+    [[nodiscard]] std::optional<platform::URL> url() const override { return m_url; }
+    [[nodiscard]] bool canGoBack() const override { return m_place > 1; }
+    void goBack() override;
+    void evaluateJavaScript(std::string const& script) override;
+    [[nodiscard]] std::unique_ptr<platform::NSKeyValueObservation> observeURL(
+        std::function<void(platform::WKWebView&)> handler) override;
+
+private:
+    class URLObservation;
+    using Observers = std::map<std::size_t, std::function<void(platform::WKWebView&)>>;
+    struct Navigation {
+        enum class Kind : std::uint8_t { Load, Link, Back, Frame };
+
+        Kind kind = Kind::Load;
+        std::optional<platform::URL> url {};
+        /// What a load that is refused goes back to.
+        std::optional<platform::URL> previous {};
+    };
+
+    void record(std::string call) const;
+    void decide(Navigation const& navigation);
+    void didDecide(Navigation const& navigation, platform::WKNavigationActionPolicy policy);
+    void startPendingLoad();
+    void commit(platform::URL const& url);
+
+    Screen& m_screen;
+    platform::DispatchQueue& m_mainQueue;
+    platform::CGRect m_initialFrame;
+    platform::WKWebViewConfiguration m_configuration;
+    // Reset by its setter: see the seam.
+    platform::WKNavigationDelegate* m_delegate = nullptr;
+    bool m_inspectable = false;
+    bool m_allowsGestures = false;
+    std::optional<platform::URL> m_url;
+    std::optional<Navigation> m_pendingLoad;
+    std::vector<platform::URL> m_history;
+    // How many entries of the history lead to the page shown, itself included.
+    std::size_t m_place = 0;
+    std::vector<std::string> m_evaluated;
+    std::vector<platform::URLRequest> m_loadedRequests;
+    std::vector<Decision> m_decisions;
+    // Shared with the observations, which may outlive the view.
+    std::shared_ptr<Observers> m_observers = std::make_shared<Observers>();
+    std::size_t m_observations = 0;
+};
+
+}

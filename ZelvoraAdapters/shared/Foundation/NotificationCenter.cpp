@@ -1,0 +1,105 @@
+#include "ZelvoraAdapters/shared/Foundation/NotificationCenter.h"
+
+#include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
+
+#include <algorithm>
+#include <atomic>
+#include <iterator>
+#include <utility>
+
+namespace zelvora::shared {
+
+struct NotificationCenter::Registration {
+    [[nodiscard]] bool isLive() const { return queue || !observer.expired(); }
+
+    std::string name;
+    Handler handler;
+    // One of the two: an observer object, or a queue with a token.
+    std::weak_ptr<void const> observer {};
+    platform::DispatchQueue* queue = nullptr;
+    // What `removeObserver` names; the observer's address is compared only.
+    void const* observerAddress = nullptr;
+    Token token = 0;
+    std::atomic<bool> removed = false;
+};
+
+std::size_t NotificationCenter::observerCount(std::string const& name) const
+{
+    std::scoped_lock const lock(m_mutex);
+    return static_cast<std::size_t>(std::ranges::count_if(m_registrations,
+        [&name](auto const& registration) { return registration->name == name && registration->isLive(); }));
+}
+
+void NotificationCenter::post(platform::Notification notification)
+{
+    Registrations told;
+    {
+        std::scoped_lock const lock(m_mutex);
+        std::ranges::copy_if(m_registrations, std::back_inserter(told),
+            [&notification](auto const& registration) { return registration->name == notification.name; });
+    }
+    for (auto const& registration : told) {
+        if (registration->queue) {
+            registration->queue->async([registration, notification] {
+                if (!registration->removed)
+                    registration->handler(notification);
+            });
+        } else if (auto const observer = registration->observer.lock(); observer && !registration->removed)
+            registration->handler(notification);
+    }
+}
+
+void NotificationCenter::addObserver(std::shared_ptr<void const> const& observer, std::string name, Handler handler)
+{
+    auto registration = std::make_shared<Registration>(std::move(name), std::move(handler), observer);
+    registration->observerAddress = observer.get();
+    add(std::move(registration));
+}
+
+void NotificationCenter::removeObserver(void const* observer)
+{
+    remove([observer](Registration const& registration) {
+        return !registration.queue && registration.observerAddress == observer;
+    });
+}
+
+NotificationCenter::Token NotificationCenter::addObserver(
+    std::string name, platform::DispatchQueue& queue, Handler handler)
+{
+    auto registration = std::make_shared<Registration>(std::move(name), std::move(handler));
+    registration->queue = &queue;
+    std::scoped_lock const lock(m_mutex);
+    registration->token = ++m_lastToken;
+    m_registrations.push_back(registration);
+    return registration->token;
+}
+
+void NotificationCenter::removeObserver(Token token)
+{
+    remove([token](Registration const& registration) { return registration.queue && registration.token == token; });
+}
+
+void NotificationCenter::add(std::shared_ptr<Registration> registration)
+{
+    // Those whose observers are gone without a word leave here, or the list would grow for ever.
+    remove([](Registration const& other) { return !other.isLive(); });
+    std::scoped_lock const lock(m_mutex);
+    m_registrations.push_back(std::move(registration));
+}
+
+template<typename Predicate>
+void NotificationCenter::remove(Predicate predicate)
+{
+    // Destroyed without the lock: what a handler holds may call in here when it goes.
+    Registrations removed;
+    std::scoped_lock const lock(m_mutex);
+    std::erase_if(m_registrations, [&predicate, &removed](auto const& registration) {
+        if (!predicate(*registration))
+            return false;
+        registration->removed = true;
+        removed.push_back(registration);
+        return true;
+    });
+}
+
+}

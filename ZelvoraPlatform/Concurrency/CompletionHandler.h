@@ -1,0 +1,45 @@
+#pragma once
+
+#include "ZelvoraPlatform/Concurrency/Block.h"
+#include "ZelvoraPlatform/fatalError.h"
+
+#include <type_traits>
+#include <utility>
+
+namespace zelvora::platform {
+
+template<typename Signature>
+class CompletionHandler;
+
+/// A callback that is called exactly once, on the thread that the interface taking it names. Calling it twice, and
+/// destroying it uncalled, are programming errors that stop the process.
+template<typename... Arguments>
+class CompletionHandler<void(Arguments...)> final {
+public:
+    template<typename Callable>
+        requires(!std::same_as<std::remove_cvref_t<Callable>, CompletionHandler>
+            && std::is_invocable_v<std::remove_cvref_t<Callable>&, Arguments...>)
+    CompletionHandler(Callable&& callable) : m_block(std::forward<Callable>(callable))
+    {
+    }
+    CompletionHandler(CompletionHandler&& other) noexcept : m_block(std::exchange(other.m_block, nullptr)) { }
+    CompletionHandler& operator=(CompletionHandler&&) = delete;
+    ~CompletionHandler()
+    {
+        if (m_block)
+            fatalError("a completion handler was destroyed without having been called");
+    }
+
+    void operator()(Arguments... arguments)
+    {
+        if (!m_block)
+            fatalError("a completion handler was called twice");
+        auto block = std::exchange(m_block, nullptr);
+        block(std::forward<Arguments>(arguments)...);
+    }
+
+private:
+    Block<void(Arguments...)> m_block;
+};
+
+}

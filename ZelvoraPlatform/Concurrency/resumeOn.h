@@ -1,0 +1,31 @@
+#pragma once
+
+#include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
+
+#include <coroutine>
+
+namespace zelvora::platform {
+
+/// Awaited, continues the coroutine on the queue, always later. A queue that is destroyed with the continuation in it
+/// leaves the coroutine suspended for good.
+class [[nodiscard]] ResumeOn final {
+public:
+    explicit ResumeOn(DispatchQueue& queue) : m_queue(queue) { }
+
+    bool await_ready() const noexcept { return false; }
+    void await_suspend(std::coroutine_handle<> awaiter) const
+    {
+        m_queue.async([awaiter] { awaiter.resume(); });
+    }
+    void await_resume() const noexcept { }
+
+private:
+    DispatchQueue& m_queue;
+};
+
+inline ResumeOn resumeOn(DispatchQueue& queue)
+{
+    return ResumeOn(queue);
+}
+
+}

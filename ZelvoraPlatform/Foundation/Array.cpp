@@ -1,0 +1,219 @@
+#include "ZelvoraPlatform/Foundation/Array.h"
+
+#include "ZelvoraPlatform/Foundation/Dismantling.h"
+#include "ZelvoraPlatform/fatalError.h"
+
+#include <algorithm>
+#include <atomic>
+#include <utility>
+
+namespace zelvora::platform {
+
+namespace {
+
+constexpr std::size_t smallestChunk = 4;
+constexpr std::size_t largestChunk = 512;
+
+std::uint64_t makeLineage()
+{
+    static std::atomic<std::uint64_t> s_last = 0;
+    return ++s_last;
+}
+
+}
+
+// A link of the chain that all versions of one lineage share. A place in the chain is claimed once, by the one version
+// that ends there, and never written again: two arrays of one lineage hold the same element at the same position, and a
+// reader sees only places that were filled before its version was made.
+struct Array::Chunk {
+    Chunk(std::uint64_t chainLineage, std::uint64_t firstPosition, std::size_t chunkCapacity)
+        : lineage(chainLineage)
+        , first(firstPosition)
+        , capacity(chunkCapacity)
+        , elements(
+              std::make_unique<Value[]>(chunkCapacity)) // NOLINT(modernize-avoid-c-arrays): the capacity is the length
+    {
+    }
+    ~Chunk()
+    {
+        for (std::size_t i = 0; i < capacity; ++i)
+            Dismantling::take(elements[i]);
+        drop(std::move(next));
+    }
+    Chunk(Chunk const&) = delete;
+    Chunk& operator=(Chunk const&) = delete;
+
+    // A long chain must not be destroyed by recursion: the outermost destructor on the thread lets go of the links that
+    // have come in. It lets go like any other holder, because only the last one sees what other threads did to a link.
+    static void drop(std::shared_ptr<Chunk> link)
+    {
+        if (!link)
+            return;
+        static thread_local std::vector<std::shared_ptr<Chunk>>* s_waiting = nullptr;
+        if (s_waiting) {
+            s_waiting->push_back(std::move(link));
+            return;
+        }
+        std::vector<std::shared_ptr<Chunk>> waiting;
+        s_waiting = &waiting;
+        waiting.push_back(std::move(link));
+        while (!waiting.empty()) {
+            auto const dropped = std::move(waiting.back());
+            waiting.pop_back();
+        }
+        s_waiting = nullptr;
+    }
+
+    [[nodiscard]] std::uint64_t end() const { return first + capacity; }
+
+    // Whether the caller, whose version ends at `position`, is the first to go on from there. The place behind the last
+    // is the link.
+    [[nodiscard]] bool claim(std::uint64_t position)
+    {
+        auto expected = static_cast<std::size_t>(position - first);
+        return claimed.compare_exchange_strong(expected, expected + 1);
+    }
+
+    std::uint64_t const lineage;
+    std::uint64_t const first;
+    std::size_t const capacity;
+    std::atomic<std::size_t> claimed = 0;
+    std::unique_ptr<Value[]> const elements; // NOLINT(modernize-avoid-c-arrays): its length is the capacity
+    std::shared_ptr<Chunk> next;
+};
+
+Value const& Array::Iterator::operator*() const
+{
+    return m_chunk->elements[static_cast<std::size_t>(m_position - m_chunk->first)];
+}
+
+Array::Iterator& Array::Iterator::operator++()
+{
+    ++m_position;
+    // The end stays in the last chunk: what follows may be just being linked by a newer version.
+    if (m_position != m_end && m_position == m_chunk->end())
+        m_chunk = m_chunk->next.get();
+    return *this;
+}
+
+Array::Iterator Array::Iterator::operator++(int)
+{
+    auto const before = *this;
+    ++*this;
+    return before;
+}
+
+Array::Array(std::initializer_list<Value> elements)
+{
+    for (auto const& element : elements)
+        append(element);
+}
+
+Array::Array(std::vector<Value> const& elements)
+{
+    for (auto const& element : elements)
+        append(element);
+}
+
+Array::Iterator Array::begin() const
+{
+    return { m_head.get(), m_begin, m_end };
+}
+Array::Iterator Array::end() const
+{
+    return { m_tail.get(), m_end, m_end };
+}
+
+Value const& Array::at(std::size_t index) const
+{
+    if (index >= size())
+        fatalError("an array was read beyond its end");
+    auto const position = m_begin + index;
+    // What was appended last is read most, and often of long arrays.
+    auto const* chunk = position >= m_tail->first ? m_tail.get() : m_head.get();
+    while (position >= chunk->end())
+        chunk = chunk->next.get();
+    return chunk->elements[static_cast<std::size_t>(position - chunk->first)];
+}
+
+void Array::append(Value element)
+{
+    m_nesting = std::max(m_nesting, element.nesting() + 1);
+    m_kinds = static_cast<std::uint8_t>(m_kinds | (1U << static_cast<unsigned>(element.kind())));
+    if (!m_tail)
+        m_head = m_tail = std::make_shared<Chunk>(makeLineage(), m_end, smallestChunk);
+    if (!m_tail->claim(m_end)) {
+        // Another version went on from here before: this one begins a lineage of its own.
+        Array copy;
+        for (auto const& own : *this)
+            copy.append(own);
+        copy.append(std::move(element));
+        *this = std::move(copy);
+        return;
+    }
+    if (m_end == m_tail->end()) {
+        auto const capacity = std::min(m_tail->capacity * 2, largestChunk);
+        m_tail->next = std::make_shared<Chunk>(m_tail->lineage, m_end, capacity);
+        if (m_begin == m_end)
+            m_head = m_tail->next;
+        m_tail = m_tail->next;
+        m_tail->claimed = 1;
+    }
+    m_tail->elements[static_cast<std::size_t>(m_end - m_tail->first)] = std::move(element);
+    ++m_end;
+}
+
+Array Array::appending(Value element) const
+{
+    auto result = *this;
+    result.append(std::move(element));
+    return result;
+}
+
+Array Array::droppingFirst(std::size_t count) const
+{
+    auto result = *this;
+    result.m_begin += std::min(count, size());
+    if (m_tail && result.m_begin >= m_tail->first)
+        result.m_head = m_tail;
+    while (result.m_head != result.m_tail && result.m_begin >= result.m_head->end())
+        result.m_head = result.m_head->next;
+    return result;
+}
+
+Array Array::prefix(std::size_t count) const
+{
+    if (count >= size())
+        return *this;
+    auto result = *this;
+    result.m_end = m_begin + count;
+    result.m_tail = m_head;
+    while (result.m_tail && result.m_end > result.m_tail->end())
+        result.m_tail = result.m_tail->next;
+    return result;
+}
+
+std::optional<Array::Difference> Array::differenceFrom(Array const& older) const
+{
+    if (!m_tail || !older.m_tail || m_tail->lineage != older.m_tail->lineage)
+        return std::nullopt;
+    if (m_begin < older.m_begin || m_end < older.m_end)
+        return std::nullopt;
+    auto const dropped = std::min(m_begin, older.m_end) - older.m_begin;
+    auto const firstAppended = std::max(m_begin, older.m_end) - m_begin;
+    return Difference { static_cast<std::size_t>(dropped), static_cast<std::size_t>(firstAppended) };
+}
+
+bool Array::holdsOnly(Value::Kind kind) const
+{
+    if ((m_kinds & ~(1U << static_cast<unsigned>(kind))) == 0)
+        return true;
+    return std::ranges::all_of(begin(), end(), [kind](Value const& element) { return element.kind() == kind; });
+}
+
+bool Array::operator==(Array const& other) const
+{
+    return size() == other.size() && std::equal(begin(), end(), other.begin());
+}
+
+}

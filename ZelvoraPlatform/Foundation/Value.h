@@ -1,0 +1,91 @@
+#pragma once
+
+#include "ZelvoraPlatform/Foundation/Data.h"
+#include "ZelvoraPlatform/Foundation/Date.h"
+
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace zelvora::platform {
+
+class Array;
+class Dictionary;
+
+/// The marker that stands for a JSON null. It is a value; the absence of a value is `std::optional`.
+struct Null {
+    bool operator==(Null const&) const = default;
+};
+
+/// A property-list value: null marker, boolean, number, text, date, data, array or dictionary.
+///
+/// Immutable and shared: a copy costs at most a reference count, and one value may be read on many threads.
+/// A boolean is never a number. Every number is a double, as in the pages. Accessors answer only for the kind
+/// that is held: nothing throws and nothing converts. Text is UTF-8. A value may nest to any depth and is destroyed
+/// without recursion; what a service accepts is the service's own matter (see `maximumNesting`).
+class Value final {
+public:
+    enum class Kind : std::uint8_t { Null, Boolean, Number, Text, Date, Data, Array, Dictionary };
+
+    /// How deep containers may nest for a service that writes values down (the preferences store, JSON). The phone's
+    /// own limit.
+    static constexpr std::size_t maximumNesting = 512;
+
+    /// The null marker.
+    Value() = default;
+    Value(Null) { }
+    template<std::same_as<bool> Boolean>
+    Value(Boolean boolean) : m_held(boolean)
+    {
+    }
+    template<typename Number>
+        requires((std::integral<Number> || std::floating_point<Number>) && !std::same_as<Number, bool>)
+    Value(Number number) : m_held(static_cast<double>(number))
+    {
+    }
+    Value(std::string text);
+    Value(std::string_view text);
+    Value(char const* text);
+    Value(platform::Date date);
+    Value(platform::Data data);
+    Value(platform::Array array);
+    Value(platform::Dictionary dictionary);
+
+    [[nodiscard]] Kind kind() const { return static_cast<Kind>(m_held.index()); }
+    [[nodiscard]] bool isNull() const { return kind() == Kind::Null; }
+    [[nodiscard]] std::optional<bool> boolean() const;
+    [[nodiscard]] std::optional<double> number() const;
+    /// The pointers stay valid as long as this value or a copy of it lives.
+    [[nodiscard]] std::string const* text() const;
+    [[nodiscard]] std::optional<platform::Date> date() const;
+    [[nodiscard]] platform::Data const* data() const;
+    [[nodiscard]] platform::Array const* array() const;
+    [[nodiscard]] platform::Dictionary const* dictionary() const;
+
+    /// How many containers stand inside one another at the most: 0 for a plain value, 1 for an empty array. For an
+    /// array that lost elements from its head, an upper bound.
+    [[nodiscard]] std::size_t nesting() const;
+
+    /// Equal kinds with equal contents. NaN equals nothing.
+    bool operator==(Value const& other) const;
+
+private:
+    // The order is that of Kind.
+    std::variant<Null, bool, double, std::shared_ptr<std::string const>, platform::Date,
+        std::shared_ptr<platform::Data const>, std::shared_ptr<platform::Array const>,
+        std::shared_ptr<platform::Dictionary const>>
+        m_held;
+};
+
+/// A readable text for log lines, at most `debugDescriptionLimit` bytes and then a note of what was left out, so that
+/// it costs the same however long the value is. Absence reads "nil".
+[[nodiscard]] std::string debugDescription(Value const& value);
+[[nodiscard]] std::string debugDescription(std::optional<Value> const& value);
+inline constexpr std::size_t debugDescriptionLimit = 512;
+
+}

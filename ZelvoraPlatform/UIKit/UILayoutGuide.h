@@ -1,0 +1,24 @@
+#pragma once
+
+#include "ZelvoraPlatform/UIKit/NSLayoutConstraint.h"
+
+namespace zelvora::platform {
+
+/// The part of a view that the system's bars and notches leave free. A plain value: the view must outlive its use.
+class UILayoutGuide final {
+public:
+    explicit UILayoutGuide(UIView& owner) : m_owner(&owner) { }
+
+    [[nodiscard]] NSLayoutAnchor topAnchor() const { return anchor(NSLayoutAttribute::Top); }
+    [[nodiscard]] NSLayoutAnchor bottomAnchor() const { return anchor(NSLayoutAttribute::Bottom); }
+
+private:
+    [[nodiscard]] NSLayoutAnchor anchor(NSLayoutAttribute attribute) const
+    {
+        return { m_owner, NSLayoutAnchor::Item::SafeArea, attribute };
+    }
+
+    UIView* m_owner;
+};
+
+}

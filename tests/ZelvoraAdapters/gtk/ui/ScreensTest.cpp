@@ -1,0 +1,293 @@
+#include "ZelvoraPlatform/Platform.h"
+#include "ZelvoraPlatform/UIKit/UIScreenEdgePanGestureRecognizer.h"
+#include "tests/contract/RecordingScreen.h"
+#include "tests/contract/gtk/GtkHarness.h"
+
+#include <gtest/gtest.h>
+
+namespace zelvora::tests {
+
+namespace {
+
+using platform::Animated;
+using platform::UIGestureRecognizer;
+using Events = std::vector<std::string>;
+
+/// A screen that watches for the drag that takes it off, as the shop does.
+class ShopScreen final
+    : public RecordingScreen
+    , public platform::UIGestureRecognizerDelegate {
+public:
+    using RecordingScreen::RecordingScreen;
+
+    void watchEdge(std::function<void()> ended)
+    {
+        auto pan = std::make_shared<platform::UIScreenEdgePanGestureRecognizer>(
+            [ended = std::move(ended)](platform::UIScreenEdgePanGestureRecognizer& recognizer) {
+                if (recognizer.state() == platform::UIGestureRecognizerState::Ended)
+                    ended();
+            });
+        pan->setEdges(platform::UIRectEdge::Left);
+        view().addGestureRecognizer(pan);
+    }
+
+    // platform::UIGestureRecognizerDelegate
+    bool gestureRecognizerShouldBegin(UIGestureRecognizer&) override { return mayBegin; }
+    bool gestureRecognizerShouldRecognizeSimultaneouslyWith(UIGestureRecognizer&, UIGestureRecognizer&) override
+    {
+        return mayShare;
+    }
+
+    bool mayBegin = true;
+    bool mayShare = true;
+};
+
+class ScreensTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        m_harness.show(m_stack);
+        m_shop->setModalPresentationStyle(platform::UIModalPresentationStyle::FullScreen);
+    }
+
+    void push()
+    {
+        m_stack->interactivePopGestureRecognizer()->setDelegate(m_shop);
+        m_stack->pushViewController(m_shop, Animated::No);
+        // The web engine takes every press; the edge is watched before it.
+        auto const web = platform::Platform::current().makeWebView(
+            {}, { platform::Platform::current().makeUserContentController() });
+        web->setTranslatesAutoresizingMaskIntoConstraints(false);
+        auto& root = m_shop->view();
+        root.addSubview(web);
+        platform::NSLayoutConstraint::activate({ web->topAnchor().constraintEqualTo(root.topAnchor()),
+            web->bottomAnchor().constraintEqualTo(root.bottomAnchor()),
+            web->leadingAnchor().constraintEqualTo(root.leadingAnchor()),
+            web->trailingAnchor().constraintEqualTo(root.trailingAnchor()) });
+        EXPECT_TRUE(m_harness.runUntil([&] {
+            return gtk_widget_get_mapped(gtk::widgetOf(*web)) && gtk_widget_get_width(gtk::widgetOf(*web)) > 0;
+        }));
+        m_taken = m_record.size();
+    }
+
+    bool isMapped(platform::UIViewController& screen) { return gtk_widget_get_mapped(gtk::widgetOf(screen.view())); }
+
+    Events takeEvents()
+    {
+        auto const all = m_record.all();
+        Events const fresh(all.begin() + static_cast<std::ptrdiff_t>(m_taken), all.end());
+        m_taken = all.size();
+        return fresh;
+    }
+
+    Record<std::string> m_record;
+    std::size_t m_taken = 0;
+    GtkHarness m_harness;
+    std::shared_ptr<platform::UIViewController> m_home = gtk::wrapScreen(gtk_label_new("home"));
+    std::shared_ptr<gtk::NavigationController> m_stack = gtk::NavigationController::create(m_home);
+    std::shared_ptr<ShopScreen> m_shop = std::make_shared<ShopScreen>("shop", m_record);
+};
+
+}
+
+TEST_F(ScreensTest, ALongDragFromTheLeftEdgeTakesTheTopScreenOff)
+{
+    push();
+    m_harness.dragFromLeftEdge(m_shop->view());
+    EXPECT_EQ(m_stack->viewControllers().size(), 1U);
+    EXPECT_EQ(takeEvents(), (Events { "shop will disappear, animated" }));
+    std::weak_ptr<platform::UIViewController> const watched = m_shop;
+    m_shop.reset();
+    EXPECT_TRUE(m_harness.runUntil([&] { return watched.expired() && isMapped(*m_home); }));
+    // The only screen stays.
+    m_harness.dragFromLeftEdge(m_home->view());
+    EXPECT_EQ(m_stack->viewControllers().size(), 1U);
+}
+
+TEST_F(ScreensTest, AScreenThatWasDraggedTooLittleSlidesBack)
+{
+    push();
+    m_harness.drag({ { 3, 300 }, { 20, 300 }, { 40, 300 } });
+    EXPECT_EQ(m_stack->viewControllers().size(), 2U);
+    EXPECT_EQ(m_shop->navigationController(), m_stack);
+    EXPECT_TRUE(m_harness.runUntil([&] { return !isMapped(*m_home) && isMapped(*m_shop); }));
+    EXPECT_EQ(takeEvents(), (Events { "shop will disappear, animated" }));
+    // On the screen again, it is told again.
+    m_stack->popViewController(Animated::No);
+    EXPECT_EQ(takeEvents(), (Events { "shop will disappear" }));
+}
+
+TEST_F(ScreensTest, TheDelegateKeepsTheDragFromTheStack)
+{
+    push();
+    m_shop->mayBegin = false;
+    m_harness.dragFromLeftEdge(m_shop->view());
+    EXPECT_EQ(m_stack->viewControllers().size(), 2U);
+    m_shop->mayBegin = true;
+    m_stack->interactivePopGestureRecognizer()->setEnabled(false);
+    m_harness.dragFromLeftEdge(m_shop->view());
+    EXPECT_EQ(m_stack->viewControllers().size(), 2U);
+    EXPECT_TRUE(takeEvents().empty());
+}
+
+TEST_F(ScreensTest, TheScreenAndTheStackBothHearADragThatTheDelegateLetsThemShare)
+{
+    int ended = 0;
+    push();
+    m_shop->watchEdge([&ended] { ++ended; });
+    m_shop->mayShare = false;
+    m_harness.dragFromLeftEdge(m_shop->view());
+    EXPECT_EQ(ended, 1);
+    EXPECT_EQ(m_stack->viewControllers().size(), 2U);
+    m_shop->mayShare = true;
+    m_harness.dragFromLeftEdge(m_shop->view());
+    EXPECT_EQ(ended, 2);
+    EXPECT_EQ(m_stack->viewControllers().size(), 1U);
+}
+
+TEST_F(ScreensTest, AScreenThatPopsItselfWhileItIsDraggedIsTakenOffOnce)
+{
+    auto const below = std::make_shared<RecordingScreen>("below", m_record);
+    m_stack->pushViewController(below, Animated::No);
+    push();
+    m_shop->watchEdge([this] {
+        if (auto const stack = m_shop->navigationController(); stack && stack->viewControllers().size() > 1)
+            stack->popViewController(Animated::Yes);
+        else
+            m_shop->dismiss(Animated::Yes);
+    });
+    m_harness.dragFromLeftEdge(m_shop->view());
+    EXPECT_EQ(m_stack->viewControllers().size(), 2U);
+    EXPECT_EQ(takeEvents(), (Events { "shop will disappear, animated" }));
+}
+
+TEST_F(ScreensTest, OtherDragsReachNobody)
+{
+    int ended = 0;
+    push();
+    m_shop->watchEdge([&ended] { ++ended; });
+    m_harness.drag({ { 60, 300 }, { 100, 300 }, { 300, 300 } });
+    m_harness.drag({ { 5, 300 }, { 10, 340 }, { 100, 600 } });
+    m_harness.drag({ { 5, 300 }, { 6, 301 } });
+    EXPECT_EQ(ended, 0);
+    EXPECT_EQ(m_stack->viewControllers().size(), 2U);
+}
+
+TEST_F(ScreensTest, APresentationCoversTheWindowsContent)
+{
+    auto const window = gtk::wrapWindow(m_harness.window());
+    window->present(m_shop, Animated::Yes);
+    EXPECT_TRUE(m_harness.runUntil([&] { return !isMapped(*m_home); }));
+    EXPECT_TRUE(isMapped(*m_shop));
+    EXPECT_EQ(gtk_widget_get_height(gtk::widgetOf(m_shop->view())), m_harness.screenBounds().height);
+    m_shop->dismiss(Animated::Yes);
+    EXPECT_TRUE(isMapped(*m_home));
+    EXPECT_TRUE(m_harness.runUntil([&] { return !isMapped(*m_shop); }));
+    EXPECT_EQ(takeEvents(), (Events { "shop did load", "shop will disappear, animated" }));
+}
+
+TEST_F(ScreensTest, AWindowThatIsDestroyedTakesItsScreensWithIt)
+{
+    auto* other = GTK_WINDOW(gtk_window_new());
+    gtk_window_set_child(other, gtk_label_new("other"));
+    auto const presenter = gtk::wrapWindow(other);
+    gtk_window_present(other);
+    presenter->present(m_shop, Animated::No);
+    auto pushed = std::make_shared<RecordingScreen>("pushed", m_record);
+    m_stack->pushViewController(pushed, Animated::No);
+    (void)takeEvents();
+    std::weak_ptr<platform::UIViewController> const watched = m_shop;
+    m_shop.reset();
+    gtk_window_destroy(other);
+    EXPECT_EQ(takeEvents(), (Events { "shop will disappear" }));
+    EXPECT_TRUE(m_harness.runUntil([&] { return watched.expired(); }));
+    // A presenter whose window has gone presents nothing.
+    auto const late = std::make_shared<RecordingScreen>("late", m_record);
+    presenter->present(late, Animated::No);
+    presenter->dismiss(Animated::No);
+    EXPECT_TRUE(takeEvents().empty());
+}
+
+TEST_F(ScreensTest, AScreenMayEndItsWindowAsItLeaves)
+{
+    for (auto const animated : { Animated::No, Animated::Yes }) {
+        auto* other = GTK_WINDOW(gtk_window_new());
+        gtk_window_set_child(other, gtk_label_new("other"));
+        gtk_window_present(other);
+        auto screen = std::make_shared<RecordingScreen>("screen", m_record);
+        screen->actOnDisappearance = [other] { gtk_window_destroy(other); };
+        gtk::wrapWindow(other)->present(screen, Animated::No);
+        (void)takeEvents();
+        screen->dismiss(animated);
+        EXPECT_EQ(takeEvents().size(), 1U);
+        std::weak_ptr<platform::UIViewController> const watched = std::exchange(screen, nullptr);
+        EXPECT_TRUE(m_harness.runUntil([&] { return watched.expired(); }));
+    }
+}
+
+TEST_F(ScreensTest, AScreenMayEndItsWindowAsItIsCovered)
+{
+    auto* other = GTK_WINDOW(gtk_window_new());
+    auto const covered = std::make_shared<RecordingScreen>("covered", m_record);
+    gtk::setRootViewController(other, covered);
+    gtk_window_present(other);
+    covered->actOnDisappearance = [other] { gtk_window_destroy(other); };
+    (void)takeEvents();
+    auto screen = std::make_shared<RecordingScreen>("screen", m_record);
+    screen->setModalPresentationStyle(platform::UIModalPresentationStyle::FullScreen);
+    covered->present(screen, Animated::No);
+    std::weak_ptr<platform::UIViewController> const watched = std::exchange(screen, nullptr);
+    EXPECT_TRUE(m_harness.runUntil([&] { return watched.expired(); }));
+}
+
+TEST_F(ScreensTest, AnotherFirstScreenEndsWhatWasPresented)
+{
+    auto* window = GTK_WINDOW(gtk_window_new());
+    auto const first = gtk::wrapScreen(gtk_label_new("first"));
+    gtk::setRootViewController(window, first);
+    gtk_window_present(window);
+    auto screen = std::make_shared<RecordingScreen>("screen", m_record);
+    screen->setModalPresentationStyle(platform::UIModalPresentationStyle::FullScreen);
+    first->present(screen, Animated::No);
+    (void)takeEvents();
+    auto* label = gtk_label_new("second");
+    gtk::setRootViewController(window, gtk::wrapScreen(label));
+    EXPECT_EQ(takeEvents(), (Events { "screen will disappear" }));
+    EXPECT_TRUE(m_harness.runUntil([&] { return gtk_widget_get_mapped(label); }));
+    std::weak_ptr<platform::UIViewController> const watched = std::exchange(screen, nullptr);
+    EXPECT_TRUE(m_harness.runUntil([&] { return watched.expired(); }));
+    gtk_window_destroy(window);
+}
+
+TEST_F(ScreensTest, AWidgetThatIsAWindowsChildBecomesItsFirstScreen)
+{
+    auto* window = GTK_WINDOW(gtk_window_new());
+    auto* label = gtk_label_new("first");
+    gtk_window_set_child(window, label);
+    auto const screen = gtk::wrapScreen(label);
+    gtk::setRootViewController(window, gtk::NavigationController::create(screen));
+    gtk_window_present(window);
+    EXPECT_TRUE(m_harness.runUntil([&] { return gtk_widget_get_mapped(label); }));
+    EXPECT_EQ(gtk_widget_get_parent(label), gtk::widgetOf(screen->view()));
+    gtk_window_destroy(window);
+}
+
+TEST_F(ScreensTest, AWindowThatWasGivenAnotherChildPresentsOverThat)
+{
+    auto* window = GTK_WINDOW(gtk_window_new());
+    gtk_window_set_child(window, gtk_label_new("first"));
+    auto const presenter = gtk::wrapWindow(window);
+    gtk_window_present(window);
+    presenter->present(m_shop, Animated::No);
+    auto* label = gtk_label_new("second");
+    gtk_window_set_child(window, label);
+    auto const other = std::make_shared<RecordingScreen>("other", m_record);
+    presenter->present(other, Animated::No);
+    EXPECT_TRUE(m_harness.runUntil([&] { return isMapped(*other); }));
+    EXPECT_FALSE(isMapped(*m_shop));
+    other->dismiss(Animated::No);
+    EXPECT_TRUE(m_harness.runUntil([&] { return gtk_widget_get_mapped(label); }));
+    gtk_window_destroy(window);
+}
+
+}

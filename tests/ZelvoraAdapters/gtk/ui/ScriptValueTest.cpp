@@ -1,0 +1,104 @@
+#include "ZelvoraPlatform/Foundation/Array.h"
+#include "tests/ZelvoraAdapters/gtk/ui/PageTest.h"
+
+#include <cmath>
+
+namespace zelvora::tests {
+
+namespace {
+
+using platform::Array;
+using platform::Dictionary;
+using platform::Null;
+using platform::Value;
+
+class ScriptValueTest : public PageTest {
+protected:
+    void SetUp() override { loadAndWait("values"); }
+};
+
+}
+
+TEST_F(ScriptValueTest, KeepsWhatACTextCannotHold)
+{
+    post("'a\\0b'");
+    EXPECT_EQ(*next().text(), std::string("a\0b", 3));
+    post("{ 'k\\0': ['x\\ud800', '\\udc00y', '\\ud800\\ud800', '\\ud83d\\ude00'] }");
+    EXPECT_EQ(next(),
+        (Value(Dictionary { { std::string("k\0", 2),
+            Array { "x\xef\xbf\xbd", "\xef\xbf\xbdy", "\xef\xbf\xbd\xef\xbf\xbd", "\xf0\x9f\x98\x80" } } })));
+    post("'line\\u2028\\u0007\\b\\f\\r\\t/'");
+    EXPECT_EQ(*next().text(), "line\xe2\x80\xa8\a\b\f\r\t/");
+}
+
+TEST_F(ScriptValueTest, KeepsNumbersThatJSONHasNone)
+{
+    post("[NaN, -Infinity, -0, 5e-324, 0.1]");
+    auto const body = next();
+    auto const& numbers = *body.array();
+    EXPECT_TRUE(std::isnan(*numbers.at(0).number()));
+    EXPECT_EQ(numbers.at(1).number(), -std::numeric_limits<double>::infinity());
+    EXPECT_TRUE(std::signbit(*numbers.at(2).number()));
+    EXPECT_EQ(numbers.at(3).number(), 5e-324);
+    EXPECT_EQ(numbers.at(4).number(), 0.1);
+}
+
+TEST_F(ScriptValueTest, ReadsWhatPagesMayPostBesidePlainValues)
+{
+    post("[new Map([[1, 2]]), /x/, new Boolean(true), [ , 1]]");
+    auto const body = next();
+    ASSERT_TRUE(body.array());
+    EXPECT_EQ(body.array()->at(3), (Value(Array { Null {}, 1 })));
+    post("undefined");
+    EXPECT_EQ(next(), Value(Null {}));
+    // A function cannot be posted: the page gets an exception and the next message arrives.
+    post("() => 1");
+    post("'after'");
+    EXPECT_EQ(next(), Value("after"));
+}
+
+TEST_F(ScriptValueTest, ReadsDeepAndLargeValues)
+{
+    view().evaluateJavaScript("let deep = 1; for (let i = 0; i < 2000; ++i) deep = [deep];");
+    post("deep");
+    EXPECT_EQ(next().nesting(), 2000U);
+    view().evaluateJavaScript("let deeper = 1; for (let i = 0; i < 100000; ++i) deeper = { a: deeper };");
+    // Too deep for the engine itself, or read: in either case the page goes on.
+    post("deeper");
+    post("'x'.repeat(5000000)");
+    auto body = next();
+    if (!body.text())
+        body = next();
+    ASSERT_TRUE(body.text());
+    EXPECT_EQ(body.text()->size(), 5'000'000U);
+    post("Array.from({ length: 10000 }, (_, index) => ({ index }))");
+    auto const many = next();
+    ASSERT_TRUE(many.array());
+    EXPECT_EQ(many.array()->size(), 10'000U);
+}
+
+TEST_F(ScriptValueTest, ReadsObjectsThatHoldOneAnotherOrThemselves)
+{
+    view().evaluateJavaScript("const cycle = { name: 'c', list: [] }; cycle.me = cycle; cycle.list.push(cycle, 1);");
+    post("cycle");
+    EXPECT_EQ(next(), (Value(Dictionary { { "name", "c" }, { "me", Null {} }, { "list", Array { Null {}, 1 } } })));
+    view().evaluateJavaScript("const shared = [7];");
+    post("[shared, { shared }, shared]");
+    EXPECT_EQ(next(), (Value(Array { Array { 7 }, Dictionary { { "shared", Array { 7 } } }, Array { 7 } })));
+    // A billion values in thirty objects are no message; the page goes on.
+    view().evaluateJavaScript("let doubled = [1]; for (let i = 0; i < 30; ++i) doubled = [doubled, doubled];");
+    post("doubled");
+    post("'after'");
+    EXPECT_EQ(next(), Value("after"));
+}
+
+TEST_F(ScriptValueTest, PagesCannotChangeHowValuesAreRead)
+{
+    view().evaluateJavaScript("Object.keys = Array.isArray = JSON.stringify = () => 'forged';"
+                              "Object.prototype.toString = () => '[object Date]';");
+    post("{ toString: 'x', toJSON: 'y', __proto__: { inherited: 1 }, length: 3, constructor: null }");
+    EXPECT_EQ(next(),
+        (Value(Dictionary { { "toString", "x" }, { "toJSON", "y" }, { "length", 3 }, { "constructor", Null {} } })));
+}
+
+}

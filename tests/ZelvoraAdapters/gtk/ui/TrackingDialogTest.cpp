@@ -1,0 +1,138 @@
+#include "ZelvoraAdapters/gtk/Tracking/TrackingStore.h"
+#include "ZelvoraPlatform/Platform.h"
+#include "tests/contract/gtk/GtkHarness.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <optional>
+
+namespace zelvora::tests {
+
+namespace {
+
+using Status = platform::ATTrackingAuthorizationStatus;
+
+class TrackingDialogTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        m_harness.show(std::make_shared<platform::UIViewController>());
+        EXPECT_EQ(manager().trackingAuthorizationStatus(), Status::NotDetermined);
+    }
+
+    platform::ATTrackingManager& manager() { return platform::Platform::current().trackingManager(); }
+
+    void request()
+    {
+        manager().requestTrackingAuthorization([this](Status status) { m_answers.push_back(status); });
+    }
+
+    /// The one that is on the screen.
+    GtkWindow* dialog()
+    {
+        auto* windows = gtk_window_get_toplevels();
+        for (guint index = 0; index < g_list_model_get_n_items(windows); ++index) {
+            auto const item = gtk::adopt(static_cast<GtkWindow*>(g_list_model_get_item(windows, index)));
+            auto* window = item.get();
+            if (GTK_IS_MESSAGE_DIALOG(window) && gtk_widget_get_mapped(GTK_WIDGET(window)))
+                return window;
+        }
+        return nullptr;
+    }
+
+    void answer(int response)
+    {
+        ASSERT_TRUE(m_harness.runUntil([this] { return dialog() != nullptr; }));
+        auto* button = gtk_dialog_get_widget_for_response(GTK_DIALOG(dialog()), response);
+        ASSERT_TRUE(button);
+        g_signal_emit_by_name(button, "clicked");
+        EXPECT_TRUE(m_harness.runUntil([this] { return dialog() == nullptr; }));
+    }
+
+    std::string question()
+    {
+        char* text = nullptr;
+        g_object_get(dialog(), "text", &text, nullptr);
+        return gtk::GTextPointer(text).get();
+    }
+
+    GtkHarness m_harness;
+    std::vector<Status> m_answers;
+};
+
+}
+
+TEST_F(TrackingDialogTest, KeepsThatTheUserAllowedIt)
+{
+    EXPECT_EQ(platform::Platform::current().identifierManager().advertisingIdentifier(),
+        "00000000-0000-0000-0000-000000000000");
+    request();
+    answer(GTK_RESPONSE_ACCEPT);
+    EXPECT_EQ(m_answers, (std::vector { Status::Authorized }));
+    EXPECT_EQ(manager().trackingAuthorizationStatus(), Status::Authorized);
+    EXPECT_EQ(gtk::TrackingStore(m_harness.directory() / "app").status(), Status::Authorized);
+    EXPECT_NE(platform::Platform::current().identifierManager().advertisingIdentifier(),
+        "00000000-0000-0000-0000-000000000000");
+    // Asked once per install.
+    request();
+    EXPECT_EQ(m_answers, (std::vector { Status::Authorized, Status::Authorized }));
+    EXPECT_FALSE(dialog());
+}
+
+TEST_F(TrackingDialogTest, KeepsThatTheUserRefused)
+{
+    request();
+    answer(GTK_RESPONSE_REJECT);
+    EXPECT_EQ(m_answers, (std::vector { Status::Denied }));
+    EXPECT_EQ(gtk::TrackingStore(m_harness.directory() / "app").status(), Status::Denied);
+}
+
+TEST_F(TrackingDialogTest, ADialogThatIsClosedIsNoAnswer)
+{
+    request();
+    ASSERT_TRUE(m_harness.runUntil([this] { return dialog() != nullptr; }));
+    gtk_window_close(dialog());
+    EXPECT_TRUE(m_harness.runUntil([this] { return !m_answers.empty(); }));
+    EXPECT_EQ(m_answers, (std::vector { Status::NotDetermined }));
+    // And the user can be asked again.
+    request();
+    answer(GTK_RESPONSE_ACCEPT);
+    EXPECT_EQ(m_answers.back(), Status::Authorized);
+}
+
+TEST_F(TrackingDialogTest, OneDialogAnswersAllWhoAsk)
+{
+    request();
+    request();
+    answer(GTK_RESPONSE_ACCEPT);
+    EXPECT_EQ(m_answers, (std::vector { Status::Authorized, Status::Authorized }));
+}
+
+TEST_F(TrackingDialogTest, AWindowThatGoesTakesTheQuestionWithIt)
+{
+    request();
+    ASSERT_TRUE(m_harness.runUntil([this] { return dialog() != nullptr; }));
+    gtk_window_destroy(gtk_window_get_transient_for(dialog()));
+    EXPECT_TRUE(m_harness.runUntil([this] { return !m_answers.empty(); }));
+    EXPECT_EQ(m_answers, (std::vector { Status::NotDetermined }));
+    m_harness.forgetWindow();
+}
+
+TEST_F(TrackingDialogTest, AsksInTheUsersLanguageAndNamesTheApp)
+{
+    setenv("LANGUAGE", "ko", 1);
+    request();
+    ASSERT_TRUE(m_harness.runUntil([this] { return dialog() != nullptr; }));
+    EXPECT_EQ(question(), "“Contract” 앱이 내 활동을 추적하도록 허용할까요?");
+    gtk_window_close(dialog());
+    EXPECT_TRUE(m_harness.runUntil([this] { return !dialog(); }));
+    setenv("LANGUAGE", "en", 1);
+    request();
+    ASSERT_TRUE(m_harness.runUntil([this] { return dialog() != nullptr; }));
+    EXPECT_EQ(question(), "Allow “Contract” to track your activity?");
+    gtk_window_close(dialog());
+    EXPECT_TRUE(m_harness.runUntil([this] { return m_answers.size() == 2; }));
+}
+
+}

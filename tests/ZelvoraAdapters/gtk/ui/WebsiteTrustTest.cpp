@@ -1,0 +1,125 @@
+#include "tests/ZelvoraAdapters/gtk/services/TestAuthority.h"
+#include "tests/ZelvoraAdapters/gtk/ui/PageTest.h"
+
+#include <fstream>
+
+namespace zelvora::tests {
+
+namespace {
+
+using platform::Value;
+
+/// A page over TLS and a frame of another host in it, both signed by an authority that the system does not know.
+class WebsiteTrustTest : public PageTest {
+protected:
+    explicit WebsiteTrustTest(GtkHarness::Configure const& configure) : PageTest(configure) { }
+
+    static TestAuthority& authority()
+    {
+        static TestAuthority s_authority;
+        return s_authority;
+    }
+
+    static std::filesystem::path write(gtk::HostOptions const& options, std::string const& name, std::string const& pem)
+    {
+        std::filesystem::create_directories(options.dataDirectory);
+        std::ofstream(options.dataDirectory / name) << pem;
+        return options.dataDirectory / name;
+    }
+
+    static LoopbackServer::Identity& pageIdentity()
+    {
+        static auto s_identity = authority().makeIdentity("page.localhost");
+        return s_identity;
+    }
+    static LoopbackServer::Identity& frameIdentity()
+    {
+        static auto s_identity = authority().makeIdentity("frame.localhost");
+        return s_identity;
+    }
+
+    static void serve(LoopbackServer& server, std::string const& html)
+    {
+        server.serve("/", [html](SoupServerMessage* message) {
+            soup_message_headers_replace(
+                soup_server_message_get_response_headers(message), "Content-Type", "text/html");
+            answer(message, 200, html);
+        });
+    }
+
+    void loadPages()
+    {
+        addScript("webkit.messageHandlers.zelvora.postMessage(location.hostname);");
+        serve(m_frameServer, "frame");
+        auto const frame = m_frameServer.url("/", "frame.localhost").absoluteString();
+        serve(m_pageServer, "<iframe src='" + frame + "'></iframe>");
+        load(m_pageServer.url("/", "page.localhost"));
+    }
+
+    LoopbackServer m_pageServer { pageIdentity() };
+    LoopbackServer m_frameServer { frameIdentity() };
+};
+
+class TrustingWebsiteTest : public WebsiteTrustTest {
+protected:
+    TrustingWebsiteTest()
+        : WebsiteTrustTest([](gtk::HostOptions& options) {
+            options.certificateAuthorityFile = write(options, "authority.pem", authority().certificatePEM());
+            options.trustedCertificates.push_back(
+                { "frame.localhost", write(options, "frame.pem", frameIdentity().certificatePEM) });
+        })
+    {
+    }
+};
+
+class StrictWebsiteTest : public WebsiteTrustTest {
+protected:
+    StrictWebsiteTest() : WebsiteTrustTest([](gtk::HostOptions&) { }) { }
+};
+
+class OtherAuthorityWebsiteTest : public WebsiteTrustTest {
+protected:
+    OtherAuthorityWebsiteTest()
+        : WebsiteTrustTest([](gtk::HostOptions& options) {
+            options.certificateAuthorityFile = write(options, "authority.pem", TestAuthority().certificatePEM());
+        })
+    {
+    }
+};
+
+void expectRefusal(GtkHarness& harness, platform::WKWebView const& view, bool& hasFailed)
+{
+    g_signal_connect_swapped(gtk::webKitWebViewOf(view), "load-failed", G_CALLBACK(+[](bool* failed) -> gboolean {
+        *failed = true;
+        return TRUE;
+    }),
+        &hasFailed);
+    EXPECT_TRUE(harness.runUntil([&] { return hasFailed; }));
+}
+
+}
+
+TEST_F(TrustingWebsiteTest, PagesOfTheAuthorityAndFramesOfTrustedHostsLoad)
+{
+    loadPages();
+    EXPECT_EQ(next(), Value("page.localhost"));
+    EXPECT_EQ(next(), Value("frame.localhost"));
+}
+
+TEST_F(StrictWebsiteTest, APageThatNobodyVouchesForDoesNotLoad)
+{
+    loadPages();
+    bool hasFailed = false;
+    expectRefusal(m_harness, *m_view, hasFailed);
+    EXPECT_TRUE(m_pageServer.received().empty());
+}
+
+TEST_F(OtherAuthorityWebsiteTest, AnotherAuthorityDoesNotVouchForAPage)
+{
+    loadPages();
+    bool hasFailed = false;
+    expectRefusal(m_harness, *m_view, hasFailed);
+    EXPECT_TRUE(m_pageServer.received().empty());
+}
+
+}

@@ -5,21 +5,19 @@ namespace zelvora::bench {
 BareBridge::BareBridge(std::function<void()> didHear)
     : m_didHear(std::move(didHear))
     , m_manager(webkit_user_content_manager_new())
-    , m_webView(WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "user-content-manager", m_manager, nullptr)))
+    , m_webView(WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "user-content-manager", m_manager.get(), nullptr)))
 {
-    g_object_ref_sink(m_webView);
-    g_signal_connect(m_manager, "script-message-received::zelvora", G_CALLBACK(&BareBridge::hear), this);
-    webkit_user_content_manager_register_script_message_handler(m_manager, "zelvora", nullptr);
+    g_object_ref_sink(m_webView.get());
+    g_signal_connect(m_manager.get(), "script-message-received::zelvora", G_CALLBACK(&BareBridge::hear), this);
+    webkit_user_content_manager_register_script_message_handler(m_manager.get(), "zelvora", nullptr);
     auto const closeDialog = [](WebKitWebView*, WebKitScriptDialog*, gpointer) -> gboolean { return TRUE; };
-    g_signal_connect(m_webView, "script-dialog", G_CALLBACK(+closeDialog), nullptr);
-    webkit_web_view_load_uri(m_webView, "about:blank");
+    g_signal_connect(m_webView.get(), "script-dialog", G_CALLBACK(+closeDialog), nullptr);
+    webkit_web_view_load_uri(m_webView.get(), "about:blank");
 }
 
 BareBridge::~BareBridge()
 {
-    g_signal_handlers_disconnect_by_data(m_manager, this);
-    g_object_unref(m_webView);
-    g_object_unref(m_manager);
+    g_signal_handlers_disconnect_by_data(m_manager.get(), this);
 }
 
 void BareBridge::hear(WebKitUserContentManager*, JSCValue*, gpointer self)
@@ -33,7 +31,7 @@ void BareBridge::hear(WebKitUserContentManager*, JSCValue*, gpointer self)
 
 gboolean BareBridge::answer(gpointer self)
 {
-    auto* const webView = static_cast<BareBridge*>(self)->m_webView;
+    auto* const webView = static_cast<BareBridge*>(self)->webView();
     for (auto const* script : { "javascript:alert('null');", "hear(null);" })
         webkit_web_view_evaluate_javascript(webView, script, -1, nullptr, nullptr, nullptr, nullptr, nullptr);
     return G_SOURCE_REMOVE;

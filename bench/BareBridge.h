@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+
 #include <webkit/webkit.h>
 
 #include <functional>
@@ -15,15 +17,15 @@ public:
     BareBridge& operator=(BareBridge const&) = delete;
     ~BareBridge();
 
-    [[nodiscard]] WebKitWebView* webView() const { return m_webView; }
+    [[nodiscard]] WebKitWebView* webView() const { return m_webView.get(); }
 
 private:
     static void hear(WebKitUserContentManager* manager, JSCValue* body, gpointer self);
     static gboolean answer(gpointer self);
 
     std::function<void()> m_didHear;
-    WebKitUserContentManager* m_manager;
-    WebKitWebView* m_webView;
+    gtk::GObjectPointer<WebKitUserContentManager> m_manager;
+    gtk::GObjectPointer<WebKitWebView> m_webView;
 };
 
 }

@@ -3,6 +3,7 @@
 
 #include "examples/driving/Page.h"
 
+#include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 #include "ZelvoraAdapters/gtk/Host.h"
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
@@ -98,10 +99,9 @@ int hearFirstMessage(bool withSDK)
     auto const* const script =
         "webkit.messageHandlers.zelvora.postMessage({ action: 'invokeCustomAction', name: 'ready', data: null })";
     webkit_web_view_evaluate_javascript(engine, script, -1, nullptr, nullptr, nullptr, nullptr, nullptr);
-    while (!isHeard)
-        g_main_context_iteration(nullptr, TRUE);
-    // Without the way down, which is not asked about.
-    std::_Exit(EXIT_SUCCESS);
+    bool const wasHeard = gtk::runMainLoopUntil([&isHeard] { return isHeard; });
+    // Exits without the teardown, which is not measured.
+    std::_Exit(wasHeard ? EXIT_SUCCESS : EXIT_FAILURE);
 }
 
 void install(std::filesystem::path const& data)

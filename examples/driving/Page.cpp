@@ -1,6 +1,6 @@
 #include "examples/driving/Page.h"
 
-#include "examples/driving/runUntil.h"
+#include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -14,18 +14,14 @@ struct Evaluation {
     std::optional<std::string> result;
 };
 
-struct ObjectUnref {
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-
 void didEvaluate(GObject* webView, GAsyncResult* result, gpointer data)
 {
     // Owned by the callback too: whoever waits may have given up.
     std::unique_ptr<std::shared_ptr<Evaluation>> const evaluation(static_cast<std::shared_ptr<Evaluation>*>(data));
-    std::unique_ptr<JSCValue, ObjectUnref> const value(
-        webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(webView), result, nullptr));
+    auto const value =
+        gtk::adopt(webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(webView), result, nullptr));
     if (value) {
-        std::unique_ptr<char, decltype(&g_free)> const text(jsc_value_to_string(value.get()), &g_free);
+        gtk::GTextPointer const text(jsc_value_to_string(value.get()));
         (*evaluation)->result = text.get();
     }
     (*evaluation)->isDone = true;
@@ -33,15 +29,7 @@ void didEvaluate(GObject* webView, GAsyncResult* result, gpointer data)
 
 }
 
-Page::Page(WebKitWebView* webView) : m_webView(webView)
-{
-    g_object_ref(m_webView);
-}
-
-Page::~Page()
-{
-    g_object_unref(m_webView);
-}
+Page::Page(WebKitWebView* webView) : m_webView(gtk::retain(webView)) { }
 
 std::string Page::literal(std::string const& text)
 {
@@ -52,9 +40,9 @@ std::optional<std::string> Page::evaluate(std::string const& expression)
 {
     auto const script = "JSON.stringify(" + expression + ") ?? 'null'";
     auto const evaluation = std::make_shared<Evaluation>();
-    webkit_web_view_evaluate_javascript(m_webView, script.c_str(), -1, nullptr, nullptr, nullptr, &didEvaluate,
+    webkit_web_view_evaluate_javascript(m_webView.get(), script.c_str(), -1, nullptr, nullptr, nullptr, &didEvaluate,
         std::make_unique<std::shared_ptr<Evaluation>>(evaluation).release());
-    (void)runUntil([&] { return evaluation->isDone; });
+    (void)gtk::runMainLoopUntil([&] { return evaluation->isDone; });
     return evaluation->result;
 }
 
@@ -64,7 +52,7 @@ bool Page::waitFor(std::string const& expression, double seconds)
     while (g_get_monotonic_time() < deadline) {
         if (evaluate("Boolean(" + expression + ")") == "true")
             return true;
-        (void)runUntil([] { return false; }, 0.05);
+        (void)gtk::runMainLoopUntil([] { return false; }, 0.05);
     }
     return false;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+
 #include <webkit/webkit.h>
 
 #include <optional>
@@ -13,9 +15,6 @@ class Page final {
 public:
     /// Holds the web view, so that it may be asked even after the container has gone.
     explicit Page(WebKitWebView* webView);
-    Page(Page const&) = delete;
-    Page& operator=(Page const&) = delete;
-    ~Page();
 
     /// What the expression gives, as JSON; absent where it throws.
     [[nodiscard]] std::optional<std::string> evaluate(std::string const& expression);
@@ -35,7 +34,7 @@ public:
     [[nodiscard]] static std::string literal(std::string const& text);
 
 private:
-    WebKitWebView* m_webView;
+    gtk::GObjectPointer<WebKitWebView> m_webView;
 };
 
 }

@@ -1,6 +1,6 @@
 #include "examples/driving/Picture.h"
 
-#include "examples/driving/runUntil.h"
+#include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 
 #include <memory>
 
@@ -8,13 +8,7 @@ namespace zelvora::examples {
 
 namespace {
 
-struct ObjectUnref {
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-
-struct NodeUnref {
-    void operator()(GskRenderNode* node) const { gsk_render_node_unref(node); }
-};
+using NodePointer = std::unique_ptr<GskRenderNode, gtk::Releasing<gsk_render_node_unref>>;
 
 // What the page has just changed reaches the window a few frames later.
 void drawFrames(GtkWidget* widget)
@@ -29,7 +23,7 @@ void drawFrames(GtkWidget* widget)
             return G_SOURCE_CONTINUE;
         },
         &drawn, nullptr);
-    (void)runUntil([&drawn] { return drawn >= frames; }, 2);
+    (void)gtk::runMainLoopUntil([&drawn] { return drawn >= frames; }, 2);
     gtk_widget_remove_tick_callback(widget, tick);
 }
 
@@ -41,16 +35,16 @@ bool takePicture(GtkWindow* window, std::filesystem::path const& file)
     drawFrames(widget);
     auto const width = gtk_widget_get_width(widget);
     auto const height = gtk_widget_get_height(widget);
-    std::unique_ptr<GdkPaintable, ObjectUnref> const paintable(gtk_widget_paintable_new(widget));
+    auto const paintable = gtk::adopt(gtk_widget_paintable_new(widget));
     auto* const snapshot = gtk_snapshot_new();
     gdk_paintable_snapshot(paintable.get(), snapshot, width, height);
-    std::unique_ptr<GskRenderNode, NodeUnref> const node(gtk_snapshot_free_to_node(snapshot));
+    NodePointer const node(gtk_snapshot_free_to_node(snapshot));
     auto* const renderer = gtk_native_get_renderer(GTK_NATIVE(window));
     if (!node || !renderer)
         return false;
     graphene_rect_t area;
     graphene_rect_init(&area, 0, 0, static_cast<float>(width), static_cast<float>(height));
-    std::unique_ptr<GdkTexture, ObjectUnref> const texture(gsk_renderer_render_texture(renderer, node.get(), &area));
+    auto const texture = gtk::adopt(gsk_renderer_render_texture(renderer, node.get(), &area));
     return gdk_texture_save_to_png(texture.get(), file.c_str());
 }
 

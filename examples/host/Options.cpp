@@ -1,6 +1,6 @@
 #include "examples/host/Options.h"
 
-#include <glib.h>
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 
 #include <iostream>
 #include <memory>
@@ -19,9 +19,8 @@ struct Arguments {
 
 std::string take(char* text)
 {
-    std::string const taken = text ? text : "";
-    g_free(text);
-    return taken;
+    gtk::GTextPointer const taken(text);
+    return taken ? taken.get() : "";
 }
 
 bool parse(Arguments& into, int& count, char**& arguments)
@@ -33,14 +32,13 @@ bool parse(Arguments& into, int& count, char**& arguments)
         { "walk", 'w', 0, G_OPTION_ARG_STRING, &into.walk, "Let the program drive itself", "first|second" },
         { "pictures", 'p', 0, G_OPTION_ARG_FILENAME, &into.pictures, "Where a walk saves pictures", "FOLDER" }, {}
     };
-    std::unique_ptr<GOptionContext, decltype(&g_option_context_free)> const context(
-        g_option_context_new("- a host app that opens the shop"), &g_option_context_free);
+    std::unique_ptr<GOptionContext, gtk::Releasing<g_option_context_free>> const context(
+        g_option_context_new("- a host app that opens the shop"));
     g_option_context_add_main_entries(context.get(), static_cast<GOptionEntry const*>(entries), nullptr);
-    GError* error = nullptr;
-    if (g_option_context_parse(context.get(), &count, &arguments, &error))
+    gtk::GErrorPlace error;
+    if (g_option_context_parse(context.get(), &count, &arguments, error.out()))
         return true;
     std::cerr << error->message << '\n';
-    g_error_free(error);
     return false;
 }
 

@@ -1,9 +1,9 @@
 #include "examples/host/Walk.h"
 
+#include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
 #include "ZelvoraIOS/ZelvoraStorage.h"
 #include "examples/driving/Picture.h"
-#include "examples/driving/runUntil.h"
 
 #include <algorithm>
 #include <array>
@@ -44,8 +44,9 @@ GtkWindow* findDialog(GtkWindow* parent)
 {
     auto* const windows = gtk_window_get_toplevels();
     for (guint i = 0; i < g_list_model_get_n_items(windows); ++i) {
-        auto* const window = GTK_WINDOW(g_list_model_get_item(windows, i));
-        g_object_unref(window);
+        // The toolkit owns its windows: the reference that comes with the item is not needed.
+        auto const item = gtk::adopt(static_cast<GObject*>(g_list_model_get_item(windows, i)));
+        auto* const window = GTK_WINDOW(item.get());
         if (window != parent && gtk_widget_is_visible(GTK_WIDGET(window)))
             return window;
     }
@@ -148,23 +149,23 @@ void Walk::answerPermission()
         dialog = findDialog(m_host.window());
         return dialog != nullptr;
     };
-    if (!step("the question about tracking appears", runUntil(appears, patience)))
+    if (!step("the question about tracking appears", gtk::runMainLoopUntil(appears, patience)))
         return;
     picture("permission", dialog);
     auto* const allow = findAllowButton(dialog);
     if (step("it has a button to allow", allow != nullptr))
         g_signal_emit_by_name(allow, "clicked");
     auto const isKnown = [] { return ZelvoraStorage::getString("adid").has_value(); };
-    step("the advertising id is kept", runUntil(isKnown, patience));
+    step("the advertising id is kept", gtk::runMainLoopUntil(isKnown, patience));
     auto const hasShopId = [] { return ZelvoraStorage::getValidShopId().has_value(); };
-    step("the shop id arrives from the lookup", runUntil(hasShopId, patience));
+    step("the shop id arrives from the lookup", gtk::runMainLoopUntil(hasShopId, patience));
 }
 
 void Walk::openShop()
 {
     m_host.presentShop();
     auto const isShown = [] { return ZelvoraSDK::shared().activeWebView() != nullptr; };
-    if (!step("the shop opens", runUntil(isShown, patience)))
+    if (!step("the shop opens", gtk::runMainLoopUntil(isShown, patience)))
         return;
     m_page = std::make_unique<Page>(engineOf(*ZelvoraSDK::shared().activeWebView()));
     step("its first page is complete", page().waitUntilReady("/v1/"));
@@ -187,7 +188,7 @@ void Walk::buySomething()
     picture("product");
     page().click("add-to-cart");
     auto const isAdded = [] { return ZelvoraStorage::getEventTrackingData().size() >= 2; };
-    step("looking and choosing are queued as events", runUntil(isAdded, patience));
+    step("looking and choosing are queued as events", gtk::runMainLoopUntil(isAdded, patience));
     openPage("cart.html");
     step("the cart is read back from the app", page().waitFor("document.getElementById('line-moon-jar')"));
     picture("cart");
@@ -211,14 +212,14 @@ void Walk::useBridge()
         page().click("btn-save-event") && clickAndExpect("btn-get-events", "← onBridgeEvents(["));
     page().click("btn-custom-object");
     auto const isTold = [this] { return m_host.lastMessage() == R"({"from":"상점","count":2})"; };
-    step("the app's own action gets the page's object as text", runUntil(isTold, patience));
+    step("the app's own action gets the page's object as text", gtk::runMainLoopUntil(isTold, patience));
 
     page().click("btn-footer-hide");
     auto const isHidden = [] { return !ZelvoraSDK::shared().isFooterVisible(); };
-    step("the page hides the footer", runUntil(isHidden, patience));
+    step("the page hides the footer", gtk::runMainLoopUntil(isHidden, patience));
     picture("bridge-without-footer");
     page().click("btn-footer-show");
-    step("and shows it again", runUntil([] { return ZelvoraSDK::shared().isFooterVisible(); }, patience));
+    step("and shows it again", gtk::runMainLoopUntil([] { return ZelvoraSDK::shared().isFooterVisible(); }, patience));
     picture("bridge");
 }
 
@@ -227,7 +228,7 @@ void Walk::useFrame()
     auto const before = ZelvoraStorage::getEventTrackingData().size();
     page().click("btn-frame-save-event");
     auto const isQueued = [before] { return ZelvoraStorage::getEventTrackingData().size() == before + 1; };
-    step("a frame from another origin queues an event", runUntil(isQueued, patience));
+    step("a frame from another origin queues an event", gtk::runMainLoopUntil(isQueued, patience));
 }
 
 void Walk::followLinks()
@@ -249,13 +250,13 @@ void Walk::closeShop()
     auto const queued = ZelvoraStorage::getEventTrackingData().size();
     page().click("btn-close");
     auto const isClosed = [this, before] { return m_host.dismissals() > before; };
-    step("the page closes the shop", runUntil(isClosed, patience));
+    step("the page closes the shop", gtk::runMainLoopUntil(isClosed, patience));
     m_page.reset();
     auto const isGone = [] { return ZelvoraSDK::shared().activeWebView() == nullptr; };
-    step("nothing of the container is left", runUntil(isGone, patience));
+    step("nothing of the container is left", gtk::runMainLoopUntil(isGone, patience));
     auto const isTaken = [queued] { return ZelvoraStorage::getEventTrackingData().size() != queued; };
     if (queued > 0)
-        step("events that the collector refused stay queued", !runUntil(isTaken, 1));
+        step("events that the collector refused stay queued", !gtk::runMainLoopUntil(isTaken, 1));
     m_host.homePage().showEventQueue();
     picture("home-again");
 }
@@ -268,7 +269,7 @@ void Walk::uploadWhatWasLeft()
     m_host.initializeSDK();
     auto const isEmpty = [] { return ZelvoraStorage::getEventTrackingData().isEmpty(); };
     step("the collector works again, and getting ready uploads what was left",
-        runUntil(isEmpty, patience) && collectedEvents() == before + queued);
+        gtk::runMainLoopUntil(isEmpty, patience) && collectedEvents() == before + queued);
     step("the user is not asked for permission again", !findDialog(m_host.window()));
     m_host.homePage().showEventQueue();
     picture("uploaded");

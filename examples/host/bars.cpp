@@ -1,5 +1,7 @@
 #include "examples/host/bars.h"
 
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+
 namespace zelvora::examples {
 
 namespace {
@@ -60,11 +62,10 @@ GtkWidget* makeButton(char const* label, std::function<void()> const& work)
 
 void installStyle()
 {
-    auto* const provider = gtk_css_provider_new();
-    gtk_css_provider_load_from_data(provider, style, -1);
+    auto const provider = gtk::adopt(gtk_css_provider_new());
+    gtk_css_provider_load_from_data(provider.get(), style, -1);
     gtk_style_context_add_provider_for_display(
-        gdk_display_get_default(), GTK_STYLE_PROVIDER(provider), GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
-    g_object_unref(provider);
+        gdk_display_get_default(), GTK_STYLE_PROVIDER(provider.get()), GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
 }
 
 }

@@ -1,3 +1,4 @@
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "examples/host/Options.h"
 #include "examples/host/ShopHost.h"
 #include "examples/host/Walk.h"
@@ -55,9 +56,9 @@ int main(int count, char** arguments)
         return EXIT_FAILURE;
     Program program { .options = *options, .host = nullptr };
     // Several may run at once, each with data of its own.
-    auto* const application = gtk_application_new("com.zelvora.example.host", G_APPLICATION_NON_UNIQUE);
-    g_signal_connect(application, "activate", G_CALLBACK(&activate), &program);
-    auto const status = g_application_run(G_APPLICATION(application), 0, nullptr);
-    g_object_unref(application);
+    auto const application =
+        zelvora::gtk::adopt(gtk_application_new("com.zelvora.example.host", G_APPLICATION_NON_UNIQUE));
+    g_signal_connect(application.get(), "activate", G_CALLBACK(&activate), &program);
+    auto const status = g_application_run(G_APPLICATION(application.get()), 0, nullptr);
     return status == EXIT_SUCCESS ? program.status : status;
 }

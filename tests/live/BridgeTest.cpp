@@ -12,7 +12,7 @@ namespace zelvora::tests {
 namespace {
 
 using examples::Page;
-using examples::runUntil;
+using gtk::runMainLoopUntil;
 
 std::optional<platform::Value> stored(std::string const& key)
 {
@@ -21,7 +21,7 @@ std::optional<platform::Value> stored(std::string const& key)
 
 bool becomesStored(std::string const& key, platform::Value const& value)
 {
-    return runUntil([&] { return stored(key) == value; });
+    return runMainLoopUntil([&] { return stored(key) == value; });
 }
 
 class BridgeTest : public testing::Test {
@@ -74,9 +74,9 @@ TEST_F(BridgeTest, APageSavesEventsReadsThemBackAndSwitchesTheFooter)
 
     shop.page().click("btn-footer-text");
     shop.page().click("btn-footer-hide");
-    EXPECT_TRUE(runUntil([] { return !ZelvoraSDK::shared().isFooterVisible(); }));
+    EXPECT_TRUE(runMainLoopUntil([] { return !ZelvoraSDK::shared().isFooterVisible(); }));
     shop.page().click("btn-footer-show");
-    EXPECT_TRUE(runUntil([] { return ZelvoraSDK::shared().isFooterVisible(); }));
+    EXPECT_TRUE(runMainLoopUntil([] { return ZelvoraSDK::shared().isFooterVisible(); }));
 }
 
 TEST_F(BridgeTest, AFrameFromAnotherOriginCallsTheBridgeAndItsAnswersReachTheMainFrame)
@@ -84,7 +84,7 @@ TEST_F(BridgeTest, AFrameFromAnotherOriginCallsTheBridgeAndItsAnswersReachTheMai
     open();
     auto const before = ZelvoraStorage::getEventTrackingData().size();
     shop.page().click("btn-frame-save-event");
-    EXPECT_TRUE(runUntil([before] { return ZelvoraStorage::getEventTrackingData().size() == before + 1; }));
+    EXPECT_TRUE(runMainLoopUntil([before] { return ZelvoraStorage::getEventTrackingData().size() == before + 1; }));
     auto const events = ZelvoraStorage::getEventTrackingData();
     auto const* event = events.at(before).dictionary();
     EXPECT_EQ(
@@ -103,13 +103,13 @@ TEST_F(BridgeTest, ACustomActionGetsTextAndTheJSONOfObjectsAndNothingElse)
     open();
     for (auto const* kind : { "object", "text", "number", "true", "null", "nothing" })
         shop.page().click("btn-custom-" + std::string(kind));
-    EXPECT_TRUE(runUntil([&heard] { return heard.size() == 6; }));
+    EXPECT_TRUE(runMainLoopUntil([&heard] { return heard.size() == 6; }));
     std::vector<std::optional<std::string>> const expected { R"({"from":"상점","count":2})", "안녕", std::nullopt,
         std::nullopt, "null", std::nullopt };
     EXPECT_EQ(heard, expected);
     run("ZelvoraSDKBridge.share(''), ZelvoraSDKBridge.share(0), ZelvoraSDKBridge.share(false), "
         "ZelvoraSDKBridge.share(['목', 1])");
-    EXPECT_TRUE(runUntil([&heard] { return heard.size() == 10; }));
+    EXPECT_TRUE(runMainLoopUntil([&heard] { return heard.size() == 10; }));
     EXPECT_EQ(heard.at(6), std::nullopt);
     EXPECT_EQ(heard.at(7), std::nullopt);
     EXPECT_EQ(heard.at(8), std::nullopt);
@@ -122,7 +122,7 @@ TEST_F(BridgeTest, ACustomActionNamedLikeABuiltInFunctionReplacesIt)
     ZelvoraSDK::shared().addCustomAction("close", [&closed](auto const&) { ++closed; });
     open();
     shop.page().click("btn-close");
-    EXPECT_TRUE(runUntil([&closed] { return closed == 1; }));
+    EXPECT_TRUE(runMainLoopUntil([&closed] { return closed == 1; }));
     EXPECT_NE(ZelvoraSDK::shared().activeWebView(), nullptr);
 }
 

@@ -12,7 +12,7 @@ namespace zelvora::tests {
 
 namespace {
 
-using examples::runUntil;
+using gtk::runMainLoopUntil;
 
 class Delegate final : public ZelvoraSDK::ZelvoraSDKDelegate {
 public:
@@ -71,7 +71,7 @@ TEST_F(ContainerTest, TheHostHearsOfEveryChangeOfTheURLAlsoWithoutALoad)
     ASSERT_TRUE(shop.openPage("cart.html"));
     (void)shop.page().evaluate("(history.pushState({}, '', '?pushed=1'), location.hash = 'place', true)");
     auto const isHeard = [this] { return !shop.urls().empty() && shop.urls().back().ends_with("?pushed=1#place"); };
-    EXPECT_TRUE(runUntil(isHeard));
+    EXPECT_TRUE(runMainLoopUntil(isHeard));
     ASSERT_GE(shop.urls().size(), 3U);
     EXPECT_TRUE(shop.urls().at(shop.urls().size() - 2).ends_with("?pushed=1"));
     EXPECT_TRUE(contains(shop.urls().at(shop.urls().size() - 3), "/cart.html"));
@@ -113,7 +113,7 @@ TEST_F(ContainerTest, ASwipeFromTheLeftEdgeGoesBackInThePageFirstAndThenLeaves)
     EXPECT_EQ(delegate->dismissals, 0);
 
     swipeFromLeftEdge();
-    EXPECT_TRUE(runUntil([this] { return delegate->dismissals == 1; }));
+    EXPECT_TRUE(runMainLoopUntil([this] { return delegate->dismissals == 1; }));
     EXPECT_EQ(delegate->swipes, 2);
 }
 
@@ -123,7 +123,7 @@ TEST_F(ContainerTest, ADelegateThatHandlesTheSwipeItselfKeepsThePageWhereItIs)
     open();
     ASSERT_TRUE(shop.openPage("cart.html"));
     swipeFromLeftEdge();
-    EXPECT_TRUE(runUntil([this] { return delegate->swipes == 1; }));
+    EXPECT_TRUE(runMainLoopUntil([this] { return delegate->swipes == 1; }));
     EXPECT_FALSE(shop.page().waitFor("!location.pathname.endsWith('/cart.html')", 0.5));
     EXPECT_EQ(delegate->dismissals, 0);
 }
@@ -135,23 +135,23 @@ TEST_F(ContainerTest, HidingTheFooterLetsThePageGrowToTheBottomWithinTheAnimatio
     auto const withFooter = height();
     ZelvoraSDK::shared().setFooterVisible(false);
     auto const begin = g_get_monotonic_time();
-    EXPECT_TRUE(runUntil([&] { return height() == withFooter + 60; }));
+    EXPECT_TRUE(runMainLoopUntil([&] { return height() == withFooter + 60; }));
     auto const seconds = static_cast<double>(g_get_monotonic_time() - begin) / G_USEC_PER_SEC;
     EXPECT_GE(seconds, 0.2) << "it moves there, it does not jump";
     ZelvoraSDK::shared().setFooterVisible(true);
-    EXPECT_TRUE(runUntil([&] { return height() == withFooter; }));
+    EXPECT_TRUE(runMainLoopUntil([&] { return height() == withFooter; }));
 }
 
 TEST_F(ContainerTest, ClosingFromThePageDismissesUploadsAndLeavesNothingBehind)
 {
     open();
     shop.page().click("product-moon-jar");
-    ASSERT_TRUE(runUntil([] { return !ZelvoraStorage::getEventTrackingData().isEmpty(); }));
+    ASSERT_TRUE(runMainLoopUntil([] { return !ZelvoraStorage::getEventTrackingData().isEmpty(); }));
     ASSERT_TRUE(shop.openPage("bridge.html"));
     shop.page().click("btn-close");
-    EXPECT_TRUE(runUntil([] { return ZelvoraSDK::shared().activeWebView() == nullptr; }));
+    EXPECT_TRUE(runMainLoopUntil([] { return ZelvoraSDK::shared().activeWebView() == nullptr; }));
     EXPECT_EQ(delegate->dismissals, 1);
-    EXPECT_TRUE(runUntil([] { return ZelvoraStorage::getEventTrackingData().isEmpty(); }));
+    EXPECT_TRUE(runMainLoopUntil([] { return ZelvoraStorage::getEventTrackingData().isEmpty(); }));
     EXPECT_GE(shop.collectedBatches(), 1U);
     EXPECT_FALSE(ZelvoraSDK::shared().getCurrentUrl());
 }
@@ -161,7 +161,7 @@ TEST_F(ContainerTest, ALaunchDuringTheInitializationHappensAsSoonAsItIsReady)
     shop.initialize(delegate);
     EXPECT_TRUE(ZelvoraSDK::shared().start(shop.presenter()));
     EXPECT_EQ(ZelvoraSDK::shared().activeWebView(), nullptr);
-    EXPECT_TRUE(runUntil([] { return ZelvoraSDK::shared().activeWebView() != nullptr; }));
+    EXPECT_TRUE(runMainLoopUntil([] { return ZelvoraSDK::shared().activeWebView() != nullptr; }));
 }
 
 }

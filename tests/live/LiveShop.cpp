@@ -9,7 +9,7 @@
 
 namespace zelvora::tests {
 
-using examples::runUntil;
+using gtk::runMainLoopUntil;
 
 struct LiveShop::Errors {
     std::mutex mutex;
@@ -111,7 +111,7 @@ void LiveShop::initialize(std::shared_ptr<ZelvoraSDK::ZelvoraSDKDelegate> const&
 bool LiveShop::open()
 {
     ZelvoraSDK::shared().start(m_presenter);
-    if (!runUntil([] { return ZelvoraSDK::shared().activeWebView() != nullptr; }))
+    if (!runMainLoopUntil([] { return ZelvoraSDK::shared().activeWebView() != nullptr; }))
         return false;
     auto const view = ZelvoraSDK::shared().activeWebView();
     auto const* webView = dynamic_cast<platform::WKWebView const*>(view->subviews().front().get());

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 #include "ZelvoraAdapters/gtk/Host.h"
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
 #include "ZelvoraPlatform/Tracking/ATTrackingManager.h"
 #include "examples/driving/Page.h"
-#include "examples/driving/runUntil.h"
 #include "examples/service/Service.h"
 #include "tests/examples/TemporaryDirectory.h"
 

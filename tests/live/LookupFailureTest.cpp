@@ -15,7 +15,7 @@ namespace {
 using examples::BodyFault;
 using examples::Cut;
 using examples::Fault;
-using examples::runUntil;
+using gtk::runMainLoopUntil;
 
 struct Failure {
     std::string name;
@@ -48,7 +48,7 @@ TEST_P(LookupFailureTest, TheHostIsToldAndALaunchSaysThatThereIsNoShopId)
 {
     shop.service().faults().set(examples::Target::Lookup, GetParam().fault);
     shop.initialize();
-    ASSERT_TRUE(runUntil([] { return !ZelvoraSDKInspector::isInitializing(); }, 60));
+    ASSERT_TRUE(runMainLoopUntil([] { return !ZelvoraSDKInspector::isInitializing(); }, 60));
 
     auto const errors = shop.errors();
     if (!GetParam().detail) {

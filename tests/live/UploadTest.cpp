@@ -12,7 +12,7 @@ namespace zelvora::tests {
 
 namespace {
 
-using examples::runUntil;
+using gtk::runMainLoopUntil;
 
 std::size_t queued()
 {
@@ -70,13 +70,13 @@ TEST(UploadTest, EventsThatTheCollectorRefusesStayAndGoWithTheNextCall)
     auto const asked = [&shop](unsigned times) {
         return shop.service().faults().requests(examples::Target::Collector) == times;
     };
-    ASSERT_TRUE(runUntil([&] { return asked(1); }));
+    ASSERT_TRUE(runMainLoopUntil([&] { return asked(1); }));
     shop.service().faults().set(examples::Target::Collector, { .cut = examples::Cut::BeforeAnswer, .requests = 1 });
     ZelvoraSDK::shared().sendTrackingData();
-    ASSERT_TRUE(runUntil([&] { return asked(2); }));
+    ASSERT_TRUE(runMainLoopUntil([&] { return asked(2); }));
     EXPECT_EQ(queued(), 1U);
     ZelvoraSDK::shared().sendTrackingData();
-    EXPECT_TRUE(runUntil([] { return queued() == 0; }));
+    EXPECT_TRUE(runMainLoopUntil([] { return queued() == 0; }));
     std::fflush(stdout);
     auto const output = testing::internal::GetCapturedStdout();
     EXPECT_NE(output.find("sendTrackingData Failed (Status: 300, Body: "), std::string::npos);

@@ -11,7 +11,7 @@
 namespace {
 
 using namespace zelvora;
-using examples::runUntil;
+using gtk::runMainLoopUntil;
 using tests::LiveShop;
 
 std::size_t queued()
@@ -21,7 +21,7 @@ std::size_t queued()
 
 bool becomesQueued(std::size_t count)
 {
-    return runUntil([count] { return queued() == count; });
+    return runMainLoopUntil([count] { return queued() == count; });
 }
 
 bool queueEvents()

@@ -6,6 +6,8 @@
 
 namespace zelvora::gtk {
 
+/// The deleter of a pointer to something that a C function releases: `std::unique_ptr<GskRenderNode,
+/// Releasing<gsk_render_node_unref>>`.
 template<auto release>
 struct Releasing {
     template<typename Type>
@@ -26,7 +28,7 @@ template<typename Type>
     return GObjectPointer<Type>(object);
 }
 
-/// Takes a reference of its own.
+/// Adds a reference; the caller keeps its own.
 template<typename Type>
 [[nodiscard]] GObjectPointer<Type> retain(Type* object)
 {
@@ -34,15 +36,16 @@ template<typename Type>
 }
 
 using GBytesPointer = std::unique_ptr<GBytes, Releasing<g_bytes_unref>>;
-using GErrorPointer = std::unique_ptr<GError, Releasing<g_error_free>>;
 using GKeyFilePointer = std::unique_ptr<GKeyFile, Releasing<g_key_file_unref>>;
 using GMainContextPointer = std::unique_ptr<GMainContext, Releasing<g_main_context_unref>>;
 using GMainLoopPointer = std::unique_ptr<GMainLoop, Releasing<g_main_loop_unref>>;
+using GSourcePointer = std::unique_ptr<GSource, Releasing<g_source_unref>>;
 using GUriPointer = std::unique_ptr<GUri, Releasing<g_uri_unref>>;
-/// Text or bytes that GLib allocated.
+/// Text or bytes that the caller must give to g_free.
 using GTextPointer = std::unique_ptr<char, Releasing<g_free>>;
 
-/// Where a GLib call leaves its error: `GErrorPlace error; call(..., error.out()); if (error) ...`.
+/// Receives and owns the error of a GLib call: `GErrorPlace error; call(..., error.out()); if (error) ...`. One call
+/// each.
 class GErrorPlace final {
 public:
     GErrorPlace() = default;

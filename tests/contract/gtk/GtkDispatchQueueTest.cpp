@@ -1,8 +1,8 @@
 #include "ZelvoraAdapters/gtk/Concurrency/ContextThread.h"
 #include "ZelvoraAdapters/gtk/Concurrency/MainContextQueue.h"
+#include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 #include "tests/contract/DispatchQueueContract.h"
 #include "tests/contract/ThreadedQueueHarness.h"
-#include "tests/contract/gtk/MainLoop.h"
 
 #include <chrono>
 #include <optional>
@@ -15,7 +15,7 @@ class GtkMainQueue final {
 public:
     platform::DispatchQueue& queue() { return *m_queue; }
     void destroyQueue() { m_queue.reset(); }
-    bool runUntil(std::function<bool()> const& done) { return runMainLoopUntil(done); }
+    bool runUntil(std::function<bool()> const& done) { return gtk::runMainLoopUntil(done); }
     platform::TimeInterval elapsed() const
     {
         return std::chrono::duration<double>(std::chrono::steady_clock::now() - m_start).count();

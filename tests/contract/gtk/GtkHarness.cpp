@@ -1,6 +1,6 @@
 #include "tests/contract/gtk/GtkHarness.h"
 
-#include "tests/contract/gtk/MainLoop.h"
+#include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 
 #include <gtest/gtest.h>
 
@@ -86,11 +86,7 @@ GtkHarness::~GtkHarness()
 
 bool GtkHarness::runUntil(std::function<bool()> const& done)
 {
-    // Not all that tests wait for happens in this process.
-    auto const turn = g_timeout_add(10, [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr);
-    bool const isDone = runMainLoopUntil(done);
-    g_source_remove(turn);
-    return isDone;
+    return gtk::runMainLoopUntil(done);
 }
 
 GtkWindow* GtkHarness::window()

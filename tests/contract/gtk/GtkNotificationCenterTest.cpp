@@ -1,7 +1,7 @@
 #include "ZelvoraAdapters/gtk/Concurrency/MainContextQueue.h"
+#include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 #include "ZelvoraAdapters/shared/Foundation/NotificationCenter.h"
 #include "tests/contract/NotificationCenterContract.h"
-#include "tests/contract/gtk/MainLoop.h"
 
 namespace zelvora::tests {
 
@@ -15,7 +15,7 @@ public:
     {
         bool isTurned = false;
         m_queue.async([&] { isTurned = true; });
-        EXPECT_TRUE(runMainLoopUntil([&] { return isTurned; }));
+        EXPECT_TRUE(gtk::runMainLoopUntil([&] { return isTurned; }));
     }
 
 private:

@@ -1,8 +1,8 @@
+#include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 #include "ZelvoraAdapters/gtk/Tracking/ATTrackingManager.h"
 #include "ZelvoraAdapters/gtk/Tracking/TrackingStore.h"
 #include "tests/ZelvoraAdapters/gtk/services/TemporaryDirectory.h"
 #include "tests/contract/TrackingContract.h"
-#include "tests/contract/gtk/MainLoop.h"
 
 #include <gtk/gtk.h>
 
@@ -32,7 +32,7 @@ public:
             gtk_dialog_get_widget_for_response(dialog(), allow ? GTK_RESPONSE_ACCEPT : GTK_RESPONSE_REJECT);
         g_signal_emit_by_name(button, "clicked");
     }
-    bool runUntil(std::function<bool()> const& done) { return runMainLoopUntil(done); }
+    bool runUntil(std::function<bool()> const& done) { return gtk::runMainLoopUntil(done); }
     void restart()
     {
         m_manager.reset();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 #include "ZelvoraPlatform/Foundation/Value.h"
 #include "ZelvoraPlatform/UIKit/UIViewController.h"
@@ -14,7 +15,7 @@ namespace zelvora {
 
 /// The bridge between a page and the SDK: the script that gives every page `window.ZelvoraSDKBridge`, and the dispatch
 /// of what it posts.
-class ZelvoraJavascriptInterface final {
+class ZELVORA_API ZelvoraJavascriptInterface final {
 public:
     /// The name that the message handler is registered under.
     static constexpr char const* handlerName = "zelvora";

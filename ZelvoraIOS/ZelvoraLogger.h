@@ -1,12 +1,14 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
+
 #include <string>
 
 namespace zelvora {
 
 /// Writes each message to the system log, as far as that is enabled for the type, and always to standard output. Any
 /// thread.
-class ZelvoraLogger final {
+class ZELVORA_API ZelvoraLogger final {
 public:
     /// Debug.
     static void d(std::string const& message);

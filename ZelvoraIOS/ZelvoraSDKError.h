@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -12,12 +14,12 @@ namespace zelvora {
 enum class ZelvoraSDKErrorType : std::uint8_t { error, warning, info, debug };
 
 /// "ERROR", "WARNING", "INFO" or "DEBUG".
-[[nodiscard]] std::string_view rawValue(ZelvoraSDKErrorType type);
+[[nodiscard]] ZELVORA_API std::string_view rawValue(ZelvoraSDKErrorType type);
 /// The type with that raw value, compared exactly; absent for any other text.
-[[nodiscard]] std::optional<ZelvoraSDKErrorType> makeZelvoraSDKErrorType(std::string_view rawValue);
+[[nodiscard]] ZELVORA_API std::optional<ZelvoraSDKErrorType> makeZelvoraSDKErrorType(std::string_view rawValue);
 
 /// What a public operation reports when it fails. Immutable; any thread.
-class ZelvoraSDKError final {
+class ZELVORA_API ZelvoraSDKError final {
 public:
     /// Hosts may make them all. The SDK itself never reports `networkError`, as a failure of the network is an
     /// `internalApiError`, nor `adIdNotInitialized`, as it goes on without the advertising id.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "ZelvoraPlatform/Foundation/Date.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
@@ -17,7 +18,7 @@ namespace zelvora {
 /// A key K occupies up to three entries, under a prefix that names the app: the value, its date ("_ts") and its
 /// lifetime ("_exp"). They are written and read one by one, so that a reader on another thread may see a new value with
 /// the old date between them.
-class ZelvoraStorage final {
+class ZELVORA_API ZelvoraStorage final {
 public:
     using Value = platform::Value;
 

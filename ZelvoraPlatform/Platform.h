@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/Bundle.h"
 #include "ZelvoraPlatform/Foundation/Date.h"
 #include "ZelvoraPlatform/Foundation/JSONSerialization.h"
@@ -26,7 +27,7 @@ namespace zelvora::platform {
 /// What the SDK runs on: every service of the system, and the makers of what there can be many of. The host installs
 /// one before it first uses the SDK, and it lives until the process ends. The services are owned by the platform; their
 /// own comments tell their threads.
-class Platform {
+class ZELVORA_API Platform {
 public:
     /// Once per process, before `current()`, on the main thread; anything else is a programming error that stops the
     /// process.

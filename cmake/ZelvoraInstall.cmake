@@ -12,7 +12,14 @@ function(zelvora_install export)
         string(REPLACE "=" ";" pair "${pair}")
         list(GET pair 0 name)
         list(GET pair 1 target)
-        set_target_properties(${target} PROPERTIES EXPORT_NAME ${name})
+        set_target_properties(${target} PROPERTIES
+            EXPORT_NAME ${name}
+            VERSION "${PROJECT_VERSION}"
+            SOVERSION "${PROJECT_VERSION_MAJOR}"
+            INSTALL_RPATH "$ORIGIN"
+        )
+        # A library that uses what another one does not export fails here and not in the host.
+        target_link_options(${target} PRIVATE "$<$<PLATFORM_ID:Linux>:LINKER:--no-undefined>")
         add_library(ZelvoraIOS::${name} ALIAS ${target})
         install(TARGETS ${target} EXPORT ${export}
             ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
@@ -29,6 +36,11 @@ function(zelvora_install_headers)
             FILES_MATCHING PATTERN "*.h")
     endforeach()
 endfunction()
+
+if(BUILD_SHARED_LIBS)
+    # See ZelvoraPlatform/Export.h. Every other library links the platform layer and gets the definition from it.
+    target_compile_definitions(zelvora_platform PUBLIC ZELVORA_SHARED)
+endif()
 
 zelvora_install(ZelvoraIOSCore platform=zelvora_platform ZelvoraIOS=ZelvoraIOS)
 zelvora_install(ZelvoraIOSShared shared=zelvora_shared)

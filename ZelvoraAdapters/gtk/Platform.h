@@ -14,6 +14,7 @@
 #include "ZelvoraAdapters/shared/Foundation/NotificationCenter.h"
 #include "ZelvoraAdapters/shared/JSON/JSONSerialization.h"
 #include "ZelvoraAdapters/shared/Journal/JournaledUserDefaults.h"
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Platform.h"
 
 #include <filesystem>
@@ -23,7 +24,7 @@
 namespace zelvora::gtk {
 
 /// Linux desktops and phones: GTK 4, WebKitGTK, libsoup, the journal. Hosts make it by `install` in "Host.h".
-class Platform final : public platform::Platform {
+class ZELVORA_API Platform final : public platform::Platform {
 public:
     /// On the main thread, after `gtk_init`.
     explicit Platform(HostOptions options);

@@ -13,6 +13,7 @@
 #include "ZelvoraAdapters/memory/os/Log.h"
 #include "ZelvoraAdapters/shared/Foundation/NotificationCenter.h"
 #include "ZelvoraAdapters/shared/JSON/JSONSerialization.h"
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Platform.h"
 
 #include <memory>
@@ -42,7 +43,7 @@ struct Options {
 ///     platform.runUntilIdle();
 ///     platform.urlSession().answer(200, R"({"data": {"shopId": "shop"}})");
 ///     platform.runUntilIdle();
-class Platform final : public platform::Platform {
+class ZELVORA_API Platform final : public platform::Platform {
 public:
     explicit Platform(Options options = {});
 
@@ -109,6 +110,6 @@ private:
 };
 
 /// Makes a platform in memory, installs it and returns it. Once per process, on the main thread.
-Platform& install(Options options = {});
+ZELVORA_API Platform& install(Options options = {});
 
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/NSCoder.h"
 #include "ZelvoraPlatform/UIKit/UIView.h"
 #include "ZelvoraPlatform/UIKit/UIViewController.h"
@@ -13,7 +14,7 @@ namespace zelvora {
 
 /// The view that shows the site: a web view that fills it, with the bridge in every page. It loads its address at once
 /// and has no way to change it. Main thread. Links to anything but web pages are handed to the system.
-class ZelvoraWebView final
+class ZELVORA_API ZelvoraWebView final
     : public platform::UIView
     , public platform::WKNavigationDelegate
     , public platform::WKScriptMessageHandler {

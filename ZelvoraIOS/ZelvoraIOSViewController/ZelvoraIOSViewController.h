@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/Bundle.h"
 #include "ZelvoraPlatform/Foundation/NSCoder.h"
 #include "ZelvoraPlatform/Foundation/NotificationCenter.h"
@@ -17,7 +18,7 @@ class ZelvoraWebView;
 
 /// The full-screen container: the host's header, the site, the host's footer. A swipe from the left edge goes back, in
 /// the page first and then off the screen, where the host allows it. Main thread.
-class ZelvoraIOSViewController final
+class ZELVORA_API ZelvoraIOSViewController final
     : public platform::UIViewController
     , public platform::UIGestureRecognizerDelegate {
 public:

@@ -2,6 +2,7 @@
 
 #include "ZelvoraIOS/ZelvoraSDKError.h"
 #include "ZelvoraPlatform/Concurrency/Task.h"
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/Error.h"
 #include "ZelvoraPlatform/Foundation/URLSession.h"
 #include "ZelvoraPlatform/Tracking/ATTrackingManager.h"
@@ -21,7 +22,7 @@ class ZelvoraWebView;
 
 /// The one object that a host app talks to: it is configured once and asked to show the shopping site. Called on the
 /// main thread, where nothing else is said. A platform must have been installed before `shared` is first used.
-class ZelvoraSDK final {
+class ZELVORA_API ZelvoraSDK final {
 public:
     /// What a host is asked and told about the container. Held weakly. Main thread.
     class ZelvoraSDKDelegate {

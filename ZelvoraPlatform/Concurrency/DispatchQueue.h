@@ -1,13 +1,14 @@
 #pragma once
 
 #include "ZelvoraPlatform/Concurrency/Block.h"
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/Date.h"
 
 namespace zelvora::platform {
 
 /// Runs blocks. `async` may be called on any thread and is always later, also on the queue's own thread; a serial queue
 /// keeps the order of submission. A block that is never run is destroyed with the queue.
-class DispatchQueue {
+class ZELVORA_API DispatchQueue {
 public:
     using Work = Block<void()>;
 

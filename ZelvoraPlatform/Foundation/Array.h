@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/Value.h"
 
 #include <cstddef>
@@ -15,7 +16,7 @@ namespace zelvora::platform {
 /// A persistent sequence of values. Appending to the newest version and dropping from the front are amortised O(1) and
 /// leave older versions as they were; appending to an older version copies it first. Versions may be used on different
 /// threads at once.
-class Array final {
+class ZELVORA_API Array final {
     struct Chunk;
 
 public:

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
+
 #include <optional>
 #include <string>
 
 namespace zelvora::platform {
 
 /// The host app's main bundle. Any thread.
-class Bundle {
+class ZELVORA_API Bundle {
 public:
     virtual ~Bundle() = default;
 

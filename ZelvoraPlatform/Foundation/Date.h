@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
+
 namespace zelvora::platform {
 
 /// A length of time in seconds.
@@ -18,7 +20,7 @@ struct Date {
 };
 
 /// The system's wall clock, which people and time servers may set forwards and backwards. Any thread.
-class Clock {
+class ZELVORA_API Clock {
 public:
     virtual ~Clock() = default;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/Value.h"
 
 #include <cstddef>
@@ -13,7 +14,7 @@
 namespace zelvora::platform {
 
 /// An immutable map from text to values, in the order of its keys' bytes.
-class Dictionary final {
+class ZELVORA_API Dictionary final {
 public:
     using Entry = std::pair<std::string, Value>;
     using Entries = std::vector<Entry>;

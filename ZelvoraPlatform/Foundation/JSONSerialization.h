@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/Data.h"
 #include "ZelvoraPlatform/Foundation/Error.h"
 #include "ZelvoraPlatform/Foundation/Value.h"
@@ -12,7 +13,7 @@ namespace zelvora::platform {
 enum class JSONWritingOptions : std::uint8_t { None, PrettyPrinted };
 
 /// The platform's JSON reader and writer. Any thread.
-class JSONSerialization {
+class ZELVORA_API JSONSerialization {
 public:
     virtual ~JSONSerialization() = default;
 

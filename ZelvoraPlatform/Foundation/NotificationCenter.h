@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 
 #include <cstdint>
@@ -21,7 +22,7 @@ struct Notification {
 };
 
 /// The default notification centre. Any thread.
-class NotificationCenter {
+class ZELVORA_API NotificationCenter {
 public:
     using Handler = std::function<void(Notification const&)>;
     using Token = std::uint64_t;

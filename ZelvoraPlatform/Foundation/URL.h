@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -8,7 +10,7 @@ namespace zelvora::platform {
 
 /// A parsed URL (RFC 3986), read as the phone's current system does: what a URL cannot hold, such as blanks or letters
 /// outside ASCII, is percent-encoded; text that still forms no URL, the empty one included, is refused.
-class URL final {
+class ZELVORA_API URL final {
 public:
     [[nodiscard]] static std::optional<URL> parse(std::string_view text);
     /// An address that an engine or a loader reports, as it stands: engines encode by rules of their own, and what

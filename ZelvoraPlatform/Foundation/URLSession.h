@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZelvoraPlatform/Concurrency/CompletionHandler.h"
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/Data.h"
 #include "ZelvoraPlatform/Foundation/Date.h"
 #include "ZelvoraPlatform/Foundation/Error.h"
@@ -32,7 +33,7 @@ struct URLResponse {
 };
 
 /// The shared loader of the process.
-class URLSession {
+class ZELVORA_API URLSession {
 public:
     struct Answer {
         Data data;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -7,9 +9,9 @@
 namespace zelvora::platform {
 
 /// Whether the bytes are well-formed UTF-8: no overlong forms, no surrogates, nothing above U+10FFFF.
-[[nodiscard]] bool isValidUTF8(std::string_view bytes);
+[[nodiscard]] ZELVORA_API bool isValidUTF8(std::string_view bytes);
 
 /// The bytes as text; absent where they are not well-formed UTF-8.
-[[nodiscard]] std::optional<std::string> decodeUTF8(std::string_view bytes);
+[[nodiscard]] ZELVORA_API std::optional<std::string> decodeUTF8(std::string_view bytes);
 
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/Value.h"
 
 #include <optional>
@@ -13,7 +14,7 @@ namespace zelvora::platform {
 /// The store takes no bare null marker and nothing that nests deeper than `Value::maximumNesting`: the caller sees to
 /// that. Failures of the medium are logged by the adapter, the new value stays in memory and is written with the next
 /// write; callers cannot act on them.
-class UserDefaults {
+class ZELVORA_API UserDefaults {
 public:
     virtual ~UserDefaults() = default;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/Data.h"
 #include "ZelvoraPlatform/Foundation/Date.h"
 
@@ -28,7 +29,7 @@ struct Null {
 /// A boolean is never a number. Every number is a double, as in the pages. Accessors answer only for the kind
 /// that is held: nothing throws and nothing converts. Text is UTF-8. A value may nest to any depth and is destroyed
 /// without recursion; what a service accepts is the service's own matter (see `maximumNesting`).
-class Value final {
+class ZELVORA_API Value final {
 public:
     enum class Kind : std::uint8_t { Null, Boolean, Number, Text, Date, Data, Array, Dictionary };
 
@@ -84,8 +85,8 @@ private:
 
 /// A readable text for log lines, at most `debugDescriptionLimit` bytes and then a note of what was left out, so that
 /// it costs the same however long the value is. Absence reads "nil".
-[[nodiscard]] std::string debugDescription(Value const& value);
-[[nodiscard]] std::string debugDescription(std::optional<Value> const& value);
+[[nodiscard]] ZELVORA_API std::string debugDescription(Value const& value);
+[[nodiscard]] ZELVORA_API std::string debugDescription(std::optional<Value> const& value);
 inline constexpr std::size_t debugDescriptionLimit = 512;
 
 }

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
+
 #include <string>
 
 namespace zelvora::platform {
 
 /// The advertising identifier of the device. Any thread.
-class ASIdentifierManager {
+class ZELVORA_API ASIdentifierManager {
 public:
     virtual ~ASIdentifierManager() = default;
 

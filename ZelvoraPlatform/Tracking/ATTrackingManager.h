@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZelvoraPlatform/Concurrency/CompletionHandler.h"
+#include "ZelvoraPlatform/Export.h"
 
 #include <cstdint>
 
@@ -15,7 +16,7 @@ enum class ATTrackingAuthorizationStatus : std::uint8_t {
 };
 
 /// Asks the user, once per install, for permission to track. Main thread.
-class ATTrackingManager {
+class ZELVORA_API ATTrackingManager {
 public:
     virtual ~ATTrackingManager() = default;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
+
 #include <cstdint>
 #include <initializer_list>
 
@@ -11,7 +13,7 @@ class NSLayoutConstraint;
 enum class NSLayoutAttribute : std::uint8_t { Top, Leading, Trailing, Bottom };
 
 /// One edge of a view or of its safe area, for saying constraints. A plain value: the view must outlive its use.
-struct NSLayoutAnchor {
+struct ZELVORA_API NSLayoutAnchor {
     enum class Item : std::uint8_t { View, SafeArea };
 
     UIView* view = nullptr;
@@ -25,7 +27,7 @@ struct NSLayoutAnchor {
 
 /// "This edge equals that one". A plain value: two constraints that say the same are the same. While active, it is kept
 /// by the nearest common ancestor of its two views, and it ends when either of them leaves that ancestor. Main thread.
-class NSLayoutConstraint final {
+class ZELVORA_API NSLayoutConstraint final {
 public:
     NSLayoutConstraint(NSLayoutAnchor first, NSLayoutAnchor second) : m_first(first), m_second(second) { }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/URL.h"
 
 #include <cstdint>
@@ -11,7 +12,7 @@ enum class UIApplicationState : std::uint8_t { Active = 0, Inactive = 1, Backgro
 
 /// The running app. Main thread. The adapter posts `didBecomeActiveNotification` on the default notification centre, on
 /// the main thread, after the state has become active.
-class UIApplication {
+class ZELVORA_API UIApplication {
 public:
     static constexpr char const* didBecomeActiveNotification = "UIApplicationDidBecomeActiveNotification";
 

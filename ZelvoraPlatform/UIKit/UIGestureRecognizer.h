@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
+
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -19,7 +21,7 @@ enum class UIGestureRecognizerState : std::uint8_t {
 };
 
 /// Asked by the system before a gesture begins. Main thread.
-class UIGestureRecognizerDelegate {
+class ZELVORA_API UIGestureRecognizerDelegate {
 public:
     virtual ~UIGestureRecognizerDelegate() = default;
 
@@ -30,7 +32,7 @@ public:
 
 /// Turns touches into an action. Main thread. An adapter drives it: it asks `shouldBegin` and then reports states with
 /// `recognize`; an adapter that stands for a system recogniser derives and overrides the setters to pass them on.
-class UIGestureRecognizer {
+class ZELVORA_API UIGestureRecognizer {
 public:
     UIGestureRecognizer() = default;
     virtual ~UIGestureRecognizer() = default;

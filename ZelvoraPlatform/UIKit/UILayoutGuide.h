@@ -1,11 +1,12 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/UIKit/NSLayoutConstraint.h"
 
 namespace zelvora::platform {
 
 /// The part of a view that the system's bars and notches leave free. A plain value: the view must outlive its use.
-class UILayoutGuide final {
+class ZELVORA_API UILayoutGuide final {
 public:
     explicit UILayoutGuide(UIView& owner) : m_owner(&owner) { }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/UIKit/UIViewController.h"
 
 #include <vector>
@@ -10,7 +11,7 @@ class UIGestureRecognizer;
 
 /// A stack of screens, the last one shown; the host's own, wrapped by the adapter. Main thread. It keeps the
 /// controllers on it.
-class UINavigationController : public UIViewController {
+class ZELVORA_API UINavigationController : public UIViewController {
 public:
     [[nodiscard]] virtual std::vector<std::shared_ptr<UIViewController>> viewControllers() const = 0;
     virtual void pushViewController(std::shared_ptr<UIViewController> controller, Animated animated) = 0;

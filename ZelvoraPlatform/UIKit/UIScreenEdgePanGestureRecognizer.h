@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/UIKit/UIGestureRecognizer.h"
 
 #include <functional>
@@ -10,7 +11,7 @@ namespace zelvora::platform {
 enum class UIRectEdge : std::uint8_t { None = 0, Top = 1, Left = 2, Bottom = 4, Right = 8 };
 
 /// A drag that starts at an edge of the screen.
-class UIScreenEdgePanGestureRecognizer final : public UIGestureRecognizer {
+class ZELVORA_API UIScreenEdgePanGestureRecognizer final : public UIGestureRecognizer {
 public:
     using Action = std::function<void(UIScreenEdgePanGestureRecognizer&)>;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/Date.h"
 #include "ZelvoraPlatform/UIKit/Geometry.h"
 #include "ZelvoraPlatform/UIKit/NSLayoutConstraint.h"
@@ -16,7 +17,7 @@ class UIGestureRecognizer;
 
 /// A rectangle on the screen with others in it. Main thread. A view keeps its subviews; who makes a view holds it until
 /// it is in another. The class keeps the tree; its peer, made by the platform, shows it.
-class UIView : public std::enable_shared_from_this<UIView> {
+class ZELVORA_API UIView : public std::enable_shared_from_this<UIView> {
 public:
     /// The native view. The owner outlives it and calls it on the main thread, after it has changed its own state. A
     /// peer may keep the owner's address from the start but uses it only later.

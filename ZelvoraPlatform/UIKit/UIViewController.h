@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/UIKit/Animated.h"
 #include "ZelvoraPlatform/UIKit/UIView.h"
 
@@ -16,7 +17,7 @@ enum class UIModalPresentationStyle : std::int8_t { Automatic = -2, FullScreen =
 /// A screen: a root view, and what happens when it comes and goes. Main thread. Whoever shows it (a navigation stack, a
 /// presenter's window) keeps it. The root view is made on first use, so that no hook runs before the object is
 /// complete.
-class UIViewController : public std::enable_shared_from_this<UIViewController> {
+class ZELVORA_API UIViewController : public std::enable_shared_from_this<UIViewController> {
 public:
     /// The native controller. The owner outlives it.
     class Peer {

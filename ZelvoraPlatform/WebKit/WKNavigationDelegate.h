@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZelvoraPlatform/Concurrency/CompletionHandler.h"
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/URL.h"
 
 #include <cstdint>
@@ -20,7 +21,7 @@ struct WKNavigationAction {
 };
 
 /// Decides on and hears of navigations. Main thread.
-class WKNavigationDelegate {
+class ZELVORA_API WKNavigationDelegate {
 public:
     using DecisionHandler = CompletionHandler<void(WKNavigationActionPolicy)>;
 

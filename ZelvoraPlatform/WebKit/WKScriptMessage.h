@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/Value.h"
 
 #include <string>
@@ -17,7 +18,7 @@ struct WKScriptMessage {
 
 /// Is told of the messages that pages post to the name that it was registered under. Main thread, in the order of
 /// posting.
-class WKScriptMessageHandler {
+class ZELVORA_API WKScriptMessageHandler {
 public:
     virtual ~WKScriptMessageHandler() = default;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/WebKit/WKScriptMessage.h"
 #include "ZelvoraPlatform/WebKit/WKUserScript.h"
 
@@ -8,7 +9,7 @@
 namespace zelvora::platform {
 
 /// What is injected into the pages of the web views that share it, and who hears them. Main thread.
-class WKUserContentController {
+class ZELVORA_API WKUserContentController {
 public:
     virtual ~WKUserContentController() = default;
 

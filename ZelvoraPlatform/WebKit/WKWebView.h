@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/NSKeyValueObservation.h"
 #include "ZelvoraPlatform/Foundation/URL.h"
 #include "ZelvoraPlatform/Foundation/URLSession.h"
@@ -16,7 +17,7 @@ namespace zelvora::platform {
 
 /// The system's web view, which is itself a view. Main thread. It answers script dialogs at once with no panel, as the
 /// phone's does without a UI delegate, and reloads the page when its web process died, unless it dies again and again.
-class WKWebView : public UIView {
+class ZELVORA_API WKWebView : public UIView {
 public:
     [[nodiscard]] virtual WKWebViewConfiguration const& configuration() const = 0;
     virtual void setInspectable(bool inspectable) = 0;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
+
 #include <cstdint>
 #include <string>
 
@@ -9,7 +11,7 @@ namespace zelvora::platform {
 enum class OSLogType : std::uint8_t { Default = 0, Info = 1, Debug = 2, Error = 16, Fault = 17 };
 
 /// A handle of the system log for one subsystem and category. Any thread.
-class Logger {
+class ZELVORA_API Logger {
 public:
     virtual ~Logger() = default;
 

@@ -3,6 +3,7 @@
 #include "ZelvoraAdapters/memory/Foundation/Clock.h"
 #include "ZelvoraAdapters/shared/Concurrency/WorkSchedule.h"
 #include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
+#include "ZelvoraPlatform/Export.h"
 
 #include <cstddef>
 #include <mutex>
@@ -11,7 +12,7 @@ namespace zelvora::memory {
 
 /// A serial queue that is turned by hand: a block runs inside `runOne` or `runAll`, on the thread that calls it. Any
 /// thread; two threads that turn one queue at once are two workers of a concurrent queue.
-class DispatchQueue final : public platform::DispatchQueue {
+class ZELVORA_API DispatchQueue final : public platform::DispatchQueue {
 public:
     /// How many blocks `runAll` runs before it takes the queue for a runaway loop.
     static constexpr std::size_t runawayLimit = 100'000;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/Bundle.h"
 
 #include <utility>
@@ -7,7 +8,7 @@
 namespace zelvora::memory {
 
 /// The host app's bundle. Set its identifier before other threads may ask.
-class Bundle final : public platform::Bundle {
+class ZELVORA_API Bundle final : public platform::Bundle {
 public:
     void setBundleIdentifier(std::optional<std::string> identifier) { m_identifier = std::move(identifier); }
 

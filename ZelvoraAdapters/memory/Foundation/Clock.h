@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/Date.h"
 
 #include <chrono>
@@ -8,7 +9,7 @@
 namespace zelvora::memory {
 
 /// A clock that stands still until it is moved by hand. Any thread.
-class Clock final : public platform::Clock {
+class ZELVORA_API Clock final : public platform::Clock {
 public:
     /// The first of January 2026, midnight UTC: where every clock starts.
     static constexpr platform::Date start { 1'767'225'600 };

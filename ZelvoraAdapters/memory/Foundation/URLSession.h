@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZelvoraAdapters/memory/Concurrency/DispatchQueue.h"
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/URLSession.h"
 
 #include <cstddef>
@@ -19,7 +20,7 @@ namespace zelvora::memory {
 ///
 /// Where a request is named it is by its place among `requests()`; by default it is the oldest that has no answer.
 /// Answering what is not there, or a second time, stops the process.
-class URLSession final : public platform::URLSession {
+class ZELVORA_API URLSession final : public platform::URLSession {
 public:
     static constexpr std::size_t oldest = static_cast<std::size_t>(-1);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/UserDefaults.h"
 
 #include <map>
@@ -13,7 +14,7 @@ namespace zelvora::memory {
 ///
 /// What the seam forbids its callers (a bare null marker, a value that nests too deep) stops the process, so that a
 /// test finds it.
-class UserDefaults final : public platform::UserDefaults {
+class ZELVORA_API UserDefaults final : public platform::UserDefaults {
 public:
     using Contents = std::map<std::string, platform::Value>;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Tracking/ASIdentifierManager.h"
 
 #include <utility>
@@ -7,7 +8,7 @@
 namespace zelvora::memory {
 
 /// The device's advertising identifier. Set it before other threads may ask.
-class ASIdentifierManager final : public platform::ASIdentifierManager {
+class ZELVORA_API ASIdentifierManager final : public platform::ASIdentifierManager {
 public:
     void setAdvertisingIdentifier(std::string identifier) { m_identifier = std::move(identifier); }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Tracking/ATTrackingManager.h"
 
 #include <cstddef>
@@ -15,7 +16,7 @@ namespace zelvora::memory {
 
 /// Tracking permission: a prompt that whoever drives it answers. Completions run on the queue given, as the phone's run
 /// off the main thread; those that have had no turn when the manager is destroyed are called then. Main thread.
-class ATTrackingManager final : public platform::ATTrackingManager {
+class ZELVORA_API ATTrackingManager final : public platform::ATTrackingManager {
 public:
     using Status = platform::ATTrackingAuthorizationStatus;
     using Completion = platform::CompletionHandler<void(Status)>;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/UIKit/UIGestureRecognizer.h"
 #include "ZelvoraPlatform/UIKit/UINavigationController.h"
 
@@ -12,7 +13,7 @@ namespace zelvora::memory {
 /// The host's navigation stack; made with `std::make_shared`, its first screen is pushed like the others. It calls
 /// `viewDidLoad` of a pushed controller, which knows its stack by then, before `viewWillDisappear` of the one that it
 /// covers. Pushing what is in a stack or presented stops the process.
-class NavigationController final : public platform::UINavigationController {
+class ZELVORA_API NavigationController final : public platform::UINavigationController {
 public:
     enum class SwipeToPop : std::uint8_t { No, Yes };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZelvoraAdapters/memory/WebKit/CallRecord.h"
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/Date.h"
 #include "ZelvoraPlatform/UIKit/Animated.h"
 #include "ZelvoraPlatform/UIKit/Geometry.h"
@@ -53,7 +54,7 @@ struct Transition {
 
 /// The device's screen: its size, the views on it and what happened there. The root view of every controller fills it.
 /// Main thread. It outlives the views.
-class Screen final {
+class ZELVORA_API Screen final {
 public:
     /// 390 by 844 points, with 47 taken at the top and 34 at the bottom. What changes shows at the next layout.
     void setSize(double width, double height);

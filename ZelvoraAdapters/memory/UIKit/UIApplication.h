@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/UIKit/UIApplication.h"
 
 #include <set>
@@ -13,7 +14,7 @@ class NotificationCenter;
 namespace zelvora::memory {
 
 /// The running app. It starts active, on a device where no app is registered for any scheme. Main thread.
-class UIApplication final : public platform::UIApplication {
+class ZELVORA_API UIApplication final : public platform::UIApplication {
 public:
     explicit UIApplication(platform::NotificationCenter& notificationCenter) : m_notificationCenter(notificationCenter)
     {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/UIKit/UIViewController.h"
 
 #include <memory>
@@ -13,7 +14,7 @@ class Screen;
 ///
 /// A controller that is neither in a stack nor presented counts as the window's root, so it is on screen. Transitions
 /// are over when the call that asks for them returns: the hooks were called, and what left is no longer kept.
-class UIViewControllerPeer final : public platform::UIViewController::Peer {
+class ZELVORA_API UIViewControllerPeer final : public platform::UIViewController::Peer {
 public:
     UIViewControllerPeer(Screen& screen, platform::UIViewController& owner) : m_screen(screen), m_owner(owner) { }
     ~UIViewControllerPeer() override;
@@ -55,6 +56,6 @@ private:
 };
 
 /// The native side of a controller that was made while this adapter was installed.
-[[nodiscard]] UIViewControllerPeer& peer(platform::UIViewController const& controller);
+[[nodiscard]] ZELVORA_API UIViewControllerPeer& peer(platform::UIViewController const& controller);
 
 }

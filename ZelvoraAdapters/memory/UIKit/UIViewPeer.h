@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/UIKit/UIView.h"
 
 #include <optional>
@@ -20,7 +21,7 @@ struct IntrinsicSize {
 
 /// The native side of every view: it remembers what it was told and where the layout put it. Its calls stand in the
 /// screen's record under the owner's address.
-class UIViewPeer final : public platform::UIView::Peer {
+class ZELVORA_API UIViewPeer final : public platform::UIView::Peer {
 public:
     UIViewPeer(Screen& screen, platform::UIView& owner, platform::CGRect frame);
     ~UIViewPeer() override;
@@ -75,8 +76,8 @@ private:
 };
 
 /// The native side of a view that was made while this adapter was installed.
-[[nodiscard]] UIViewPeer& peer(platform::UIView const& view);
+[[nodiscard]] ZELVORA_API UIViewPeer& peer(platform::UIView const& view);
 /// The view's frame in its superview, after `layoutIfNeeded` or `Platform::layout`.
-[[nodiscard]] platform::CGRect frame(platform::UIView const& view);
+[[nodiscard]] ZELVORA_API platform::CGRect frame(platform::UIView const& view);
 
 }

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "ZelvoraAdapters/memory/UIKit/UIViewControllerPeer.h"
+#include "ZelvoraPlatform/Export.h"
 
 #include <vector>
 
 namespace zelvora::memory {
 
 /// A plain screen of the host's own, such as the presenter that the shop is opened from.
-class ViewController : public platform::UIViewController {
+class ZELVORA_API ViewController : public platform::UIViewController {
 public:
     /// The flags that `viewWillDisappear` was called with.
     [[nodiscard]] std::vector<platform::Animated> const& disappearances() const { return m_disappearances; }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
+
 #include <initializer_list>
 #include <string>
 #include <utility>
@@ -9,7 +11,7 @@ namespace zelvora::memory {
 
 /// What was asked of views, controllers, web views and their content controllers, in one order over all of them. Main
 /// thread.
-class CallRecord final {
+class ZELVORA_API CallRecord final {
 public:
     struct Call {
         /// For comparing only; nullptr once it is gone. A view's is the address of its `UIView`.

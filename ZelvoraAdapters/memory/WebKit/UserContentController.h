@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/WebKit/WKUserContentController.h"
 
 #include <map>
@@ -12,7 +13,7 @@ class CallRecord;
 
 /// What is injected into pages and who hears them. Its calls stand in the screen's record: "addScriptMessageHandler
 /// NAME", "removeScriptMessageHandler NAME", "addUserScript". Adding a name twice stops the process. Main thread.
-class UserContentController final : public platform::WKUserContentController {
+class ZELVORA_API UserContentController final : public platform::WKUserContentController {
 public:
     explicit UserContentController(CallRecord& calls) : m_calls(calls) { }
     ~UserContentController() override;

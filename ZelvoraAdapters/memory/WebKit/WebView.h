@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/WebKit/WKWebView.h"
 
 #include <cstddef>
@@ -21,7 +22,7 @@ class UserContentController;
 ///
 /// `load` shows the URL at once, and asks the delegate about it when the main queue is turned; refused, the URL goes
 /// back to what it was. Every change of the URL calls the observers before the call that made it returns.
-class WebView final : public platform::WKWebView {
+class ZELVORA_API WebView final : public platform::WKWebView {
 public:
     /// What the delegate decided about an action, in the order of the answers.
     struct Decision {

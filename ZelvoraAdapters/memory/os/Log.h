@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/os/Logger.h"
 
 #include <memory>
@@ -13,7 +14,7 @@ namespace zelvora::memory {
 
 /// The system log, as lines that can be read back. Every type is enabled until it is disabled. Any thread. It outlives
 /// the loggers that it makes.
-class Log final {
+class ZELVORA_API Log final {
 public:
     struct Line {
         platform::OSLogType type = platform::OSLogType::Default;

@@ -2,6 +2,7 @@
 
 #include "ZelvoraAdapters/shared/Concurrency/WorkSchedule.h"
 #include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
+#include "ZelvoraPlatform/Export.h"
 
 #include <condition_variable>
 #include <cstddef>
@@ -14,7 +15,7 @@ namespace zelvora::shared {
 /// A concurrent queue on threads of its own. Blocks start in the order in which they fall due and may run at the same
 /// time as one another. The destructor waits for the blocks that are running and destroys the others unrun, so it must
 /// not be called on one of the queue's threads.
-class ThreadPoolQueue final : public platform::DispatchQueue {
+class ZELVORA_API ThreadPoolQueue final : public platform::DispatchQueue {
 public:
     explicit ThreadPoolQueue(std::size_t threadCount = 2);
     ThreadPoolQueue(ThreadPoolQueue const&) = delete;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
+#include "ZelvoraPlatform/Export.h"
 
 #include <chrono>
 #include <cstddef>
@@ -13,7 +14,7 @@ namespace zelvora::shared {
 
 /// What a queue has yet to run, in the order in which it falls due; blocks due at the same moment stand in the order in
 /// which they were added. Not guarded: its queue holds a lock around every call.
-class WorkSchedule final {
+class ZELVORA_API WorkSchedule final {
 public:
     using Moment = std::chrono::steady_clock::time_point;
     using Work = platform::DispatchQueue::Work;

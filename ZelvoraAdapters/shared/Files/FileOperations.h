@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZelvoraAdapters/shared/Files/FileDescriptor.h"
+#include "ZelvoraPlatform/Export.h"
 
 #include <sys/stat.h>
 #include <sys/types.h>
@@ -15,7 +16,7 @@ namespace zelvora::shared {
 
 /// What the preferences journal asks of the file system, a method a system call, with that call's own answers and
 /// `errno`. A test derives from it and overrides the call that is to fail.
-class FileOperations {
+class ZELVORA_API FileOperations {
 public:
     virtual ~FileOperations() = default;
     /// The system itself.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/NotificationCenter.h"
 
 #include <cstddef>
@@ -11,7 +12,7 @@
 namespace zelvora::shared {
 
 /// A notification centre for adapters whose system has none. Any thread.
-class NotificationCenter final : public platform::NotificationCenter {
+class ZELVORA_API NotificationCenter final : public platform::NotificationCenter {
 public:
     /// How many registrations of a name there are whose observers live.
     [[nodiscard]] std::size_t observerCount(std::string const& name) const;

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/JSONSerialization.h"
 
 namespace zelvora::shared {
 
 /// The JSON reader and writer for adapters whose system has none: strict RFC 8259 in UTF-8. The members of a dictionary
 /// are written in the order of its keys, and of members that stand twice the later one is read. Any thread.
-class JSONSerialization final : public platform::JSONSerialization {
+class ZELVORA_API JSONSerialization final : public platform::JSONSerialization {
 public:
     // platform::JSONSerialization
     [[nodiscard]] bool isValidJSONObject(platform::Value const& value) const override;

@@ -2,6 +2,7 @@
 
 #include "ZelvoraAdapters/shared/Journal/JournalTuning.h"
 #include "ZelvoraAdapters/shared/Journal/PreferencesJournal.h"
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/UserDefaults.h"
 
 #include <atomic>
@@ -28,7 +29,7 @@ namespace zelvora::shared {
 ///
 /// Beside the file there is one of the same name with ".lock", which must not be removed while in use, and for moments
 /// one with ".compacting".
-class JournaledUserDefaults final : public platform::UserDefaults {
+class ZELVORA_API JournaledUserDefaults final : public platform::UserDefaults {
 public:
     /// Called with a line for the log, on any thread, with no lock held.
     using LogError = std::function<void(std::string const& line)>;

@@ -9,7 +9,7 @@ namespace zelvora::platform {
 
 namespace {
 
-TEST(BlockTest, ABlockCallsWhatItHolds)
+TEST(BlockTest, ABlockCallsItsCallable)
 {
     int calls = 0;
     Block<void()> block([&calls] { ++calls; });
@@ -26,7 +26,7 @@ TEST(BlockTest, ArgumentsAndResultPassThrough)
     EXPECT_EQ(block("a", std::make_unique<int>(7)), "a7");
 }
 
-TEST(BlockTest, ABlockMayOwnWhatCannotBeCopied)
+TEST(BlockTest, ABlockMayOwnAnObjectThatCannotBeCopied)
 {
     Block<int()> block([owned = std::make_unique<int>(7)] { return *owned; });
     auto moved = std::move(block);
@@ -39,7 +39,7 @@ TEST(BlockTest, AnEmptyBlockIsFalse)
     EXPECT_FALSE(Block<void()>(nullptr));
 }
 
-TEST(BlockTest, WhatABlockOwnsGoesWithIt)
+TEST(BlockTest, ABlockDestroysWhatItOwns)
 {
     auto const watched = std::make_shared<int>();
     {

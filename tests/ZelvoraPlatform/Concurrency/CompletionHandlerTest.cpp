@@ -12,7 +12,7 @@ namespace {
 
 using Handler = CompletionHandler<void(int)>;
 
-TEST(CompletionHandlerTest, ItCallsWithItsArguments)
+TEST(CompletionHandlerTest, ItPassesItsArgumentsOn)
 {
     std::vector<int> received;
     Handler handler([&received](int value) { received.push_back(value); });
@@ -20,7 +20,7 @@ TEST(CompletionHandlerTest, ItCallsWithItsArguments)
     EXPECT_EQ(received, (std::vector<int> { 7 }));
 }
 
-TEST(CompletionHandlerTest, AMovedHandlerOwesTheCallInPlaceOfTheFormer)
+TEST(CompletionHandlerTest, TheNewHandlerOwesTheCallAfterAMove)
 {
     int calls = 0;
     {
@@ -40,7 +40,7 @@ TEST(CompletionHandlerTest, WhatItOwnsIsReleasedByTheCall)
     EXPECT_EQ(watched.use_count(), 1);
 }
 
-TEST(CompletionHandlerTest, ItMayBeDestroyedByItsOwnCall)
+TEST(CompletionHandlerTest, ItMayBeDestroyedByItsOwnCallback)
 {
     std::optional<Handler> handler;
     int calls = 0;
@@ -63,7 +63,7 @@ TEST(CompletionHandlerDeathTest, CallingItTwiceStopsTheProcess)
         "Fatal error: a completion handler was called twice");
 }
 
-TEST(CompletionHandlerDeathTest, CallingItFromItsOwnCallStopsTheProcess)
+TEST(CompletionHandlerDeathTest, CallingItFromItsOwnCallbackStopsTheProcess)
 {
     EXPECT_DEATH(
         {
@@ -74,7 +74,7 @@ TEST(CompletionHandlerDeathTest, CallingItFromItsOwnCallStopsTheProcess)
         "Fatal error: a completion handler was called twice");
 }
 
-TEST(CompletionHandlerDeathTest, CallingOneThatWasMovedAwayStopsTheProcess)
+TEST(CompletionHandlerDeathTest, CallingAMovedFromHandlerStopsTheProcess)
 {
     EXPECT_DEATH(
         {

@@ -69,7 +69,7 @@ Task<void> hop(Record* record, DispatchQueue* queue)
     record->emplace_back("after");
 }
 
-// Notes the beginning, waits for its turn on the queue and notes the end.
+// Records its beginning, continues on the queue and records its end.
 Task<void> child(Record* record, std::string name, DispatchQueue* queue)
 {
     record->push_back(name + " begins");
@@ -119,7 +119,7 @@ TEST_F(TaskTest, ASpawnedTaskStartsLaterOnItsQueue)
     EXPECT_TRUE(m_queue.isEmpty());
 }
 
-TEST_F(TaskTest, ASpawnedTaskIsGoneWhenItHasFinished)
+TEST_F(TaskTest, ASpawnedTaskIsDestroyedWhenItHasFinished)
 {
     auto const watched = std::make_shared<int>();
     spawn(m_queue, hold(watched));
@@ -136,7 +136,7 @@ TEST_F(TaskTest, AnAwaitedTaskGivesItsResult)
     EXPECT_EQ(sum, 7);
 }
 
-TEST_F(TaskTest, AResultMayBeWhatCannotBeCopied)
+TEST_F(TaskTest, AResultMayBeAnObjectThatCannotBeCopied)
 {
     int result = 0;
     spawn(m_queue, takeOwned(&result));
@@ -166,7 +166,7 @@ TEST_F(TaskTest, TasksMayAwaitOneAnotherDeeply)
     EXPECT_EQ(m_queue.runAll(), 1U);
 }
 
-TEST_F(TaskTest, OneTaskMayAwaitManyInTurn)
+TEST_F(TaskTest, OneTaskMayAwaitManyOthersInSequence)
 {
     int finished = 0;
     spawn(m_queue, awaitMany(1000, &finished));
@@ -183,7 +183,7 @@ TEST_F(TaskTest, ResumingOnAQueueIsAlwaysLater)
     EXPECT_EQ(m_record, (Record { "before", "after" }));
 }
 
-TEST_F(TaskTest, ResumingOnAQueueTakesItsTurnBehindWhatWaitsThere)
+TEST_F(TaskTest, ResumingOnAQueueComesAfterTheBlocksThatWaitThere)
 {
     m_other.async([this] { m_record.emplace_back("waiting"); });
     spawn(m_queue, hop(&m_record, &m_other));
@@ -201,7 +201,7 @@ TEST_F(TaskTest, WhenAllStartsBothAndWaitsForBoth)
     EXPECT_EQ(m_record, (Record { "first begins", "second begins", "first ends", "second ends", "both" }));
 }
 
-TEST_F(TaskTest, WhenAllGoesOnWhicheverEndsLast)
+TEST_F(TaskTest, WhenAllContinuesWhicheverTaskEndsLast)
 {
     spawn(m_queue, both(&m_record, child(&m_record, "first", &m_other), child(&m_record, "second", &m_queue)));
     (void)m_queue.runAll();
@@ -210,7 +210,7 @@ TEST_F(TaskTest, WhenAllGoesOnWhicheverEndsLast)
     EXPECT_EQ(m_record.back(), "both");
 }
 
-TEST_F(TaskTest, WhenAllGoesOnAtOnceWhereBothEndAtOnce)
+TEST_F(TaskTest, WhenAllContinuesAtOnceIfBothEndAtOnce)
 {
     spawn(m_queue, both(&m_record, note(&m_record, "first"), note(&m_record, "second")));
     EXPECT_EQ(m_queue.runAll(), 1U);
@@ -247,7 +247,7 @@ TEST_F(TaskTest, ACallbackIsAwaited)
     EXPECT_EQ(m_record, (Record { "7" })) << "on the caller's thread, before the call returns";
 }
 
-TEST_F(TaskTest, ACallbackThatComesBeforeTheStartReturnsIsAwaitedToo)
+TEST_F(TaskTest, ACallbackInsideStartIsAwaitedToo)
 {
     spawn(m_queue, awaitImmediateCompletion(&m_record));
     (void)m_queue.runAll();
@@ -272,14 +272,14 @@ TEST_F(TaskDeathTest, AnExceptionThatLeavesATaskStopsTheProcess)
         "Fatal error: an exception left a task");
 }
 
-// For tests on real threads: a number that can be waited for.
+// For tests on real threads: a counter whose end can be waited for.
 class Countdown final {
 public:
     explicit Countdown(int count) : m_count(count) { }
 
     void arrive()
     {
-        // Told under the lock: the waiting thread may destroy this as soon as it has it.
+        // Notified under the lock, because the waiting thread may destroy this object as soon as it has the lock.
         std::scoped_lock const lock(m_mutex);
         if (--m_count == 0)
             m_changed.notify_all();
@@ -335,7 +335,7 @@ Task<void> awaitFromThread(DispatchQueue* queue, int* sum, Countdown* countdown)
     countdown->arrive();
 }
 
-TEST(TaskThreadsTest, ACallbackMayComeOnAnotherThreadWhileItIsBeingAskedFor)
+TEST(TaskThreadsTest, ACallbackMayComeOnAnotherThreadBeforeStartReturns)
 {
     for (int round = 0; round < 20; ++round) {
         int sum = 0;

@@ -46,7 +46,7 @@ void expectDifference(Array const& newer, Array const& older, std::size_t droppe
     EXPECT_EQ(difference->firstAppended, firstAppended);
 }
 
-TEST(ArrayTest, AnEmptyArrayHasNothing)
+TEST(ArrayTest, AnEmptyArrayHasNoElements)
 {
     Array const empty;
     EXPECT_TRUE(empty.isEmpty());
@@ -56,14 +56,14 @@ TEST(ArrayTest, AnEmptyArrayHasNothing)
     EXPECT_EQ(empty.nesting(), 1U);
 }
 
-TEST(ArrayTest, ElementsStandInTheOrderOfTheirAppending)
+TEST(ArrayTest, ElementsAreInTheOrderInWhichTheyWereAppended)
 {
     auto const array = arrayUpTo(5000);
     EXPECT_EQ(array.size(), 5000U);
     EXPECT_EQ(numbers(array), upTo(5000));
 }
 
-TEST(ArrayTest, AnArrayIsMadeOfAListOrAVector)
+TEST(ArrayTest, AnArrayIsMadeFromAListOrAVector)
 {
     EXPECT_EQ(numbers(Array { 0, 1, 2 }), upTo(3));
     EXPECT_EQ(numbers(Array(std::vector<Value> { 0, 1, 2 })), upTo(3));
@@ -116,7 +116,7 @@ TEST(ArrayTest, AppendingToAnOlderVersionBranchesOff)
     }
 }
 
-TEST(ArrayTest, BothBranchesGoOn)
+TEST(ArrayTest, BothBranchesCanGrow)
 {
     auto const base = arrayUpTo(4);
     auto left = base;
@@ -146,7 +146,7 @@ TEST(ArrayTest, DroppingMoreThanThereIsLeavesAnEmptyArray)
     EXPECT_TRUE(Array {}.droppingFirst(1).isEmpty());
 }
 
-TEST(ArrayTest, AnEmptiedArrayTakesNewElements)
+TEST(ArrayTest, AnEmptiedArrayAcceptsNewElements)
 {
     for (auto const size : { 1, 3, 4, 5, 12, 600 }) {
         auto array = arrayUpTo(size).droppingFirst(static_cast<std::size_t>(size));
@@ -167,7 +167,7 @@ TEST(ArrayTest, PrefixTakesTheFirstElements)
     EXPECT_TRUE(Array {}.prefix(3).isEmpty());
 }
 
-TEST(ArrayTest, APrefixThatGoesOnLeavesTheWholeAsItWas)
+TEST(ArrayTest, AppendingToAPrefixLeavesTheWholeAsItWas)
 {
     auto const whole = arrayUpTo(100);
     auto const other = whole.prefix(50).appending(-1);
@@ -193,7 +193,7 @@ TEST(ArrayTest, RandomHistoriesMatchAPlainSequence)
     for (int history = 0; history < 60; ++history) {
         std::vector<std::pair<Array, std::vector<int>>> versions { { Array {}, {} } };
         for (int step = 0; step < 120; ++step) {
-            // Mostly the newest, at times an older one.
+            // Mostly the newest version, sometimes an older one.
             auto const place = random() % 4 == 0 ? random() % versions.size() : versions.size() - 1;
             auto [array, model] = versions[place];
             auto const count = random() % 20;
@@ -233,7 +233,7 @@ TEST(ArrayTest, ADifferenceTellsWhatWasDropped)
     expectDifference(older.droppingFirst(4), older, 4, 6);
 }
 
-TEST(ArrayTest, ADifferenceTellsBothAtOnce)
+TEST(ArrayTest, ADifferenceTellsWhatWasDroppedAndAppended)
 {
     auto const older = arrayUpTo(700);
     auto const newer = older.appending(700).droppingFirst(500).appending(701);
@@ -241,13 +241,13 @@ TEST(ArrayTest, ADifferenceTellsBothAtOnce)
     EXPECT_EQ(newer.at(200), Value(700));
 }
 
-TEST(ArrayTest, AVersionDiffersFromItselfByNothing)
+TEST(ArrayTest, AVersionDoesNotDifferFromItself)
 {
     auto const array = arrayUpTo(10);
     expectDifference(array, array, 0, 10);
 }
 
-TEST(ArrayTest, ADifferenceTellsWhereEverythingOldIsGone)
+TEST(ArrayTest, ADifferenceTellsThatAllOldElementsWereDropped)
 {
     auto const older = arrayUpTo(3);
     auto const newer = older.appending(3).appending(4).droppingFirst(4);
@@ -255,7 +255,7 @@ TEST(ArrayTest, ADifferenceTellsWhereEverythingOldIsGone)
     expectDifference(older.droppingFirst(3), older, 3, 0);
 }
 
-TEST(ArrayTest, WhatADifferenceTellsMakesTheNewerArray)
+TEST(ArrayTest, ApplyingADifferenceMakesTheNewerArray)
 {
     std::mt19937 random(11); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same history in every run
     Array newest;
@@ -281,10 +281,10 @@ TEST(ArrayTest, WhatADifferenceTellsMakesTheNewerArray)
     EXPECT_GT(told, 500U);
 }
 
-TEST(ArrayTest, NoDifferenceIsToldWhereAnArrayWasNotMadeFromTheOther)
+TEST(ArrayTest, ThereIsNoDifferenceIfAnArrayWasNotMadeFromTheOther)
 {
     auto const base = arrayUpTo(10);
-    EXPECT_FALSE(base.differenceFrom(arrayUpTo(10))) << "equal, but made apart";
+    EXPECT_FALSE(base.differenceFrom(arrayUpTo(10))) << "equal, but built separately";
     EXPECT_FALSE(base.differenceFrom(base.appending(10))) << "older from newer";
     EXPECT_FALSE(base.differenceFrom(base.droppingFirst(1)));
     EXPECT_FALSE(base.prefix(5).differenceFrom(base)) << "cut at the end";
@@ -323,7 +323,7 @@ TEST(ArrayTest, HoldsOnlyLooksAtEveryElement)
     EXPECT_FALSE((Array { true }).holdsOnly(Value::Kind::Number));
 }
 
-TEST(ArrayTest, HoldsOnlyForgetsWhatWasDropped)
+TEST(ArrayTest, HoldsOnlyIgnoresDroppedElements)
 {
     Array const mixed { 1, "two", "three" };
     EXPECT_FALSE(mixed.holdsOnly(Value::Kind::Text));
@@ -356,7 +356,7 @@ std::size_t residentBytes()
     return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
-TEST(ArrayTest, WhatIsDroppedIsFreedThoughTheArrayGoesOn)
+TEST(ArrayTest, DroppedElementsAreFreedWhileTheArrayGrows)
 {
     constexpr std::size_t oneElement = 4096;
     constexpr int count = 300'000;
@@ -368,7 +368,7 @@ TEST(ArrayTest, WhatIsDroppedIsFreedThoughTheArrayGoesOn)
         if (queue.size() > 100)
             queue = queue.droppingFirst(50);
     }
-    // Less than all that passed through; the sanitizers keep some of it for a while.
+    // Less than everything that passed through: the sanitizers keep some freed memory for a while.
     EXPECT_LT(residentBytes() - std::min(before, residentBytes()), count * oneElement / 2);
 }
 
@@ -394,7 +394,7 @@ TEST(ArrayTest, ManyThreadsMayReadOneVersionWhileANewerOneGrows)
     EXPECT_EQ(numbers(newer), upTo(4 * size, 3 * size));
 }
 
-TEST(ArrayTest, ThreadsThatAppendToOneVersionAtOnceEachGetTheirOwn)
+TEST(ArrayTest, ThreadsThatAppendToOneVersionAtOnceEachGetTheirOwnArray)
 {
     for (int round = 0; round < 100; ++round) {
         auto const base = arrayUpTo(round);
@@ -427,7 +427,7 @@ TEST(ArrayTest, VersionsMayBeDroppedOnDifferentThreads)
             for (int i = 0; i < 100; ++i)
                 array = array.appending(i).droppingFirst(1);
             array = {};
-            // No more than a hint: the thread that sees it has nothing else to go by.
+            // Relaxed, so that only the array itself synchronizes the threads.
             isGrown.store(true, std::memory_order_relaxed);
         });
         while (!isGrown.load(std::memory_order_relaxed))

@@ -10,7 +10,7 @@ namespace zelvora::platform {
 
 namespace {
 
-// What stands after the limit: "... (" and what was left out.
+// The text after the limit: "... (" and what was left out.
 std::string note(std::string const& description)
 {
     auto const place = description.rfind("... (");
@@ -37,7 +37,7 @@ TEST(DebugDescriptionTest, EveryKindIsReadable)
     EXPECT_EQ(debugDescription(Value(Dictionary { { "b", Null {} }, { "a", 1 } })), "{\"a\": 1, \"b\": <null>}");
 }
 
-TEST(DebugDescriptionTest, AbsenceReadsNilAndNothingElseDoes)
+TEST(DebugDescriptionTest, OnlyAnAbsentValueReadsNil)
 {
     EXPECT_EQ(debugDescription(std::optional<Value>()), "nil");
     EXPECT_EQ(debugDescription(std::optional(Value("nil"))), "\"nil\"");
@@ -46,12 +46,12 @@ TEST(DebugDescriptionTest, AbsenceReadsNilAndNothingElseDoes)
 
 TEST(DebugDescriptionTest, WhatFitsIsNotCut)
 {
-    // With its two quotes it has exactly as many bytes as are allowed.
+    // With its two quotes it has exactly as many bytes as the limit allows.
     std::string const text(debugDescriptionLimit - 2, 'x');
     EXPECT_EQ(debugDescription(Value(text)), "\"" + text + "\"");
 }
 
-TEST(DebugDescriptionTest, AByteMoreIsCutAtTheLimit)
+TEST(DebugDescriptionTest, OneByteMoreIsCutAtTheLimit)
 {
     std::string const text(debugDescriptionLimit - 1, 'x');
     auto const description = debugDescription(Value(text));
@@ -73,7 +73,7 @@ TEST(DebugDescriptionTest, ALongArrayTellsHowManyElementsWereLeftOut)
         array = array.appending(7);
     auto const description = debugDescription(Value(array));
     EXPECT_TRUE(description.starts_with("[7, 7, 7, "));
-    // The 172nd element crosses the limit and does not count as left out.
+    // The 172nd element crosses the limit and is not counted as left out.
     EXPECT_EQ(note(description), "... (9828 more elements)");
 }
 
@@ -87,7 +87,7 @@ TEST(DebugDescriptionTest, ALargeDictionaryTellsHowManyMembersWereLeftOut)
     EXPECT_TRUE(note(description).ends_with(" more members)")) << note(description);
 }
 
-TEST(DebugDescriptionTest, OfWhatWasLeftOutTheOutermostContainerIsTold)
+TEST(DebugDescriptionTest, TheNoteIsAboutTheOutermostContainerThatWasCut)
 {
     Array array;
     for (int i = 0; i < 100; ++i)
@@ -102,7 +102,7 @@ TEST(DebugDescriptionTest, ALongKeyIsCutToo)
     EXPECT_FALSE(note(description).empty());
 }
 
-TEST(DebugDescriptionTest, TextIsNotCutWithinACharacter)
+TEST(DebugDescriptionTest, TextIsNotCutInsideACharacter)
 {
     for (std::size_t ahead = 0; ahead < 4; ++ahead) {
         std::string text(ahead, 'x');
@@ -115,13 +115,13 @@ TEST(DebugDescriptionTest, TextIsNotCutWithinACharacter)
     }
 }
 
-TEST(DebugDescriptionTest, BytesThatAreNoTextAreCutToo)
+TEST(DebugDescriptionTest, BytesThatAreNotTextAreCutToo)
 {
     auto const description = debugDescription(Value(std::string(100'000, '\x80')));
     EXPECT_LT(description.size(), debugDescriptionLimit + 64);
 }
 
-TEST(DebugDescriptionTest, DeepNestingNeedsNeitherStackNorMemory)
+TEST(DebugDescriptionTest, DeepNestingCostsNeitherStackNorMemory)
 {
     Value value = 1;
     for (int i = 0; i < 100'000; ++i)
@@ -135,7 +135,7 @@ TEST(DebugDescriptionTest, ItCostsTheSameHoweverLongTheArrayIs)
     for (int i = 0; i < 300'000; ++i)
         array = array.appending(i);
     Value const value = array;
-    // Two thousand walks over all elements would take minutes.
+    // Walking all elements two thousand times would take minutes.
     for (int i = 0; i < 2000; ++i)
         ASSERT_LT(debugDescription(value).size(), debugDescriptionLimit + 64);
 }

@@ -8,7 +8,7 @@ namespace zelvora::platform {
 
 namespace {
 
-TEST(DictionaryTest, AnEmptyDictionaryHasNothing)
+TEST(DictionaryTest, AnEmptyDictionaryHasNoEntries)
 {
     Dictionary const empty;
     EXPECT_TRUE(empty.isEmpty());
@@ -30,7 +30,7 @@ TEST(DictionaryTest, AValueIsFoundUnderExactlyItsKey)
         EXPECT_EQ(dictionary.find(key), nullptr) << key;
 }
 
-TEST(DictionaryTest, KeysMayHoldZeroBytes)
+TEST(DictionaryTest, KeysMayContainZeroBytes)
 {
     std::string const key("a\0b", 3);
     Dictionary const dictionary { { "a", 1 }, { key, 2 } };
@@ -38,7 +38,7 @@ TEST(DictionaryTest, KeysMayHoldZeroBytes)
     EXPECT_EQ(*dictionary.find("a"), Value(1));
 }
 
-TEST(DictionaryTest, EntriesStandInTheOrderOfTheirKeysBytes)
+TEST(DictionaryTest, EntriesAreOrderedByTheBytesOfTheirKeys)
 {
     Dictionary const dictionary { { "한", 4 }, { "b", 3 }, { "B", 1 }, { "a", 2 } };
     std::vector<std::string> keys;
@@ -47,13 +47,13 @@ TEST(DictionaryTest, EntriesStandInTheOrderOfTheirKeysBytes)
     EXPECT_EQ(keys, (std::vector<std::string> { "B", "a", "b", "한" }));
 }
 
-TEST(DictionaryTest, OfAKeyThatStandsTwiceTheLaterEntryHolds)
+TEST(DictionaryTest, IfAKeyRepeatsTheLastEntryWins)
 {
     Dictionary const dictionary { { "a", 1 }, { "b", 2 }, { "a", 3 } };
     EXPECT_EQ(dictionary.size(), 2U);
     EXPECT_EQ(*dictionary.find("a"), Value(3));
 
-    // However many there are.
+    // No matter how many there are.
     Dictionary::Entries entries;
     for (int number = 0; number < 300; ++number)
         entries.emplace_back(std::to_string(number % 100), number);
@@ -63,7 +63,7 @@ TEST(DictionaryTest, OfAKeyThatStandsTwiceTheLaterEntryHolds)
         EXPECT_EQ(*many.find(std::to_string(number)), Value(number + 200));
 }
 
-TEST(DictionaryTest, EqualityDoesNotDependOnTheOrderOfMaking)
+TEST(DictionaryTest, EqualityDoesNotDependOnTheOrderOfTheEntriesGiven)
 {
     EXPECT_EQ((Dictionary { { "a", 1 }, { "b", 2 } }), (Dictionary { { "b", 2 }, { "a", 1 } }));
     EXPECT_NE((Dictionary { { "a", 1 } }), (Dictionary { { "a", 2 } }));
@@ -72,7 +72,7 @@ TEST(DictionaryTest, EqualityDoesNotDependOnTheOrderOfMaking)
     EXPECT_NE((Dictionary { { "a", Null {} } }), Dictionary {}) << "a null marker is a member";
 }
 
-TEST(DictionaryTest, FoundValuesStayWhileACopyLives)
+TEST(DictionaryTest, FoundValuesStayValidWhileACopyLives)
 {
     auto original = std::make_unique<Dictionary>(Dictionary { { "a", std::string(1000, 'x') } });
     auto const copy = *original;

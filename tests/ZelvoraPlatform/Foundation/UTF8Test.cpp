@@ -57,7 +57,7 @@ TEST(UTF8Test, IllFormedBytesAreNotText)
     }
 }
 
-TEST(UTF8Test, EveryCharacterIsValidAndNoSurrogate)
+TEST(UTF8Test, EveryCharacterIsValidAndSurrogatesAreNot)
 {
     for (std::uint32_t code = 0x800; code < 0x10000; ++code) {
         std::string bytes;

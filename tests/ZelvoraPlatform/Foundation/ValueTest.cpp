@@ -39,7 +39,7 @@ TEST(ValueTest, AValueKnowsItsKind)
         EXPECT_EQ(values[i].kind(), kinds[i]);
 }
 
-TEST(ValueTest, AccessorsAnswerOnlyForTheKindThatIsHeld)
+TEST(ValueTest, AccessorsAnswerOnlyForTheKindOfTheValue)
 {
     for (auto const& value : oneOfEachKind()) {
         EXPECT_EQ(value.isNull(), value.kind() == Value::Kind::Null);
@@ -85,7 +85,7 @@ TEST(ValueTest, NoOtherPointerMakesAValue)
     EXPECT_FALSE((std::is_constructible_v<Value, void const*>));
 }
 
-TEST(ValueTest, ADefaultValueIsTheNullMarkerAndAbsenceIsSomethingElse)
+TEST(ValueTest, ADefaultValueIsTheNullMarkerAndNotAbsence)
 {
     EXPECT_TRUE(Value().isNull());
     EXPECT_EQ(Value(), Value(Null {}));
@@ -93,7 +93,7 @@ TEST(ValueTest, ADefaultValueIsTheNullMarkerAndAbsenceIsSomethingElse)
     EXPECT_NE(absent, std::optional(Value()));
 }
 
-TEST(ValueTest, ValuesOfOneKindWithOneContentAreEqual)
+TEST(ValueTest, ValuesOfTheSameKindAndContentAreEqual)
 {
     EXPECT_EQ(oneOfEachKind(), oneOfEachKind());
     EXPECT_NE(Value("a"), Value("b"));
@@ -134,7 +134,7 @@ TEST(ValueTest, ACopySharesItsContent)
     EXPECT_EQ(other.dictionary(), container.dictionary());
 }
 
-TEST(ValueTest, ContentStaysWhileACopyLives)
+TEST(ValueTest, ContentStaysValidWhileACopyLives)
 {
     auto original = std::make_unique<Value>(std::string(1000, 'x'));
     auto const copy = *original;
@@ -169,7 +169,7 @@ TEST(ValueTest, ManyLevelsAreDestroyedWithoutRecursion)
     EXPECT_TRUE(dictionaries.isNull());
 }
 
-TEST(ValueTest, WhatIsSharedWithADestroyedContainerStays)
+TEST(ValueTest, AValueSharedWithADestroyedContainerStays)
 {
     auto const inner = nestedArrays(100);
     {

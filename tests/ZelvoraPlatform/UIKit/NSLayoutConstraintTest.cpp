@@ -46,7 +46,7 @@ TEST_F(NSLayoutConstraintTest, TheAnchorsNameTheirEdges)
         (NSLayoutAnchor { m_root.get(), NSLayoutAnchor::Item::SafeArea, NSLayoutAttribute::Bottom }));
 }
 
-TEST_F(NSLayoutConstraintTest, ConstraintsThatSayTheSameAreTheSame)
+TEST_F(NSLayoutConstraintTest, ConstraintsOnTheSameEdgesAreEqual)
 {
     EXPECT_EQ(m_leaf->topAnchor().constraintEqualTo(m_root->topAnchor()),
         m_leaf->topAnchor().constraintEqualTo(m_root->topAnchor()));
@@ -79,7 +79,7 @@ TEST_F(NSLayoutConstraintTest, ConstraintsAreActivatedInTheOrderGiven)
     EXPECT_EQ(m_root->constraints(), given);
 }
 
-TEST_F(NSLayoutConstraintTest, ActivatingTwiceIsActivatingOnce)
+TEST_F(NSLayoutConstraintTest, ActivatingTwiceActivatesOnce)
 {
     auto const constraint = m_middle->topAnchor().constraintEqualTo(m_root->topAnchor());
     constraint.setActive(true);
@@ -90,7 +90,7 @@ TEST_F(NSLayoutConstraintTest, ActivatingTwiceIsActivatingOnce)
     EXPECT_EQ(m_platform.screen().calls().of({ m_root.get() }).size(), 4U) << "two subviews, one on, one off";
 }
 
-TEST_F(NSLayoutConstraintTest, DeactivatingWhatIsNotActiveDoesNothing)
+TEST_F(NSLayoutConstraintTest, DeactivatingAnInactiveConstraintDoesNothing)
 {
     m_middle->topAnchor().constraintEqualTo(m_root->topAnchor()).setActive(false);
     auto const stranger = std::make_shared<UIView>();
@@ -107,7 +107,7 @@ TEST_F(NSLayoutConstraintTest, AConstraintEndsWhenOneOfItsViewsLeaves)
     EXPECT_EQ(m_root->constraints().front().firstAnchor().view, m_sibling.get());
 }
 
-TEST_F(NSLayoutConstraintTest, AConstraintEndsWhenWhatHoldsItsViewLeaves)
+TEST_F(NSLayoutConstraintTest, AConstraintEndsWhenAViewAroundOneOfItsViewsLeaves)
 {
     m_leaf->topAnchor().constraintEqualTo(m_root->topAnchor()).setActive(true);
     m_sibling->topAnchor().constraintEqualTo(m_leaf->bottomAnchor()).setActive(true);
@@ -115,7 +115,7 @@ TEST_F(NSLayoutConstraintTest, AConstraintEndsWhenWhatHoldsItsViewLeaves)
     EXPECT_TRUE(m_root->constraints().empty());
 }
 
-TEST_F(NSLayoutConstraintTest, AConstraintEndsWhichAViewFurtherUpKeeps)
+TEST_F(NSLayoutConstraintTest, AConstraintKeptByAViewFurtherUpEndsToo)
 {
     m_leaf->topAnchor().constraintEqualTo(m_root->topAnchor()).setActive(true);
     m_sibling->topAnchor().constraintEqualTo(m_leaf->bottomAnchor()).setActive(true);
@@ -123,14 +123,14 @@ TEST_F(NSLayoutConstraintTest, AConstraintEndsWhichAViewFurtherUpKeeps)
     EXPECT_TRUE(m_root->constraints().empty());
 }
 
-TEST_F(NSLayoutConstraintTest, AConstraintWithinWhatLeavesStays)
+TEST_F(NSLayoutConstraintTest, AConstraintInsideALeavingViewStays)
 {
     m_leaf->topAnchor().constraintEqualTo(m_middle->topAnchor()).setActive(true);
     m_middle->removeFromSuperview();
     EXPECT_EQ(m_middle->constraints().size(), 1U);
 }
 
-TEST_F(NSLayoutConstraintTest, AConstraintEndsBeforeItsViewIsTakenFromThePeer)
+TEST_F(NSLayoutConstraintTest, AConstraintEndsBeforeThePeerRemovesItsView)
 {
     m_middle->topAnchor().constraintEqualTo(m_root->topAnchor()).setActive(true);
     m_platform.screen().calls().clear();

@@ -36,7 +36,7 @@ protected:
     } };
 };
 
-TEST_F(UIGestureRecognizerTest, AFreshRecogniserIsEnabledAndPossible)
+TEST_F(UIGestureRecognizerTest, ANewRecognizerIsEnabledAndPossible)
 {
     EXPECT_TRUE(m_recognizer.isEnabled());
     EXPECT_EQ(m_recognizer.state(), State::Possible);
@@ -66,7 +66,7 @@ TEST_F(UIGestureRecognizerTest, TheDelegateDecidesWhetherItBegins)
     EXPECT_EQ(delegate->asked, (std::vector<UIGestureRecognizer*> { &m_recognizer, &m_recognizer }));
 }
 
-TEST_F(UIGestureRecognizerTest, ADisabledRecogniserNeverBeginsAndDoesNotAsk)
+TEST_F(UIGestureRecognizerTest, ADisabledRecognizerNeverBeginsAndDoesNotAsk)
 {
     auto const delegate = std::make_shared<Delegate>();
     m_recognizer.setDelegate(delegate);
@@ -75,7 +75,7 @@ TEST_F(UIGestureRecognizerTest, ADisabledRecogniserNeverBeginsAndDoesNotAsk)
     EXPECT_TRUE(delegate->asked.empty());
 }
 
-TEST_F(UIGestureRecognizerTest, TheDelegateIsHeldWeakly)
+TEST_F(UIGestureRecognizerTest, TheDelegateIsReferencedWeakly)
 {
     auto delegate = std::make_shared<Delegate>();
     delegate->answer = false;
@@ -85,7 +85,7 @@ TEST_F(UIGestureRecognizerTest, TheDelegateIsHeldWeakly)
     EXPECT_TRUE(m_recognizer.shouldBegin());
 }
 
-TEST_F(UIGestureRecognizerTest, TheNumbersOfStatesAndEdgesAreThePhones)
+TEST_F(UIGestureRecognizerTest, StatesAndEdgesHaveThePhonesRawValues)
 {
     EXPECT_EQ(static_cast<int>(State::Ended), 3);
     EXPECT_EQ(static_cast<int>(UIRectEdge::Left), 2);

@@ -17,7 +17,7 @@ public:
     {
         UIViewController::viewDidLoad();
         ++loads;
-        // The view is there already.
+        // The view has already been made.
         rootWhenLoaded = &view();
     }
 
@@ -42,7 +42,7 @@ TEST_F(UIViewControllerTest, TheRootViewIsMadeOnFirstUseAndOnlyOnce)
     EXPECT_EQ(m_screen->rootWhenLoaded, view);
 }
 
-TEST_F(UIViewControllerTest, AControllerOnNoStackHasNone)
+TEST_F(UIViewControllerTest, AControllerThatIsOnNoStackHasNoNavigationController)
 {
     EXPECT_EQ(m_screen->navigationController(), nullptr);
 }

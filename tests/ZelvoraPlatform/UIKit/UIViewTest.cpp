@@ -26,7 +26,7 @@ protected:
     std::shared_ptr<UIView> m_second = std::make_shared<UIView>();
 };
 
-TEST_F(UIViewTest, AFreshViewStandsAloneAndIsShown)
+TEST_F(UIViewTest, ANewViewIsInNoOtherAndIsShown)
 {
     EXPECT_EQ(m_root->superview(), nullptr);
     EXPECT_TRUE(m_root->subviews().empty());
@@ -42,7 +42,7 @@ TEST_F(UIViewTest, AViewIsMadeWithItsFrame)
     EXPECT_EQ(view.bounds(), (CGRect { 0, 0, 30, 40 }));
 }
 
-TEST_F(UIViewTest, SubviewsStandBackToFrontAndAreKept)
+TEST_F(UIViewTest, SubviewsAreOrderedBackToFrontAndOwned)
 {
     m_root->addSubview(m_first);
     m_root->addSubview(m_second);
@@ -53,7 +53,7 @@ TEST_F(UIViewTest, SubviewsStandBackToFrontAndAreKept)
     EXPECT_FALSE(watched.expired());
 }
 
-TEST_F(UIViewTest, AViewContainsItselfAndAllBelowIt)
+TEST_F(UIViewTest, AViewContainsItselfAndAllViewsInside)
 {
     m_root->addSubview(m_first);
     m_first->addSubview(m_second);
@@ -72,7 +72,7 @@ TEST_F(UIViewTest, ThePeerIsToldAfterTheTreeHasChanged)
     EXPECT_TRUE(calls({ m_root.get() })[1].starts_with("removeSubview"));
 }
 
-TEST_F(UIViewTest, AViewThatIsAddedElsewhereLeavesFirst)
+TEST_F(UIViewTest, AViewThatIsAddedElsewhereFirstLeavesItsSuperview)
 {
     m_root->addSubview(m_first);
     m_second->addSubview(m_first);
@@ -89,7 +89,7 @@ TEST_F(UIViewTest, AViewThatIsAddedAgainComesToTheFront)
     EXPECT_EQ(m_root->subviews(), (Views { m_second, m_first }));
 }
 
-TEST_F(UIViewTest, AViewMayBeAddedAgainByItsPlaceAmongTheSubviews)
+TEST_F(UIViewTest, AViewMayBeAddedAgainThroughTheListOfSubviews)
 {
     m_root->addSubview(std::make_shared<UIView>());
     m_root->addSubview(m_second);
@@ -103,14 +103,14 @@ TEST_F(UIViewTest, AViewMayBeAddedAgainByItsPlaceAmongTheSubviews)
     EXPECT_EQ(m_second->subviews().size(), 1U);
 }
 
-TEST_F(UIViewTest, RemovingAViewThatIsInNoneDoesNothing)
+TEST_F(UIViewTest, RemovingAViewThatIsInNoOtherDoesNothing)
 {
     m_first->removeFromSuperview();
     EXPECT_EQ(m_first->superview(), nullptr);
     EXPECT_TRUE(calls({ m_first.get() }).empty());
 }
 
-TEST_F(UIViewTest, RemovingAViewThatOnlyItsSuperviewKeepsDestroysIt)
+TEST_F(UIViewTest, RemovingAViewThatOnlyItsSuperviewOwnsDestroysIt)
 {
     m_root->addSubview(m_first);
     std::weak_ptr<UIView> const watched = m_first;
@@ -121,7 +121,7 @@ TEST_F(UIViewTest, RemovingAViewThatOnlyItsSuperviewKeepsDestroysIt)
     EXPECT_TRUE(m_root->subviews().empty());
 }
 
-TEST_F(UIViewTest, ADestroyedViewLeavesItsSubviewsAlone)
+TEST_F(UIViewTest, SubviewsOfADestroyedViewAreInNoOther)
 {
     m_root->addSubview(m_first);
     m_root.reset();
@@ -139,7 +139,7 @@ TEST_F(UIViewTest, BringingASubviewToTheFrontKeepsTheOrderOfTheOthers)
     EXPECT_EQ(m_root->subviews(), (Views { m_second, third, m_first }));
 }
 
-TEST_F(UIViewTest, BringingAnotherViewToTheFrontDoesNothing)
+TEST_F(UIViewTest, BringingAViewThatIsNoSubviewToTheFrontDoesNothing)
 {
     m_root->addSubview(m_first);
     m_first->addSubview(m_second);
@@ -149,7 +149,7 @@ TEST_F(UIViewTest, BringingAnotherViewToTheFrontDoesNothing)
     EXPECT_EQ(calls({ m_root.get() }), before);
 }
 
-TEST_F(UIViewTest, HidingIsRememberedAndToldToThePeer)
+TEST_F(UIViewTest, HidingIsRememberedAndPassedToThePeer)
 {
     m_root->setHidden(true);
     EXPECT_TRUE(m_root->isHidden());
@@ -158,7 +158,7 @@ TEST_F(UIViewTest, HidingIsRememberedAndToldToThePeer)
     EXPECT_EQ(calls({ m_root.get() }), (Calls { "setHidden true", "setHidden false" }));
 }
 
-TEST_F(UIViewTest, ColourAndAutoresizingAreToldToThePeer)
+TEST_F(UIViewTest, ColorAndAutoresizingArePassedToThePeer)
 {
     m_root->setBackgroundColor(UIColor::white());
     m_root->setTranslatesAutoresizingMaskIntoConstraints(false);
@@ -166,7 +166,7 @@ TEST_F(UIViewTest, ColourAndAutoresizingAreToldToThePeer)
     EXPECT_FALSE(memory::peer(*m_root).translatesAutoresizingMaskIntoConstraints());
 }
 
-TEST_F(UIViewTest, GestureRecognisersAreKept)
+TEST_F(UIViewTest, GestureRecognizersAreKept)
 {
     auto recognizer = std::make_shared<UIScreenEdgePanGestureRecognizer>([](UIScreenEdgePanGestureRecognizer&) { });
     std::weak_ptr<UIGestureRecognizer> const watched = recognizer;
@@ -194,7 +194,7 @@ TEST_F(UIViewDeathTest, AddingAViewToItselfStopsTheProcess)
     EXPECT_DEATH(m_root->addSubview(m_root), "Fatal error: a view was added to itself or to a view in it");
 }
 
-TEST_F(UIViewDeathTest, AddingAViewToOneInItStopsTheProcess)
+TEST_F(UIViewDeathTest, AddingAViewToAViewInsideItStopsTheProcess)
 {
     m_root->addSubview(m_first);
     m_first->addSubview(m_second);

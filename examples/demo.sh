@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Starts the local service and the example host: examples/demo.sh BUILD-FOLDER. On a display it shows the app and waits until its
-# window is closed; without one the app drives itself on a virtual display, twice, and its pictures are left in BUILD-FOLDER/demo.
+# demo.sh BUILD-FOLDER: starts the local service and the example host. With a display, shows the app until its window is
+# closed. Without one, the app drives itself twice on a virtual display and leaves its pictures in BUILD-FOLDER/demo.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 source scripts/packages.sh
@@ -17,7 +17,7 @@ trap stop_service EXIT
 start_service() {
     local output="$1/service.log"
     mkdir -p "$1"
-    # Before the service starts, which else may be slower than the first look at what an earlier one left here.
+    # Emptied first, so that the loop below cannot read the port of an earlier service.
     : >"$output"
     "$build/examples/service/zelvora-service" --data "$1" >"$output" 2>&1 &
     service_pid=$!
@@ -34,13 +34,13 @@ start_service() {
 # host ARGUMENT...
 host() { "$build/examples/host/zelvora-host" --service "$port" --certificates "$folder/service" "$@"; }
 
-# walk NAME: the SDK's diagnostic lines go to a file, the account to the screen.
+# walk NAME: writes the SDK's diagnostic lines to a file and the account of the walk to the screen.
 walk() {
     local log="$folder/$1.log"
     if ! with_display "$folder" "$build/examples/host/zelvora-host" --service "$port" --certificates "$folder/service" \
         --data "$folder/app" --walk "$1" --pictures "$folder" 2>&1 >"$log" \
         | tee "$folder/$1.errors.log" | grep -v -e '^(zelvora-host:' -e '^dbus-daemon' -e '^X connection' -e '^$' -e WARNING; then
-        stop "The walk did not succeed; $log has what the SDK said, $folder/$1.errors.log what the libraries said."
+        stop "The walk failed. $log has the lines of the SDK, $folder/$1.errors.log those of the libraries."
     fi
 }
 

@@ -24,22 +24,28 @@
 
 namespace zelvora::platform {
 
-/// What the SDK runs on: every service of the system, and the makers of what there can be many of. The host installs
-/// one before it first uses the SDK, and it lives until the process ends. The services are owned by the platform; their
-/// own comments tell their threads.
+/// What the SDK runs on: every service of the system, and factories for the things that there can be many of. An
+/// adapter derives it, and the host installs one before it first uses the SDK:
+///
+///     platform::Platform::install(std::make_unique<MyPlatform>());
+///
+/// Once installed, a platform is never destroyed: threads of the system may still call in while the process ends. It
+/// owns the services that it returns by reference. Their own comments name their threads.
 class ZELVORA_API Platform {
 public:
-    /// Once per process, before `current()`, on the main thread; anything else is a programming error that stops the
-    /// process.
+    /// Call once per process, on the main thread, before `current`. A second call stops the process with a message. A
+    /// null pointer installs nothing.
     static void install(std::unique_ptr<Platform> platform);
-    /// Any thread. Before `install` a programming error that stops the process.
+    /// The installed platform. Any thread. Stops the process with a message if there is none yet.
     [[nodiscard]] static Platform& current();
 
     virtual ~Platform() = default;
 
-    /// Addresses to use in place of those that are compiled in, such as a local service's.
+    /// Addresses to use instead of the compiled-in ones, such as those of a local service: all of them or none. Any
+    /// thread. The SDK asks at each use, so the answer must not change once the SDK has been used.
     [[nodiscard]] virtual std::optional<ServiceAddresses> serviceAddresses() const { return std::nullopt; }
 
+    /// The services. Any thread. Each function returns the same object every time, so callers may keep the reference.
     [[nodiscard]] virtual Bundle& mainBundle() = 0;
     [[nodiscard]] virtual Clock& clock() = 0;
     [[nodiscard]] virtual UserDefaults& standardUserDefaults() = 0;
@@ -47,24 +53,29 @@ public:
     [[nodiscard]] virtual URLSession& urlSession() = 0;
     [[nodiscard]] virtual JSONSerialization& jsonSerialization() = 0;
 
-    /// Serial, on the main thread.
+    /// A serial queue whose blocks run on the main thread.
     [[nodiscard]] virtual DispatchQueue& mainQueue() = 0;
-    /// Off the main thread; blocks may run at the same time as one another.
+    /// A concurrent queue whose blocks run off the main thread.
     [[nodiscard]] virtual DispatchQueue& globalQueue() = 0;
 
     [[nodiscard]] virtual ATTrackingManager& trackingManager() = 0;
     [[nodiscard]] virtual ASIdentifierManager& identifierManager() = 0;
     [[nodiscard]] virtual UIApplication& application() = 0;
 
+    /// Factories. None returns null. `makeLogger` is for any thread, the others for the main thread.
     [[nodiscard]] virtual std::unique_ptr<Logger> makeLogger(
         std::string const& subsystem, std::string const& category) = 0;
+    /// Called by the constructor of `owner`: the peer may keep its address but must not call it yet. `frame` is in
+    /// points.
     [[nodiscard]] virtual std::unique_ptr<UIView::Peer> makeViewPeer(UIView& owner, CGRect frame) = 0;
+    /// As `makeViewPeer`.
     [[nodiscard]] virtual std::unique_ptr<UIViewController::Peer> makeViewControllerPeer(UIViewController& owner) = 0;
     [[nodiscard]] virtual std::shared_ptr<WKUserContentController> makeUserContentController() = 0;
+    /// The configuration must hold a content controller that this platform made.
     [[nodiscard]] virtual std::shared_ptr<WKWebView> makeWebView(
         CGRect frame, WKWebViewConfiguration configuration) = 0;
 
-    /// See `UIView::animate`.
+    /// Carries out `UIView::animate`. Main thread.
     virtual void animate(TimeInterval duration, std::function<void()> const& animations) = 0;
 };
 

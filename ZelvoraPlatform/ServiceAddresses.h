@@ -4,9 +4,9 @@
 
 namespace zelvora::platform {
 
-/// Where the service lives.
+/// Where the service is reached. Every field is required.
 struct ServiceAddresses {
-    /// Host names (with a port where it is not 443), without scheme and path.
+    /// Host names without scheme and path, with a port if it is not 443.
     std::string productionWebHost;
     std::string developmentWebHost;
     /// Absolute HTTPS addresses without a path.

@@ -6,8 +6,8 @@
 
 namespace zelvora::platform {
 
-/// Stops the process after writing "Fatal error: " and the message on standard error. For programming errors only:
-/// a broken invariant or a call that the interface forbids. Any thread.
+/// Writes "Fatal error: " and the message to standard error and aborts the process. For programming errors only: a
+/// broken invariant, or a call that an interface forbids. Any thread.
 [[noreturn]] ZELVORA_API void fatalError(std::string_view message);
 
 }

@@ -11,8 +11,7 @@ namespace zelvora::platform {
 template<typename Signature>
 class Block;
 
-/// A callable that is moved, never copied, so that it may own what it captures. Calling an empty one is a programming
-/// error.
+/// A callable that can be moved but not copied, so that it may own what it captures. An empty block must not be called.
 template<typename Result, typename... Arguments>
 class Block<Result(Arguments...)> final {
 public:

@@ -11,8 +11,13 @@ namespace zelvora::platform {
 template<typename Signature>
 class CompletionHandler;
 
-/// A callback that is called exactly once, on the thread that the interface taking it names. Calling it twice, and
-/// destroying it uncalled, are programming errors that stop the process.
+/// A callback that must be called exactly once, on the thread that the interface taking it names. Calling it twice, or
+/// after moving it away, and destroying it without a call stop the process with a message.
+///
+///     void fetch(CompletionHandler<void(int)> completion) { completion(7); }
+///     fetch([](int number) { use(number); });
+///
+/// What the callback owns is released when the call returns. The callback may destroy the handler.
 template<typename... Arguments>
 class CompletionHandler<void(Arguments...)> final {
 public:

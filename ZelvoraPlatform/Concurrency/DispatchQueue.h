@@ -6,16 +6,19 @@
 
 namespace zelvora::platform {
 
-/// Runs blocks. `async` may be called on any thread and is always later, also on the queue's own thread; a serial queue
-/// keeps the order of submission. A block that is never run is destroyed with the queue.
+/// Runs blocks asynchronously. Any thread may submit them, the queue's own included. A serial queue runs one block at a
+/// time, in the order of submission; a concurrent queue starts them in that order and may run several at once. Blocks
+/// that have not started when the queue is destroyed are destroyed with it. A block must not be empty.
 class ZELVORA_API DispatchQueue {
 public:
     using Work = Block<void()>;
 
     virtual ~DispatchQueue() = default;
 
+    /// Never runs the block inside this call.
     virtual void async(Work work) = 0;
-    /// Not before `delay` seconds have passed; blocks that fall due together run in the order of submission.
+    /// Runs the block no earlier than `delay` seconds from now. Blocks that are due at the same time run in the order
+    /// of submission. A negative delay counts as 0; an infinite one never ends.
     virtual void asyncAfter(TimeInterval delay, Work work) = 0;
 };
 

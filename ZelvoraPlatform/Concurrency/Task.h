@@ -14,8 +14,8 @@ class Task;
 
 namespace detail {
 
-/// What the promises of all tasks share: a task starts when it is awaited, and at its end its awaiter continues on the
-/// same thread.
+/// The common part of all tasks' promises: a task starts when it is awaited, and when it ends its awaiter continues on
+/// the same thread.
 class TaskPromiseBase {
 public:
     std::suspend_always initial_suspend() noexcept { return {}; }
@@ -60,9 +60,22 @@ public:
 
 }
 
-/// An asynchronous operation that is written as a coroutine and awaited once. It starts on the awaiter's thread and
-/// ends on the thread of its own last step; `resumeOn` changes threads. It owns its coroutine: a task that is dropped
-/// before it was awaited does nothing.
+/// An asynchronous operation, written as a coroutine.
+///
+///     Task<int> answer(DispatchQueue* queue)
+///     {
+///         co_await resumeOn(*queue); // from here on the queue
+///         co_return 42;
+///     }
+///
+///     auto task = answer(queue);
+///     int const result = co_await task;
+///
+/// A task starts when it is awaited, on the awaiter's thread, and its awaiter continues on the thread of its last step.
+/// Await it at most once; `spawn` runs one from code that is not a coroutine. A task owns its coroutine: if it is
+/// destroyed without having been awaited, nothing runs; once started, it must not be destroyed before it ends. An
+/// exception that leaves a task stops the process. Pass parameters by value: references may dangle by the time the
+/// coroutine runs.
 template<typename Result = void>
 class [[nodiscard]] Task final {
 public:

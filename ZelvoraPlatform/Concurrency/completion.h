@@ -9,8 +9,16 @@
 
 namespace zelvora::platform {
 
-/// Awaits a callback: `start` is called with a completion handler, and the coroutine continues on the thread that calls
-/// it, with its argument as the result.
+/// Awaits a callback: calls `start` with a completion handler and gives the handler's argument as the result.
+///
+///     using Result = std::expected<URLSession::Answer, Error>;
+///     auto const start = [&](CompletionHandler<void(Result)> handler) {
+///         session.dataTask(request, std::move(handler));
+///     };
+///     auto const result = co_await completion<Result>(start);
+///
+/// The coroutine continues on the thread that calls the handler, or on its own thread if the handler was called before
+/// `start` returned. Use `resumeOn` if the thread matters.
 template<typename Result, typename Start>
 class [[nodiscard]] Completion final {
 public:
@@ -24,8 +32,8 @@ public:
             if (m_other.exchange(true))
                 awaiter.resume();
         }));
-        // Whoever comes second goes on: the callback may have been called already, here or on another thread. Once it
-        // has been, nothing of this object may be touched by the first.
+        // Whichever of the two sides arrives second resumes the coroutine: the callback may have been called already,
+        // here or on another thread. The first side must not touch this object after its exchange.
         return !m_other.exchange(true);
     }
     Result await_resume() { return std::move(*m_result); }

@@ -6,8 +6,8 @@
 
 namespace zelvora::platform {
 
-/// Awaited, continues the coroutine on the queue, always later. A queue that is destroyed with the continuation in it
-/// leaves the coroutine suspended for good.
+/// Awaited, continues the coroutine on the queue, never inside the call. If the queue is destroyed before that, the
+/// coroutine stays suspended forever.
 class [[nodiscard]] ResumeOn final {
 public:
     explicit ResumeOn(DispatchQueue& queue) : m_queue(queue) { }

@@ -9,7 +9,7 @@ namespace zelvora::platform {
 
 namespace {
 
-// The coroutine that owns itself: it runs at once and its frame goes when it ends.
+// A coroutine that owns itself: it runs at once and its frame is destroyed when it ends.
 struct Detached {
     struct promise_type {
         Detached get_return_object() noexcept { return {}; }
@@ -20,7 +20,7 @@ struct Detached {
     };
 };
 
-// NOLINTNEXTLINE(cppcoreguidelines-avoid-reference-coroutine-parameters): read before the first suspension ends.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-reference-coroutine-parameters): used before the first suspension only.
 Detached run(DispatchQueue& queue, Task<void> task)
 {
     co_await resumeOn(queue);

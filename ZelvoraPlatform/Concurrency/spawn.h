@@ -6,7 +6,8 @@
 
 namespace zelvora::platform {
 
-/// Starts a task on the queue that nobody awaits. It owns itself and goes when it has finished.
+/// Starts a task that is not awaited, later on the queue. The task destroys itself when it ends. If the queue is
+/// destroyed before the task starts, the task never runs and is not destroyed.
 ZELVORA_API void spawn(DispatchQueue& queue, Task<void> task);
 
 }

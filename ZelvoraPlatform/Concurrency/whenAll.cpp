@@ -8,7 +8,7 @@ namespace zelvora::platform {
 
 namespace {
 
-// Counts the children and the awaiter itself; whoever arrives last goes on with the awaiter.
+// Counts both children and the awaiter itself. The last to arrive resumes the awaiter.
 struct Rendezvous {
     std::atomic<int> outstanding = 3;
     std::coroutine_handle<> awaiter;
@@ -20,7 +20,7 @@ struct Child {
     struct promise_type {
         Rendezvous* rendezvous;
 
-        // The parameters of `runChild`.
+        // Receives the parameters of `runChild`.
         promise_type(Rendezvous* shared, Task<void> const&) : rendezvous(shared) { }
         Child get_return_object() { return Child { std::coroutine_handle<promise_type>::from_promise(*this) }; }
         std::suspend_always initial_suspend() noexcept { return {}; }

@@ -22,9 +22,9 @@ std::uint64_t makeLineage()
 
 }
 
-// A link of the chain that all versions of one lineage share. A place in the chain is claimed once, by the one version
-// that ends there, and never written again: two arrays of one lineage hold the same element at the same position, and a
-// reader sees only places that were filled before its version was made.
+// A link of the chain that all versions of one lineage share. Each slot is claimed once, by the version that ends
+// there, and never written again. So two arrays of one lineage have the same element at the same position, and a reader
+// sees only slots that were filled before its version was made.
 struct Array::Chunk {
     Chunk(std::uint64_t chainLineage, std::uint64_t firstPosition, std::size_t chunkCapacity)
         : lineage(chainLineage)
@@ -43,8 +43,9 @@ struct Array::Chunk {
     Chunk(Chunk const&) = delete;
     Chunk& operator=(Chunk const&) = delete;
 
-    // A long chain must not be destroyed by recursion: the outermost destructor on the thread lets go of the links that
-    // have come in. It lets go like any other holder, because only the last one sees what other threads did to a link.
+    // Destroying a long chain must not recurse, so the outermost destructor on the thread releases the links that come
+    // in. It releases them by reference count like any other owner, because only the last owner sees what other threads
+    // did to a link.
     static void drop(std::shared_ptr<Chunk> link)
     {
         if (!link)
@@ -66,8 +67,8 @@ struct Array::Chunk {
 
     [[nodiscard]] std::uint64_t end() const { return first + capacity; }
 
-    // Whether the caller, whose version ends at `position`, is the first to go on from there. The place behind the last
-    // is the link.
+    // Whether the caller, whose version ends at `position`, is the first to append there. The slot after the last one
+    // stands for the next link.
     [[nodiscard]] bool claim(std::uint64_t position)
     {
         auto expected = static_cast<std::size_t>(position - first);
@@ -90,7 +91,7 @@ Value const& Array::Iterator::operator*() const
 Array::Iterator& Array::Iterator::operator++()
 {
     ++m_position;
-    // The end stays in the last chunk: what follows may be just being linked by a newer version.
+    // The end iterator stays in the last chunk: a newer version on another thread may be linking the next one now.
     if (m_position != m_end && m_position == m_chunk->end())
         m_chunk = m_chunk->next.get();
     return *this;
@@ -129,7 +130,7 @@ Value const& Array::at(std::size_t index) const
     if (index >= size())
         fatalError("an array was read beyond its end");
     auto const position = m_begin + index;
-    // What was appended last is read most, and often of long arrays.
+    // The latest elements are read most often, and often in long arrays.
     auto const* chunk = position >= m_tail->first ? m_tail.get() : m_head.get();
     while (position >= chunk->end())
         chunk = chunk->next.get();
@@ -143,7 +144,7 @@ void Array::append(Value element)
     if (!m_tail)
         m_head = m_tail = std::make_shared<Chunk>(makeLineage(), m_end, smallestChunk);
     if (!m_tail->claim(m_end)) {
-        // Another version went on from here before: this one begins a lineage of its own.
+        // Another version has been appended to here already: this one starts a lineage of its own.
         Array copy;
         for (auto const& own : *this)
             copy.append(own);

@@ -13,13 +13,20 @@
 
 namespace zelvora::platform {
 
-/// A persistent sequence of values. Appending to the newest version and dropping from the front are amortised O(1) and
-/// leave older versions as they were; appending to an older version copies it first. Versions may be used on different
-/// threads at once.
+/// A persistent sequence of values: every change returns a new version and leaves the older ones as they were.
+/// Appending to the newest version and dropping from the front are amortized O(1), because versions share their
+/// elements; appending to an older version copies it first.
+///
+///     Array const queue { 1, 2 };
+///     Array const longer = queue.appending(3).droppingFirst(1); // queue is still 1, 2
+///
+/// Versions may be used on different threads at once. A version keeps in memory what was appended after it; dropped
+/// elements are freed in chunks of at most 512.
 class ZELVORA_API Array final {
     struct Chunk;
 
 public:
+    /// Valid while the array that it came from or a copy of it lives. Compare it only with iterators of the same array.
     class Iterator final {
     public:
         using value_type = Value;
@@ -46,8 +53,8 @@ public:
         std::uint64_t m_end = 0;
     };
 
-    /// How one array came from another: so many dropped from its head, then the elements from `firstAppended` on
-    /// appended.
+    /// How an array is made from an older one: drop `dropped` elements from the front of the older one, then append the
+    /// newer one's elements from index `firstAppended` on.
     struct Difference {
         std::size_t dropped = 0;
         std::size_t firstAppended = 0;
@@ -62,23 +69,23 @@ public:
     [[nodiscard]] Iterator begin() const;
     [[nodiscard]] Iterator end() const;
 
-    /// The element at an index below `size()`. Walks to it: for many elements iterate.
+    /// An index that is not below `size()` stops the process. Walks the chunks: iterate to read many elements.
     [[nodiscard]] Value const& at(std::size_t index) const;
 
     [[nodiscard]] Array appending(Value element) const;
-    /// Without the first `count` elements; empty where there are no more.
+    /// Without the first `count` elements; empty if there are no more than that.
     [[nodiscard]] Array droppingFirst(std::size_t count) const;
-    /// The first `count` elements, or all where there are fewer.
+    /// The first `count` elements, or all if there are fewer.
     [[nodiscard]] Array prefix(std::size_t count) const;
 
-    /// The difference that makes this array from an older version of it, in O(1); absent where this one was not made
-    /// from the other by dropping and appending alone, or that cannot be told. `firstAppended` is an index into this
-    /// array.
+    /// How this array is made from an older version of it, in O(1). Absent if it was not made from `older` by dropping
+    /// and appending alone, or if that is unknown, as it is for equal arrays that were built separately.
     [[nodiscard]] std::optional<Difference> differenceFrom(Array const& older) const;
 
-    /// Whether all elements are of one kind. O(1) for an array that never held another kind.
+    /// Whether all elements are of one kind; true for an empty array. O(1) if the array never contained another kind.
     [[nodiscard]] bool holdsOnly(Value::Kind kind) const;
 
+    /// As `Value::nesting`, at least 1.
     [[nodiscard]] std::size_t nesting() const { return m_nesting; }
 
     bool operator==(Array const& other) const;
@@ -91,7 +98,7 @@ private:
     std::uint64_t m_begin = 0;
     std::uint64_t m_end = 0;
     std::size_t m_nesting = 1;
-    // One bit a kind; what was dropped leaves its bit behind.
+    // One bit per kind. A dropped element leaves its bit set.
     std::uint8_t m_kinds = 0;
 };
 

@@ -12,7 +12,7 @@ class ZELVORA_API Bundle {
 public:
     virtual ~Bundle() = default;
 
-    /// The app's reverse-DNS identifier, where it has one.
+    /// The app's identifier in reverse-DNS notation, such as "com.example.app", if it has one. It never changes.
     [[nodiscard]] virtual std::optional<std::string> bundleIdentifier() const = 0;
 };
 

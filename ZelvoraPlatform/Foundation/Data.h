@@ -4,7 +4,7 @@
 
 namespace zelvora::platform {
 
-/// A run of bytes, of no particular encoding.
+/// A sequence of bytes in no particular encoding.
 struct Data {
     std::string bytes;
 

@@ -19,7 +19,7 @@ struct Date {
     bool operator==(Date const&) const = default;
 };
 
-/// The system's wall clock, which people and time servers may set forwards and backwards. Any thread.
+/// The wall clock. It can jump in both directions, because users and time servers set it. Any thread.
 class ZELVORA_API Clock {
 public:
     virtual ~Clock() = default;

@@ -13,7 +13,7 @@ struct Dictionary::Contents {
         order.reserve(unordered.size());
         for (auto& entry : unordered)
             order.push_back(&entry);
-        // Of entries with one key the later one, which lies behind, comes last.
+        // Ties are broken by position, so that the last of several entries with one key wins.
         std::ranges::sort(
             order, {}, [](Entry* entry) { return std::pair<std::string_view, Entry*>(entry->first, entry); });
         entries.reserve(order.size());

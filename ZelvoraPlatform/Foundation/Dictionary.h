@@ -13,24 +13,26 @@
 
 namespace zelvora::platform {
 
-/// An immutable map from text to values, in the order of its keys' bytes.
+/// An immutable map from text to values, in the order of its keys' bytes. A copy costs a reference count, and one
+/// dictionary may be read on many threads. A dictionary that was moved from may only be assigned or destroyed.
 class ZELVORA_API Dictionary final {
 public:
     using Entry = std::pair<std::string, Value>;
     using Entries = std::vector<Entry>;
 
     Dictionary();
+    /// If a key repeats, the last entry wins.
     Dictionary(std::initializer_list<Entry> entries);
-    /// Where a key stands twice the later entry holds.
     explicit Dictionary(Entries entries);
 
     [[nodiscard]] std::size_t size() const;
     [[nodiscard]] bool isEmpty() const { return size() == 0; }
-    /// The value under a key, or nullptr. Valid as long as this dictionary or a copy of it lives.
+    /// The value under the key, or nullptr. Valid while this dictionary or a copy of it lives. O(log n).
     [[nodiscard]] Value const* find(std::string_view key) const;
     [[nodiscard]] Entries::const_iterator begin() const;
     [[nodiscard]] Entries::const_iterator end() const;
 
+    /// As `Value::nesting`, at least 1.
     [[nodiscard]] std::size_t nesting() const;
 
     bool operator==(Dictionary const& other) const;

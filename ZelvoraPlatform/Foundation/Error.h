@@ -4,8 +4,8 @@
 
 namespace zelvora::platform {
 
-/// What a platform service reports when it fails. `domain` and `code` are the underlying system's own; only
-/// `localizedDescription` is shown to people.
+/// How a platform service reports a failure. `domain` and `code` are the underlying system's own and differ between
+/// adapters; `localizedDescription` is the text for people.
 struct Error {
     std::string domain;
     int code = 0;

@@ -12,22 +12,23 @@ namespace zelvora::platform {
 
 enum class JSONWritingOptions : std::uint8_t { None, PrettyPrinted };
 
-/// The platform's JSON reader and writer. Any thread.
+/// The platform's JSON reader and writer, UTF-8 only. Any thread.
 class ZELVORA_API JSONSerialization {
 public:
     virtual ~JSONSerialization() = default;
 
-    /// Whether the value can be written: an array or a dictionary with nothing in it but null markers, booleans, finite
-    /// numbers, text and such containers, nested no deeper than `Value::maximumNesting`.
+    /// Whether JSON can represent the value: an array or a dictionary that contains only null markers, booleans, finite
+    /// numbers, text and such containers, nested no deeper than `Value::maximumNesting`. Does not check that text is
+    /// UTF-8.
     [[nodiscard]] virtual bool isValidJSONObject(Value const& value) const = 0;
 
-    /// Compact unless pretty-printed. Numbers read back as the same number. Fails for what is not valid, and for text
-    /// that is not UTF-8.
+    /// Writes compact text, unless pretty-printed. Each number reads back as the same number. Fails if the value is not
+    /// a valid JSON object or contains text that is not UTF-8.
     [[nodiscard]] virtual std::expected<Data, Error> data(
         Value const& jsonObject, JSONWritingOptions options) const = 0;
 
-    /// Reads a text whose top level is an array or an object; anything else, trailing text, and nesting deeper than
-    /// `Value::maximumNesting` are errors.
+    /// Reads a text whose top level is an array or an object. If a key repeats, the last entry wins. Fails for any
+    /// other top level, trailing text, bytes that are not UTF-8, and nesting deeper than `Value::maximumNesting`.
     [[nodiscard]] virtual std::expected<Value, Error> jsonObject(Data const& data) const = 0;
 };
 

@@ -4,12 +4,13 @@
 
 namespace zelvora::platform {
 
-/// Ends its observation when it is invalidated or destroyed, whichever comes first. It may outlive what it observes.
-/// Main thread.
+/// An observation that ends when this object is invalidated or destroyed, whichever comes first. It may outlive what it
+/// observes. Main thread.
 class ZELVORA_API NSKeyValueObservation {
 public:
     virtual ~NSKeyValueObservation() = default;
 
+    /// The handler is not called again. A second call does nothing.
     virtual void invalidate() = 0;
 };
 

@@ -13,7 +13,7 @@ namespace zelvora::platform {
 
 class DispatchQueue;
 
-/// What is posted. The SDK neither posts nor observes with a sender, so there is none.
+/// A notification. It names no sender, because the SDK neither posts nor observes with one.
 struct Notification {
     std::string name;
     std::optional<Dictionary> userInfo;
@@ -21,7 +21,8 @@ struct Notification {
     bool operator==(Notification const&) const = default;
 };
 
-/// The default notification centre. Any thread.
+/// The default notification center. Any thread. No lock is held while a handler runs, so a handler may post, add and
+/// remove.
 class ZELVORA_API NotificationCenter {
 public:
     using Handler = std::function<void(Notification const&)>;
@@ -30,19 +31,23 @@ public:
     virtual ~NotificationCenter() = default;
 
     /// Calls the handlers of this name in the order of their registration: those of observer objects on the caller's
-    /// thread before `post` returns, those with a queue later on it. No lock is held meanwhile: a handler may post, add
-    /// and remove.
+    /// thread before `post` returns, those with a queue later on that queue. Handlers added during the call are not
+    /// called.
     virtual void post(Notification notification) = 0;
 
-    /// The handler runs on the poster's thread, from any sender. The observer is held weakly, and strongly while its
-    /// handler runs; one that is gone is never told.
+    /// Registers a handler that is called on the poster's thread. The registration ends when the observer is destroyed:
+    /// the center references it weakly and keeps it alive only while its handler runs. The handler must not own the
+    /// observer. Each call registers once more.
     virtual void addObserver(std::shared_ptr<void const> const& observer, std::string name, Handler handler) = 0;
-    /// Removes all registrations of an observer object; it may be in its destructor.
+    /// Removes all registrations of an observer object, if there are any; the observer's destructor may call it. A
+    /// handler that is running on another thread may outlast the call.
     virtual void removeObserver(void const* observer) = 0;
 
-    /// The handler runs on the queue, and is held until it is removed by its token. Once `removeObserver` has returned
-    /// on that queue's thread the handler is not called again.
+    /// Registers a handler that is called on the queue, which must outlive the registration. Only `removeObserver` with
+    /// the returned token ends it.
     [[nodiscard]] virtual Token addObserver(std::string name, DispatchQueue& queue, Handler handler) = 0;
+    /// Once this has returned on the queue's own thread, the handler is not called again, not even for what was posted
+    /// before. An unknown token is ignored.
     virtual void removeObserver(Token token) = 0;
 };
 

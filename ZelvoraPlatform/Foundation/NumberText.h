@@ -6,8 +6,8 @@
 
 namespace zelvora::platform {
 
-/// The shortest decimal text that reads back as the same number, in every locale; a whole number below 10^15 has
-/// neither a point nor an exponent. "nan", "inf" and "-inf" for what is not finite.
+/// The shortest decimal text that reads back as the same number, in every locale. A whole number below 10^15 has
+/// neither a point nor an exponent. A number that is not finite is "nan", "inf" or "-inf".
 [[nodiscard]] ZELVORA_API std::string numberText(double number);
 
 }

@@ -54,7 +54,7 @@ bool isEscape(std::string_view text, std::size_t at)
     return at + 2 < text.size() && text[at] == '%' && isHexDigit(text[at + 1]) && isHexDigit(text[at + 2]);
 }
 
-// Text that is encoded already stays: only where some "%" begins no escape is every "%" taken for a plain character.
+// Existing escapes are kept. If any "%" begins none, the text was not encoded, and every "%" is a plain character.
 std::string encode(std::string_view text, Component component)
 {
     constexpr std::string_view digits = "0123456789ABCDEF";
@@ -86,7 +86,7 @@ std::size_t schemeLength(std::string_view text)
     return std::ranges::all_of(scheme, isSchemeCharacter) ? colon : 0;
 }
 
-// Takes the text up to the first of the delimiters off the front.
+// Removes the text before the first delimiter from the front and returns it.
 std::string_view takeUntil(std::string_view& text, std::string_view delimiters)
 {
     auto const end = std::min(text.find_first_of(delimiters), text.size());
@@ -160,7 +160,7 @@ std::optional<URL> URL::parse(std::string_view text)
         result += "//";
         result += *authority;
     } else if (isRelative) {
-        // A colon here would make a scheme of what is none.
+        // An unencoded colon here would turn the segment into a scheme.
         result += encode(takeUntil(text, "/?#"), Component::FirstSegment);
     }
     result += encode(takeUntil(text, "?#"), Component::Path);

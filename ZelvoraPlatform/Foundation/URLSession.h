@@ -14,25 +14,28 @@
 
 namespace zelvora::platform {
 
-/// A request with the protocol's own cache policy.
+/// A request that follows the protocol's own cache policy.
 struct URLRequest {
     URL url;
     std::string httpMethod = "GET";
+    /// Names are not case-sensitive: give each field once.
     std::map<std::string, std::string> httpHeaderFields {};
     Data httpBody {};
+    /// How many seconds may pass without any data moving before the request fails; it does not limit the total time.
+    /// Must be positive.
     TimeInterval timeoutInterval = 60;
 
     bool operator==(URLRequest const&) const = default;
 };
 
 struct URLResponse {
-    /// Absent where the response is not an HTTP response.
+    /// Absent if the response is not an HTTP response.
     std::optional<int> statusCode;
 
     bool operator==(URLResponse const&) const = default;
 };
 
-/// The shared loader of the process.
+/// The process's shared HTTP loader.
 class ZELVORA_API URLSession {
 public:
     struct Answer {
@@ -45,9 +48,11 @@ public:
 
     virtual ~URLSession() = default;
 
-    /// Makes a data task and resumes it at once. Any thread. The completion is called exactly once, on the loader's own
-    /// queue and never before this call returns: with the answer whatever its status, or with the error of the
-    /// transport (no connection, timeout, TLS, cut in the middle), also when the loader is destroyed first.
+    /// Starts a request. Any thread. The completion is called exactly once, on the loader's own queue, one completion
+    /// at a time, and never inside this call. It receives the answer, whatever its status, or an error if there was
+    /// none: no connection, timeout, TLS failure, a response cut short, or a URL that is not HTTP. Redirections are
+    /// followed, except from HTTPS to HTTP, which is an error. A loader that is destroyed completes its pending
+    /// requests with an error.
     virtual void dataTask(URLRequest request, Completion completion) = 0;
 };
 

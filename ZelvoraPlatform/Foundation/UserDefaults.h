@@ -8,20 +8,26 @@
 
 namespace zelvora::platform {
 
-/// The host app's preferences: a persistent, string-keyed store of property-list values. Thread-safe per call.
+/// The host app's preferences: a persistent, string-keyed store of property-list values. Any thread; each call is
+/// atomic, a sequence of calls is not.
 ///
-/// A write is durable against the death of the process when the call returns. Null markers inside containers are kept.
-/// The store takes no bare null marker and nothing that nests deeper than `Value::maximumNesting`: the caller sees to
-/// that. Failures of the medium are logged by the adapter, the new value stays in memory and is written with the next
-/// write; callers cannot act on them.
+/// When a write returns, its value survives the death of the process; a power cut may lose the latest writes. The
+/// adapter logs a failure to write; the new value is kept in memory and written with the next write. Callers could not
+/// act on such a failure, so it is not reported.
+///
+/// The caller must not store a bare null marker or a value that nests deeper than `Value::maximumNesting`. Null markers
+/// inside containers are kept.
 class ZELVORA_API UserDefaults {
 public:
     virtual ~UserDefaults() = default;
 
+    /// The value stored last under the key, if any.
     [[nodiscard]] virtual std::optional<Value> object(std::string const& key) = 0;
-    /// An absent value deletes the entry.
+    /// Replaces the value under the key. An absent value removes the entry.
     virtual void setObject(std::optional<Value> value, std::string const& key) = 0;
+    /// The same as `setObject` with a number.
     virtual void setDouble(double number, std::string const& key) = 0;
+    /// Does nothing if there is no entry.
     virtual void removeObject(std::string const& key) = 0;
 };
 

@@ -18,23 +18,29 @@ namespace zelvora::platform {
 class Array;
 class Dictionary;
 
-/// The marker that stands for a JSON null. It is a value; the absence of a value is `std::optional`.
+/// A JSON null. It is a value; the absence of a value is an empty `std::optional`.
 struct Null {
     bool operator==(Null const&) const = default;
 };
 
 /// A property-list value: null marker, boolean, number, text, date, data, array or dictionary.
 ///
-/// Immutable and shared: a copy costs at most a reference count, and one value may be read on many threads.
-/// A boolean is never a number. Every number is a double, as in the pages. Accessors answer only for the kind
-/// that is held: nothing throws and nothing converts. Text is UTF-8. A value may nest to any depth and is destroyed
-/// without recursion; what a service accepts is the service's own matter (see `maximumNesting`).
+///     Value const event = Dictionary { { "eventId", "cart_add" }, { "count", 2 } };
+///     auto const* count = event.dictionary()->find("count"); // *count->number() == 2.0
+///
+/// Immutable and shared: a copy costs at most a reference count, and one value may be read on many threads. A value
+/// that was moved from may only be assigned or destroyed.
+///
+/// A boolean is never a number. Every number is a double, as in the pages: integers beyond 2^53 are rounded. Text is
+/// UTF-8, which is not checked here. An accessor returns the content only if the value is of its kind: nothing throws
+/// and nothing converts.
+///
+/// A value may nest to any depth and is destroyed without recursion. Each service says what depth it accepts.
 class ZELVORA_API Value final {
 public:
     enum class Kind : std::uint8_t { Null, Boolean, Number, Text, Date, Data, Array, Dictionary };
 
-    /// How deep containers may nest for a service that writes values down (the preferences store, JSON). The phone's
-    /// own limit.
+    /// The deepest nesting that the services which write values down (preferences, JSON) accept: the phone's own limit.
     static constexpr std::size_t maximumNesting = 512;
 
     /// The null marker.
@@ -51,6 +57,7 @@ public:
     }
     Value(std::string text);
     Value(std::string_view text);
+    /// Must not be null.
     Value(char const* text);
     Value(platform::Date date);
     Value(platform::Data data);
@@ -61,18 +68,18 @@ public:
     [[nodiscard]] bool isNull() const { return kind() == Kind::Null; }
     [[nodiscard]] std::optional<bool> boolean() const;
     [[nodiscard]] std::optional<double> number() const;
-    /// The pointers stay valid as long as this value or a copy of it lives.
+    /// These pointers stay valid while this value or a copy of it lives.
     [[nodiscard]] std::string const* text() const;
     [[nodiscard]] std::optional<platform::Date> date() const;
     [[nodiscard]] platform::Data const* data() const;
     [[nodiscard]] platform::Array const* array() const;
     [[nodiscard]] platform::Dictionary const* dictionary() const;
 
-    /// How many containers stand inside one another at the most: 0 for a plain value, 1 for an empty array. For an
-    /// array that lost elements from its head, an upper bound.
+    /// How deep containers nest: 0 for a plain value, 1 for an empty array. An upper bound if an array lost elements.
     [[nodiscard]] std::size_t nesting() const;
 
-    /// Equal kinds with equal contents. NaN equals nothing.
+    /// Equal kinds with equal contents. NaN equals nothing. Recurses into containers, so check `nesting` before you
+    /// compare untrusted values.
     bool operator==(Value const& other) const;
 
 private:
@@ -83,8 +90,8 @@ private:
         m_held;
 };
 
-/// A readable text for log lines, at most `debugDescriptionLimit` bytes and then a note of what was left out, so that
-/// it costs the same however long the value is. Absence reads "nil".
+/// A readable text for log lines. What exceeds `debugDescriptionLimit` bytes is replaced by a note of how much was left
+/// out, so that the cost does not grow with the value. An absent value reads "nil".
 [[nodiscard]] ZELVORA_API std::string debugDescription(Value const& value);
 [[nodiscard]] ZELVORA_API std::string debugDescription(std::optional<Value> const& value);
 inline constexpr std::size_t debugDescriptionLimit = 512;

@@ -9,7 +9,7 @@ namespace zelvora::platform {
 
 namespace {
 
-// Writes until the limit is reached. As every container costs a bracket, the limit bounds the recursion too.
+// Writes until the limit is reached. Every container costs a bracket, so the limit bounds the recursion too.
 class Describer final {
 public:
     void describe(Value const& value)
@@ -43,7 +43,7 @@ public:
         if (!isFull())
             return std::move(m_text);
         auto cut = debugDescriptionLimit;
-        // Not within a character.
+        // Not inside a character.
         while (cut > 0 && (static_cast<unsigned char>(m_text[cut]) & 0xC0U) == 0x80)
             --cut;
         m_text.resize(cut);
@@ -58,7 +58,7 @@ private:
 
     void write(std::string_view text) { m_text += text.substr(0, debugDescriptionLimit + 4); }
 
-    // The innermost container or text that did not fit comes first; the outermost, last told, says most.
+    // Called for the innermost container or text first. The outermost overwrites it, because it says most.
     void leaveOut(std::size_t count, std::string_view what)
     {
         if (count > 0)

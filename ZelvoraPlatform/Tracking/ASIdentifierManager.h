@@ -11,7 +11,7 @@ class ZELVORA_API ASIdentifierManager {
 public:
     virtual ~ASIdentifierManager() = default;
 
-    /// An upper-case UUID; all zeros where the system gives none away.
+    /// An upper-case UUID; all zeros if the system withholds it.
     [[nodiscard]] virtual std::string advertisingIdentifier() const = 0;
 };
 

@@ -15,14 +15,17 @@ enum class ATTrackingAuthorizationStatus : std::uint8_t {
     Authorized = 3
 };
 
-/// Asks the user, once per install, for permission to track. Main thread.
+/// Asks the user for permission to track. The system keeps the answer: a user who has answered is not asked again. Main
+/// thread.
 class ZELVORA_API ATTrackingManager {
 public:
     virtual ~ATTrackingManager() = default;
 
     [[nodiscard]] virtual ATTrackingAuthorizationStatus trackingAuthorizationStatus() const = 0;
-    /// Shows the system's prompt while the status is not determined, and remembers the answer. The completion is called
-    /// on any thread with the status then.
+    /// Shows the system's prompt if the status is not determined; requests made while it is shown share it. The
+    /// completion is called with the resulting status, which is still "not determined" if the prompt was closed without
+    /// an answer or the manager was destroyed. It may be called on any thread, and inside this call if no prompt is
+    /// needed.
     virtual void requestTrackingAuthorization(CompletionHandler<void(ATTrackingAuthorizationStatus)> completion) = 0;
 };
 

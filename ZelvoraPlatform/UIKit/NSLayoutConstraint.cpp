@@ -28,7 +28,7 @@ void NSLayoutConstraint::setActive(bool active) const
 {
     auto* keeper = commonAncestor(*m_first.view, *m_second.view);
     if (!keeper) {
-        // What is inactive already may name views that have parted since.
+        // An inactive constraint may name views that have been separated since.
         if (active)
             fatalError("a constraint was activated between views that have no common ancestor");
         return;

@@ -12,7 +12,8 @@ class NSLayoutConstraint;
 
 enum class NSLayoutAttribute : std::uint8_t { Top, Leading, Trailing, Bottom };
 
-/// One edge of a view or of its safe area, for saying constraints. A plain value: the view must outlive its use.
+/// One edge of a view or of its safe area, from which constraints are made. A plain value: the view must outlive its
+/// use.
 struct ZELVORA_API NSLayoutAnchor {
     enum class Item : std::uint8_t { View, SafeArea };
 
@@ -25,8 +26,13 @@ struct ZELVORA_API NSLayoutAnchor {
     bool operator==(NSLayoutAnchor const&) const = default;
 };
 
-/// "This edge equals that one". A plain value: two constraints that say the same are the same. While active, it is kept
-/// by the nearest common ancestor of its two views, and it ends when either of them leaves that ancestor. Main thread.
+/// "This edge equals that one." A plain value: two constraints that name the same edges are the same constraint. While
+/// active it is kept by the nearest common ancestor of its two views, and it ends when either view leaves that
+/// ancestor. Main thread.
+///
+///     auto const safeArea = root->safeAreaLayoutGuide();
+///     auto const pinned = header->topAnchor().constraintEqualTo(safeArea.topAnchor());
+///     pinned.setActive(true);
 class ZELVORA_API NSLayoutConstraint final {
 public:
     NSLayoutConstraint(NSLayoutAnchor first, NSLayoutAnchor second) : m_first(first), m_second(second) { }
@@ -34,9 +40,10 @@ public:
     [[nodiscard]] NSLayoutAnchor const& firstAnchor() const { return m_first; }
     [[nodiscard]] NSLayoutAnchor const& secondAnchor() const { return m_second; }
 
-    /// Activating a constraint between views with no common ancestor is a programming error that stops the process.
+    /// Does nothing if the constraint is in that state already. Both anchors must name a view. Activating a constraint
+    /// between views with no common ancestor stops the process.
     void setActive(bool active) const;
-    /// In the order given.
+    /// Activates them in the order given.
     static void activate(std::initializer_list<NSLayoutConstraint> constraints);
 
     bool operator==(NSLayoutConstraint const&) const = default;

@@ -7,7 +7,8 @@
 
 namespace zelvora::platform {
 
-/// With the phone's raw values.
+/// The running app. Main thread. The adapter posts `didBecomeActiveNotification` on the default notification center, on
+/// the main thread, when the state has changed to active; an app that is active from the start gets none.
 enum class UIApplicationState : std::uint8_t { Active = 0, Inactive = 1, Background = 2 };
 
 /// The running app. Main thread. The adapter posts `didBecomeActiveNotification` on the default notification centre, on
@@ -19,9 +20,9 @@ public:
     virtual ~UIApplication() = default;
 
     [[nodiscard]] virtual UIApplicationState applicationState() const = 0;
-    /// Whether some app is registered for the URL's scheme.
+    /// Whether an app is registered for the URL's scheme, in upper or lower case. False for a relative URL.
     [[nodiscard]] virtual bool canOpenURL(URL const& url) const = 0;
-    /// Hands the URL to that app, later; nothing is reported.
+    /// Passes the URL to that app, asynchronously. No failure is reported; without such an app nothing happens.
     virtual void open(URL const& url) = 0;
 };
 

@@ -9,15 +9,17 @@ namespace zelvora::platform {
 
 class UIGestureRecognizer;
 
-/// A stack of screens, the last one shown; the host's own, wrapped by the adapter. Main thread. It keeps the
-/// controllers on it.
+/// The host's stack of screens, of which the last is shown; the adapter wraps it. Main thread. It owns the controllers
+/// on it, and must itself be owned by a `std::shared_ptr`.
 class ZELVORA_API UINavigationController : public UIViewController {
 public:
     [[nodiscard]] virtual std::vector<std::shared_ptr<UIViewController>> viewControllers() const = 0;
+    /// Puts the controller on top: its view is loaded, then the covered screen's `viewWillDisappear` is called. The
+    /// controller must not be null, on a stack or presented.
     virtual void pushViewController(std::shared_ptr<UIViewController> controller, Animated animated) = 0;
-    /// Takes the top controller off, unless it is the only one.
+    /// Takes the top controller off, unless it is the only one. It still knows its stack in its `viewWillDisappear`.
     virtual void popViewController(Animated animated) = 0;
-    /// The stack's own swipe to pop, or nullptr where it has none.
+    /// The stack's own swipe to pop, or nullptr if it has none. The recognizer may outlive the stack.
     [[nodiscard]] virtual std::shared_ptr<UIGestureRecognizer> interactivePopGestureRecognizer() const = 0;
 
 protected:

@@ -10,12 +10,14 @@ namespace zelvora::platform {
 /// With the phone's raw values.
 enum class UIRectEdge : std::uint8_t { None = 0, Top = 1, Left = 2, Bottom = 4, Right = 8 };
 
-/// A drag that starts at an edge of the screen.
+/// A drag that starts at an edge of the screen. It begins nothing until `setEdges` names an edge. Adapters need to
+/// support the left one, which is all that the SDK uses.
 class ZELVORA_API UIScreenEdgePanGestureRecognizer final : public UIGestureRecognizer {
 public:
     using Action = std::function<void(UIScreenEdgePanGestureRecognizer&)>;
 
-    /// The action is called at every change of state; it holds its target weakly.
+    /// The action is called for every reported state. It must not be empty, and must not own the view that the
+    /// recognizer is added to.
     explicit UIScreenEdgePanGestureRecognizer(Action action) : m_action(std::move(action)) { }
 
     [[nodiscard]] UIRectEdge edges() const { return m_edges; }

@@ -15,7 +15,7 @@ UIView::UIView(std::unique_ptr<Peer> peer) : m_peer(std::move(peer)) { }
 
 UIView::~UIView()
 {
-    // A view that is being destroyed is in no other: its superview would hold it.
+    // A view that is being destroyed is in no superview, which would own it.
     for (auto const& constraint : m_constraints)
         m_peer->deactivate(constraint);
     for (auto const& child : m_subviews) {
@@ -48,7 +48,7 @@ void UIView::removeFromSuperview()
         ancestor->deactivateConstraintsNaming(*this);
     superview.m_peer->removeSubview(*this);
     m_superview = nullptr;
-    // Last: the superview may hold the only reference.
+    // Last, because the superview may own the only reference.
     std::erase_if(superview.m_subviews, [this](auto const& subview) { return subview.get() == this; });
 }
 

@@ -15,55 +15,79 @@ namespace zelvora::platform {
 
 class UIGestureRecognizer;
 
-/// A rectangle on the screen with others in it. Main thread. A view keeps its subviews; who makes a view holds it until
-/// it is in another. The class keeps the tree; its peer, made by the platform, shows it.
+/// A rectangle on the screen that may contain others. Main thread. A view owns its subviews; whoever makes a view owns
+/// it until it is added to another.
+///
+/// This class keeps the tree, the hidden flag and the active constraints, so that all adapters agree on them. Its peer,
+/// made by the platform, shows what it is told.
+///
+///     auto root = std::make_shared<UIView>();
+///     auto header = std::make_shared<UIView>();
+///     root->addSubview(header);
+///     header->setTranslatesAutoresizingMaskIntoConstraints(false);
+///     NSLayoutConstraint::activate({ header->topAnchor().constraintEqualTo(root->topAnchor()) });
 class ZELVORA_API UIView : public std::enable_shared_from_this<UIView> {
 public:
-    /// The native view. The owner outlives it and calls it on the main thread, after it has changed its own state. A
-    /// peer may keep the owner's address from the start but uses it only later.
+    /// The native view. The owner calls it on the main thread, after changing its own state. A peer is made before its
+    /// owner is complete and destroyed after the owner's members: its constructor and destructor may keep or compare
+    /// the owner's address but must not use the owner.
     class Peer {
     public:
         virtual ~Peer() = default;
 
+        /// The origin is 0, 0; the size is that of the latest layout, or of the initial frame before the first.
         [[nodiscard]] virtual CGRect bounds() const = 0;
-        /// The child is at the end of the owner's subviews already.
+        /// The child is already the last of the owner's subviews. It may have been hidden before.
         virtual void addSubview(UIView& child) = 0;
-        /// Active constraints that name the child or what is in it have been deactivated before.
+        /// The child is still among the owner's subviews. Constraints between what stays and what leaves have been
+        /// deactivated.
         virtual void removeSubview(UIView& child) = 0;
+        /// The child is already the last of the owner's subviews.
         virtual void bringSubviewToFront(UIView& child) = 0;
+        /// A hidden view is not shown, nor are its subviews, but all keep their places in the layout.
         virtual void setHidden(bool hidden) = 0;
         virtual void setBackgroundColor(UIColor color) = 0;
+        /// While true, as at first, the view keeps its frame; while false, constraints place it.
         virtual void setTranslatesAutoresizingMaskIntoConstraints(bool translates) = 0;
-        /// Both items are the owner, its safe area or views below it.
+        /// The constraint was not active. Each of its anchors belongs to the owner or to a view inside it.
         virtual void activate(NSLayoutConstraint const& constraint) = 0;
         virtual void deactivate(NSLayoutConstraint const& constraint) = 0;
-        /// Lays the view out now if anything changed; within `UIView::animate` the frames move to their new places over
-        /// its duration.
+        /// Lays out the whole tree that the owner is in, if anything changed, before it returns. Inside
+        /// `UIView::animate` the views move to their new frames over its duration.
         virtual void layoutIfNeeded() = 0;
-        /// The owner holds the recogniser as long as this peer lives.
+        /// The owner keeps the recognizer from now on.
         virtual void addGestureRecognizer(UIGestureRecognizer& recognizer) = 0;
     };
 
+    /// The frame is in points, in the superview. Needs an installed platform.
     explicit UIView(CGRect frame = {});
     virtual ~UIView();
     UIView(UIView const&) = delete;
     UIView& operator=(UIView const&) = delete;
 
     [[nodiscard]] CGRect bounds() const;
+    /// The view that this one is in, or nullptr.
     [[nodiscard]] UIView* superview() const { return m_superview; }
     /// Back to front.
     [[nodiscard]] std::vector<std::shared_ptr<UIView>> const& subviews() const { return m_subviews; }
 
-    /// Whether the other view is this one or somewhere in it.
+    /// Whether the other view is this one or inside it.
     [[nodiscard]] bool contains(UIView const& other) const;
-    /// A view that is in another one already leaves it first.
+    /// Adds a view, which must not be null, in front of the other subviews. It leaves the view that it was in first,
+    /// even if that is this one. Adding a view to itself or to a view inside it stops the process.
     void addSubview(std::shared_ptr<UIView> child);
+    /// Also deactivates the constraints between this view, or a view inside it, and views that stay. Does nothing if
+    /// the view is in no other. Destroys the view if only its superview owned it.
     void removeFromSuperview();
+    /// Does nothing if the view is not a subview of this one.
     void bringSubviewToFront(UIView& child);
 
     [[nodiscard]] bool isHidden() const { return m_hidden; }
+    /// A hidden view is not shown, nor are its subviews, but all keep their places in the layout.
     void setHidden(bool hidden);
+    /// Transparent until set.
     void setBackgroundColor(UIColor color);
+    /// While true, as at first, the view keeps its frame; while false, constraints place it.
     void setTranslatesAutoresizingMaskIntoConstraints(bool translates);
 
     [[nodiscard]] NSLayoutAnchor topAnchor() { return anchor(NSLayoutAttribute::Top); }
@@ -71,24 +95,33 @@ public:
     [[nodiscard]] NSLayoutAnchor trailingAnchor() { return anchor(NSLayoutAttribute::Trailing); }
     [[nodiscard]] NSLayoutAnchor bottomAnchor() { return anchor(NSLayoutAttribute::Bottom); }
     [[nodiscard]] UILayoutGuide safeAreaLayoutGuide() { return UILayoutGuide(*this); }
-    /// The active constraints that this view keeps as nearest common ancestor, in the order of activation.
+    /// The active constraints of which this view is the nearest common ancestor, in the order of activation.
     [[nodiscard]] std::vector<NSLayoutConstraint> const& constraints() const { return m_constraints; }
 
+    /// The view keeps the recognizer, which must not be null, for as long as it lives. Add each one once.
     void addGestureRecognizer(std::shared_ptr<UIGestureRecognizer> const& recognizer);
     [[nodiscard]] std::vector<std::shared_ptr<UIGestureRecognizer>> const& gestureRecognizers() const
     {
         return m_gestureRecognizers;
     }
 
+    /// Lays out the whole tree that this view is in, if anything changed, before it returns.
     void layoutIfNeeded();
 
-    /// Runs the block at once; what it lays out moves over `duration` seconds, with the system's default curve.
+    /// Runs the block before it returns. Views that are laid out in it move to their new frames over `duration` seconds
+    /// with the system's default curve, or at once if that is not positive; `bounds` has the new size immediately.
+    ///
+    ///     UIView::animate(0.3, [&] {
+    ///         header->setHidden(true);
+    ///         root->layoutIfNeeded();
+    ///     });
     static void animate(TimeInterval duration, std::function<void()> const& animations);
 
+    /// For adapters.
     [[nodiscard]] Peer& peer() const { return *m_peer; }
 
 protected:
-    /// For views of the adapters: a system view, or one of the host's own.
+    /// For adapters' views: a system view, or one of the host's own.
     explicit UIView(std::unique_ptr<Peer> peer);
 
 private:
@@ -103,7 +136,7 @@ private:
     void deactivateConstraintsNaming(UIView const& leaving);
 
     std::unique_ptr<Peer> m_peer;
-    // Reset by the superview, when this view leaves it or it is destroyed.
+    // Reset by the superview when this view leaves it or when it is destroyed.
     UIView* m_superview = nullptr;
     std::vector<std::shared_ptr<UIView>> m_subviews;
     std::vector<NSLayoutConstraint> m_constraints;

@@ -14,26 +14,29 @@ class UINavigationController;
 /// With the phone's raw values.
 enum class UIModalPresentationStyle : std::int8_t { Automatic = -2, FullScreen = 0 };
 
-/// A screen: a root view, and what happens when it comes and goes. Main thread. Whoever shows it (a navigation stack, a
-/// presenter's window) keeps it. The root view is made on first use, so that no hook runs before the object is
-/// complete.
+/// A screen: a root view, and hooks for what happens to it. Main thread. Whatever shows a controller (a navigation
+/// stack, a presenter's window) owns it while it is shown. The root view is made on first use, so that no hook runs
+/// before the object is complete: do not call `view` in a constructor.
 class ZELVORA_API UIViewController : public std::enable_shared_from_this<UIViewController> {
 public:
-    /// The native controller. The owner outlives it.
+    /// The native controller. A peer is made before its owner is complete and destroyed after the owner's view: its
+    /// constructor and destructor must not use the owner.
     class Peer {
     public:
         virtual ~Peer() = default;
 
-        /// Makes the root view; called once.
+        /// Makes the root view. Called once, and never returns null.
         [[nodiscard]] virtual std::shared_ptr<UIView> loadView() = 0;
-        /// The navigation stack that the owner is in, or nullptr.
+        /// The navigation stack that the owner is on, or nullptr.
         [[nodiscard]] virtual std::shared_ptr<UINavigationController> navigationController() const = 0;
+        /// How the owner is shown when it is presented next.
         virtual void setModalPresentationStyle(UIModalPresentationStyle style) = 0;
-        /// Shows the controller over the owner's window and keeps it until it is dismissed. An owner that presents
-        /// another already does nothing but log, as on the phone.
+        /// Shows the controller over the owner's window and owns it until it is dismissed. The navigation stack
+        /// presents for an owner that is on one. If the presenter presents another already or is in no window, the
+        /// adapter logs that and does nothing. The controller must not be null or on screen.
         virtual void present(std::shared_ptr<UIViewController> presented, Animated animated) = 0;
-        /// Ends the presentation that the owner made, else the one in which it (or the navigation stack around it)
-        /// stands; otherwise nothing happens.
+        /// Ends the presentation that the owner made, together with those above it. If it made none, ends the one that
+        /// shows the owner or the navigation stack that it is on. Otherwise does nothing.
         virtual void dismiss(Animated animated) = 0;
     };
 
@@ -42,27 +45,33 @@ public:
     UIViewController(UIViewController const&) = delete;
     UIViewController& operator=(UIViewController const&) = delete;
 
-    /// The root view. On first use it is made and `viewDidLoad` called.
+    /// The root view. The first call makes it and then calls `viewDidLoad`.
     [[nodiscard]] UIView& view();
     [[nodiscard]] bool isViewLoaded() const { return static_cast<bool>(m_view); }
 
+    /// These ask the peer: see there.
     [[nodiscard]] std::shared_ptr<UINavigationController> navigationController() const;
     void setModalPresentationStyle(UIModalPresentationStyle style);
     void present(std::shared_ptr<UIViewController> presented, Animated animated);
     void dismiss(Animated animated);
 
     /// Hooks, called by the native side. An override calls its base first.
+    ///
+    /// Once, when the root view has been made.
     virtual void viewDidLoad() { }
+    /// When a screen that is shown is popped, dismissed, or covered by a push or a full-screen presentation; on Linux
+    /// also when its window closes. Called once each time.
     virtual void viewWillDisappear(Animated) { }
 
+    /// For adapters.
     [[nodiscard]] Peer& peer() const { return *m_peer; }
 
 protected:
-    /// For controllers of the adapters: the host's own screen, a navigation stack.
+    /// For adapters' controllers: the host's own screen, a navigation stack.
     explicit UIViewController(std::unique_ptr<Peer> peer);
 
 private:
-    // Before the view: the peer may show it until the end.
+    // Declared first, so destroyed last: the view may refer to it until its own end.
     std::unique_ptr<Peer> m_peer;
     std::shared_ptr<UIView> m_view;
 };

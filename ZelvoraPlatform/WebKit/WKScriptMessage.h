@@ -7,8 +7,8 @@
 
 namespace zelvora::platform {
 
-/// What a page posted: the handler's name, and the object with its types kept (a boolean is a boolean, undefined
-/// members are gone).
+/// What a page posted: the handler's name, and the object with its types kept. A boolean stays a boolean; members that
+/// are undefined are left out.
 struct WKScriptMessage {
     std::string name;
     Value body;
@@ -16,8 +16,7 @@ struct WKScriptMessage {
     bool operator==(WKScriptMessage const&) const = default;
 };
 
-/// Is told of the messages that pages post to the name that it was registered under. Main thread, in the order of
-/// posting.
+/// Receives the messages that pages post to the name under which it was added. Main thread, in the order of posting.
 class ZELVORA_API WKScriptMessageHandler {
 public:
     virtual ~WKScriptMessageHandler() = default;

@@ -15,26 +15,33 @@
 
 namespace zelvora::platform {
 
-/// The system's web view, which is itself a view. Main thread. It answers script dialogs at once with no panel, as the
-/// phone's does without a UI delegate, and reloads the page when its web process died, unless it dies again and again.
+/// The system's web view, which is itself a view. Main thread. It answers a page's dialogs at once without showing
+/// them, as the phone's does without a UI delegate. If its web process dies it reloads the page, unless that happens
+/// repeatedly.
 class ZELVORA_API WKWebView : public UIView {
 public:
     [[nodiscard]] virtual WKWebViewConfiguration const& configuration() const = 0;
+    /// Whether the system lets developer tools inspect the pages.
     virtual void setInspectable(bool inspectable) = 0;
-    /// Not owned; nullptr, or reset before the delegate is destroyed.
+    /// Not owned: reset it to nullptr before it is destroyed. Without a delegate every navigation is allowed.
     virtual void setNavigationDelegate(WKNavigationDelegate* delegate) = 0;
+    /// Whether the system's own swipes go through the history.
     virtual void setAllowsBackForwardNavigationGestures(bool allows) = 0;
 
+    /// Loads the URL with the header fields, after asking the delegate. Other members of the request may be ignored.
     virtual void load(URLRequest request) = 0;
-    /// Of the page that is shown or being loaded.
+    /// The address of the page that is shown or being loaded, verbatim; absent before the first.
     [[nodiscard]] virtual std::optional<URL> url() const = 0;
     [[nodiscard]] virtual bool canGoBack() const = 0;
+    /// Does nothing if `canGoBack` is false.
     virtual void goBack() = 0;
 
-    /// In the main frame, later, in the order of the calls. Results and errors are not reported.
+    /// Runs the script in the main frame, asynchronously, in the order of the calls. Neither results nor errors are
+    /// reported.
     virtual void evaluateJavaScript(std::string const& script) = 0;
 
-    /// Calls the handler after every change of `url`, until the observation is invalidated or destroyed.
+    /// Calls the handler after every change of `url`, until the observation is invalidated or destroyed. The handler
+    /// may end any observation.
     [[nodiscard]] virtual std::unique_ptr<NSKeyValueObservation> observeURL(
         std::function<void(WKWebView&)> handler) = 0;
 

@@ -6,7 +6,9 @@
 
 namespace zelvora::platform {
 
+/// What a web view is made with.
 struct WKWebViewConfiguration {
+    /// Required: made by the same platform as the web view.
     std::shared_ptr<WKUserContentController> userContentController;
 };
 

@@ -3,7 +3,13 @@
 include(GNUInstallDirs)
 
 option(ZELVORA_COVERAGE "Count which lines of the SDK run (clang only)" OFF)
-option(ZELVORA_QUICK_BUILD "Read GoogleTest once a program and several sources at once; hides missing includes" OFF)
+option(ZELVORA_QUICK_BUILD "Precompile the headers of the system and compile several sources at once; hides missing includes" OFF)
+
+set(ZELVORA_STANDARD_HEADERS
+    <algorithm> <array> <atomic> <chrono> <cmath> <condition_variable> <coroutine> <cstddef> <cstdint> <expected>
+    <filesystem> <functional> <map> <memory> <mutex> <optional> <set> <span> <sstream> <string> <string_view> <thread>
+    <unordered_map> <utility> <variant> <vector>)
+set(ZELVORA_GTK_HEADERS <gio/gio.h> <gtk/gtk.h> <libsoup/soup.h> <webkit/webkit.h>)
 
 # zelvora_target(NAME): warnings as errors, and includes written from the top of the tree.
 function(zelvora_target name)
@@ -27,6 +33,74 @@ function(zelvora_target name)
     endif()
 endfunction()
 
+# zelvora_precompile(NAME HEADER...): a quick build reads these headers once for NAME. Headers of the project stay out, so that
+# a change to one of them compiles no more than what includes it.
+function(zelvora_precompile name)
+    if(ZELVORA_QUICK_BUILD)
+        target_precompile_headers(${name} PRIVATE ${ARGN})
+    endif()
+endfunction()
+
+# zelvora_precompile_as(NAME OTHER): NAME shares what is precompiled for OTHER. The compilers ask that both are compiled with
+# the same options: two libraries or two programs, and both or neither with the flags of GTK.
+function(zelvora_precompile_as name other)
+    if(ZELVORA_QUICK_BUILD)
+        target_precompile_headers(${name} REUSE_FROM ${other})
+    endif()
+endfunction()
+
+# zelvora_linked(OUT LIBRARY...): these libraries and all that they link, as far as who uses them is compiled accordingly.
+function(zelvora_linked out)
+    set(libraries ${ARGN})
+    set(linked "")
+    while(libraries)
+        list(POP_FRONT libraries library)
+        if(TARGET "${library}" AND NOT library IN_LIST linked)
+            list(APPEND linked "${library}")
+            get_target_property(more "${library}" INTERFACE_LINK_LIBRARIES)
+            if(more)
+                list(APPEND libraries ${more})
+            endif()
+        endif()
+    endwhile()
+    set(${out} "${linked}" PARENT_SCOPE)
+endfunction()
+
+# zelvora_precompile_test(NAME LIBRARY...): test programs that are compiled with the same options share their headers.
+function(zelvora_precompile_test name)
+    if(NOT ZELVORA_QUICK_BUILD)
+        return()
+    endif()
+    zelvora_linked(linked ${ARGN})
+    set(options "")
+    foreach(library ${linked})
+        get_target_property(more "${library}" INTERFACE_COMPILE_OPTIONS)
+        if(more)
+            list(APPEND options ${more})
+        endif()
+    endforeach()
+    list(SORT options)
+    list(REMOVE_DUPLICATES options)
+    string(SHA1 kind "${options}")
+    string(SUBSTRING "${kind}" 0 8 kind)
+    set(owner "zelvora_test_headers_${kind}")
+    if(NOT TARGET ${owner})
+        file(CONFIGURE OUTPUT "${PROJECT_BINARY_DIR}/cmake/${owner}.cpp" CONTENT "")
+        add_library(${owner} OBJECT EXCLUDE_FROM_ALL "${PROJECT_BINARY_DIR}/cmake/${owner}.cpp")
+        zelvora_target(${owner})
+        # It is compiled as a program is, not as a library.
+        set_target_properties(${owner} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+        target_compile_options(${owner} PRIVATE ${CMAKE_CXX_COMPILE_OPTIONS_PIE} -Wno-conversion)
+        target_link_libraries(${owner} PRIVATE ${ARGN} GTest::gtest)
+        set(headers <gtest/gtest.h> ${ZELVORA_STANDARD_HEADERS})
+        if("PkgConfig::ZELVORA_GTK_DEPENDENCIES" IN_LIST linked)
+            list(APPEND headers ${ZELVORA_GTK_HEADERS})
+        endif()
+        zelvora_precompile(${owner} ${headers})
+    endif()
+    zelvora_precompile_as(${name} ${owner})
+endfunction()
+
 # zelvora_test(NAME SOURCES ... LIBRARIES ... [LABELS ...]): a GoogleTest program whose every test runs in a process of its own,
 # because the platform and the facade are one per process.
 function(zelvora_test name)
@@ -40,8 +114,6 @@ function(zelvora_test name)
         # One display has one pointer and one focus.
         list(APPEND properties RESOURCE_LOCK display)
     endif()
-    if(ZELVORA_QUICK_BUILD)
-        target_precompile_headers(${name} PRIVATE <gtest/gtest.h> <chrono> <expected> <functional> <thread>)
-    endif()
+    zelvora_precompile_test(${name} ${TEST_LIBRARIES})
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
 endfunction()

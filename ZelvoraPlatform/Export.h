@@ -1,7 +1,7 @@
 #pragma once
 
-/// Marks what a shared build of the libraries exports. Empty in a static build, because a host that links the libraries
-/// into a shared library of its own would export them too.
+/// Marks what the shared libraries export. Empty in a static build: a host that links the static libraries into its own
+/// shared library would otherwise export them as well.
 #if defined(ZELVORA_SHARED) && defined(__GNUC__)
 #define ZELVORA_API [[gnu::visibility("default")]]
 #else

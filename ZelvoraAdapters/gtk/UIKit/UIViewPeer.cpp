@@ -4,6 +4,7 @@
 #include "ZelvoraAdapters/gtk/Platform.h"
 #include "ZelvoraAdapters/gtk/UIKit/EdgeDrag.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewControllerPeer.h"
+#include "ZelvoraAdapters/shared/Layout/LayoutSolver.h"
 #include "ZelvoraPlatform/UIKit/UIGestureRecognizer.h"
 #include "ZelvoraPlatform/UIKit/UIScreenEdgePanGestureRecognizer.h"
 
@@ -76,25 +77,9 @@ void takeOutOfItsPlace(GtkWidget* widget)
 
 }
 
-class UIViewPeer::Metrics final : public LayoutMetrics {
+class UIViewPeer::Metrics final : public shared::LayoutMetrics {
 public:
-    explicit Metrics(UIViewPeer const& root) : m_root(root) { }
-
-    // LayoutMetrics
-    [[nodiscard]] Insets safeAreaInsets() const override
-    {
-        // Only a screen reaches under the system's bars.
-        if (!m_root.m_controller)
-            return {};
-        auto const& insets = Platform::current().safeAreaInsets();
-        return { insets.top, insets.bottom };
-    }
-
-    [[nodiscard]] bool isRightToLeft() const override
-    {
-        return gtk_widget_get_direction(m_root.m_canvas) == GTK_TEXT_DIR_RTL;
-    }
-
+    // shared::LayoutMetrics
     [[nodiscard]] std::optional<CGRect> fixedFrame(UIView const& view) const override
     {
         auto const& peer = UIViewPeer::of(view);
@@ -111,11 +96,6 @@ public:
         return intrinsicSize(view, GTK_ORIENTATION_VERTICAL, static_cast<int>(std::lround(width)));
     }
 
-    void didBreak(NSLayoutConstraint const&) const override
-    {
-        g_log("Zelvora", G_LOG_LEVEL_WARNING, "Constraints contradict one another; a later one is left out");
-    }
-
 private:
     static std::optional<double> intrinsicSize(UIView const& view, GtkOrientation orientation, int forSize)
     {
@@ -128,8 +108,6 @@ private:
         gtk_widget_measure(peer.m_content, across, -1, &smallest, nullptr, nullptr, nullptr);
         return naturalSize(peer.m_content, orientation, forSize < 0 ? forSize : std::max(smallest, forSize));
     }
-
-    UIViewPeer const& m_root;
 };
 
 UIViewPeer::UIViewPeer(UIView& owner, CGRect frame)
@@ -288,9 +266,21 @@ void UIViewPeer::collectEdgeDragTargets(std::vector<EdgeDragTarget>& targets)
 
 void UIViewPeer::layOutTree()
 {
-    for (auto const& [view, frame] : solveLayout(m_owner, m_frame.width, m_frame.height, Metrics(*this))) {
+    bool const isRightToLeft = gtk_widget_get_direction(m_canvas) == GTK_TEXT_DIR_RTL;
+    shared::LayoutSpace const space {
+        .frame = { 0, 0, m_frame.width, m_frame.height },
+        // Only a screen reaches under the system's bars.
+        .safeAreaInsets = m_controller ? Platform::current().safeAreaInsets() : SafeAreaInsets {},
+        .direction = isRightToLeft ? shared::LayoutDirection::RightToLeft : shared::LayoutDirection::LeftToRight,
+    };
+    auto const layout = shared::solveLayout(m_owner, space, Metrics());
+    for (auto const& [view, frame] : layout.frames) {
         if (view != &m_owner)
             of(*view).setFrame(frame);
+    }
+    for (auto const& [kind, sentence] : layout.ambiguities) {
+        if (kind == shared::LayoutAmbiguity::Kind::BrokenConstraint)
+            g_log("Zelvora", G_LOG_LEVEL_WARNING, "Conflicting constraint ignored: %s", sentence.c_str());
     }
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "ZelvoraAdapters/gtk/UIKit/Canvas.h"
-#include "ZelvoraAdapters/gtk/UIKit/LayoutSolver.h"
 #include "ZelvoraAdapters/gtk/UIKit/ViewAnimation.h"
 #include "ZelvoraPlatform/UIKit/UIView.h"
 

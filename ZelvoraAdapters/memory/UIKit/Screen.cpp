@@ -1,6 +1,5 @@
 #include "ZelvoraAdapters/memory/UIKit/Screen.h"
 
-#include "ZelvoraAdapters/memory/UIKit/LayoutSolver.h"
 #include "ZelvoraAdapters/memory/UIKit/UIViewPeer.h"
 
 namespace zelvora::memory {
@@ -12,9 +11,9 @@ void Screen::setSize(double width, double height)
 
 void Screen::layout()
 {
-    for (auto const* peer : m_peers) {
+    for (auto* peer : m_peers) {
         if (!peer->owner().superview())
-            layoutTreeAround(peer->owner());
+            peer->layOutTree();
     }
 }
 
@@ -34,26 +33,16 @@ void Screen::animate(platform::TimeInterval duration, std::function<void()> cons
     m_running.pop_back();
 }
 
-void Screen::layoutTreeAround(platform::UIView& view)
+void Screen::didLayOut()
 {
-    auto* root = &view;
-    while (root->superview())
-        root = root->superview();
-    auto* const animation = m_running.empty() ? nullptr : &m_animations[m_running.back()];
-    if (animation)
-        animation->laidOut = true;
+    if (!m_running.empty())
+        m_animations[m_running.back()].laidOut = true;
+}
 
-    bool const fillsScreen = peer(*root).fillsScreen();
-    auto layout = fillsScreen ? solveLayout(*root, m_bounds, m_insets) : solveLayout(*root, peer(*root).ownFrame(), {});
-    for (auto const& [placed, frame] : layout.frames) {
-        auto& placedPeer = peer(*placed);
-        // What the view told as the root of a tree of its own is past.
-        placedPeer.setAmbiguities({});
-        if (animation && placedPeer.frame() != frame)
-            animation->moves.push_back({ placed, placedPeer.frame(), frame });
-        placedPeer.place(frame);
-    }
-    peer(*root).setAmbiguities(std::move(layout.ambiguities));
+void Screen::didPlace(platform::UIView const& view, platform::CGRect from, platform::CGRect to)
+{
+    if (!m_running.empty() && from != to)
+        m_animations[m_running.back()].moves.push_back({ &view, from, to });
 }
 
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZelvoraAdapters/memory/WebKit/CallRecord.h"
+#include "ZelvoraAdapters/shared/Layout/SafeAreaInsets.h"
 #include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/Foundation/Date.h"
 #include "ZelvoraPlatform/UIKit/Animated.h"
@@ -16,13 +17,7 @@ namespace zelvora::memory {
 
 class UIViewPeer;
 
-/// What bars and notches take from the edges of the screen.
-struct SafeAreaInsets {
-    double top = 0;
-    double bottom = 0;
-
-    bool operator==(SafeAreaInsets const&) const = default;
-};
+using shared::SafeAreaInsets;
 
 /// One change of frame within an animation. The view is for comparing only; it may be gone.
 struct Move {
@@ -76,7 +71,8 @@ public:
 
     /// For the parts of this adapter.
     void animate(platform::TimeInterval duration, std::function<void()> const& animations);
-    void layoutTreeAround(platform::UIView& view);
+    void didLayOut();
+    void didPlace(platform::UIView const& view, platform::CGRect from, platform::CGRect to);
     void record(Transition transition) { m_transitions.push_back(transition); }
     void complain(std::string complaint) { m_complaints.push_back(std::move(complaint)); }
     void add(UIViewPeer& peer) { m_peers.push_back(&peer); }

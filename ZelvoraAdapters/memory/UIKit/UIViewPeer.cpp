@@ -1,14 +1,26 @@
 #include "ZelvoraAdapters/memory/UIKit/UIViewPeer.h"
 
 #include "ZelvoraAdapters/memory/UIKit/Screen.h"
-#include "ZelvoraAdapters/memory/UIKit/anchorText.h"
+#include "ZelvoraAdapters/shared/Layout/LayoutSolver.h"
+#include "ZelvoraAdapters/shared/Layout/anchorText.h"
 #include "ZelvoraPlatform/fatalError.h"
 
 #include <utility>
 
 namespace zelvora::memory {
 
+using platform::CGRect;
+using platform::UIView;
+
 namespace {
+
+UIView& rootOf(UIView& view)
+{
+    auto* root = &view;
+    while (root->superview())
+        root = root->superview();
+    return *root;
+}
 
 std::string flag(char const* call, bool value)
 {
@@ -17,11 +29,29 @@ std::string flag(char const* call, bool value)
 
 std::string constraintText(char const* call, platform::NSLayoutConstraint const& constraint)
 {
-    return std::string(call) + ' ' + anchorText(constraint.firstAnchor()) + " = "
-        + anchorText(constraint.secondAnchor());
+    return std::string(call) + ' ' + shared::anchorText(constraint.firstAnchor()) + " = "
+        + shared::anchorText(constraint.secondAnchor());
 }
 
 }
+
+class UIViewPeer::Metrics final : public shared::LayoutMetrics {
+public:
+    // shared::LayoutMetrics
+    [[nodiscard]] std::optional<CGRect> fixedFrame(UIView const& view) const override
+    {
+        auto const& viewPeer = peer(view);
+        return viewPeer.m_translates ? std::optional(viewPeer.m_ownFrame) : std::nullopt;
+    }
+    [[nodiscard]] std::optional<double> intrinsicWidth(UIView const& view) const override
+    {
+        return peer(view).m_intrinsicSize.width;
+    }
+    [[nodiscard]] std::optional<double> intrinsicHeight(UIView const& view, double) const override
+    {
+        return peer(view).m_intrinsicSize.height;
+    }
+};
 
 UIViewPeer::UIViewPeer(Screen& screen, platform::UIView& owner, platform::CGRect frame)
     : m_screen(screen)
@@ -83,12 +113,29 @@ void UIViewPeer::deactivate(platform::NSLayoutConstraint const& constraint)
 void UIViewPeer::layoutIfNeeded()
 {
     record("layoutIfNeeded");
-    m_screen.layoutTreeAround(m_owner);
+    peer(rootOf(m_owner)).layOutTree();
 }
 
 void UIViewPeer::addGestureRecognizer(platform::UIGestureRecognizer&)
 {
     record("addGestureRecognizer");
+}
+
+void UIViewPeer::layOutTree()
+{
+    m_screen.didLayOut();
+    auto space = m_fillsScreen ? shared::LayoutSpace { m_screen.bounds(), m_screen.safeAreaInsets() }
+                               : shared::LayoutSpace { m_ownFrame };
+    auto layout = shared::solveLayout(m_owner, space, Metrics());
+    for (auto const& [view, frame] : layout.frames) {
+        auto& placed = peer(*view);
+        m_screen.didPlace(*view, placed.m_frame, frame);
+        placed.m_frame = frame;
+        // What a former root told of its own tree is out of date.
+        placed.m_ambiguities.clear();
+    }
+    for (auto& [kind, sentence] : layout.ambiguities)
+        m_ambiguities.push_back(std::move(sentence));
 }
 
 void UIViewPeer::record(std::string call)

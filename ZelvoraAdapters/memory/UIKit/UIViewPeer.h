@@ -40,12 +40,11 @@ public:
 
     /// For the parts of this adapter.
     [[nodiscard]] platform::UIView& owner() const { return m_owner; }
-    [[nodiscard]] platform::CGRect ownFrame() const { return m_ownFrame; }
-    [[nodiscard]] bool fillsScreen() const { return m_fillsScreen; }
     void setFillsScreen(bool fills) { m_fillsScreen = fills; }
-    void place(platform::CGRect frame) { m_frame = frame; }
+    /// Lays out the tree of views that the owner is the root of.
+    void layOutTree();
+    /// See `Screen::ambiguities`: of the latest layout pass of that tree.
     [[nodiscard]] std::vector<std::string> const& ambiguities() const { return m_ambiguities; }
-    void setAmbiguities(std::vector<std::string> ambiguities) { m_ambiguities = std::move(ambiguities); }
 
     // platform::UIView::Peer
     [[nodiscard]] platform::CGRect bounds() const override { return { 0, 0, m_frame.width, m_frame.height }; }
@@ -61,6 +60,8 @@ public:
     void addGestureRecognizer(platform::UIGestureRecognizer& recognizer) override;
 
 private:
+    class Metrics;
+
     void record(std::string call);
 
     Screen& m_screen;
@@ -71,7 +72,6 @@ private:
     std::optional<platform::UIColor> m_backgroundColor;
     bool m_translates = true;
     bool m_fillsScreen = false;
-    // Of the latest layout pass of the tree that the owner is the root of.
     std::vector<std::string> m_ambiguities;
 };
 

@@ -115,38 +115,6 @@ TEST_F(LayoutTest, AConstraintThatIsMissingIsTold)
     EXPECT_EQ(screen.ambiguities(), Sentences {});
 }
 
-TEST_F(LayoutTest, ConstraintsThatContradictAreTold)
-{
-    header->topAnchor().constraintEqualTo(root.topAnchor()).setActive(true);
-    platform.layout();
-    EXPECT_EQ(screen.ambiguities(), Sentences { "root/0.top cannot equal root.top: 47 and 0" });
-}
-
-TEST_F(LayoutTest, AViewThatIsPinnedUpsideDownIsTold)
-{
-    screen.setSize(390, 150);
-    platform.layout();
-    EXPECT_EQ(screen.ambiguities(), Sentences { "root/2 has a negative height: -33" });
-}
-
-TEST_F(LayoutTest, ConstraintsOutrankTheIntrinsicHeight)
-{
-    toFooter.setActive(false);
-    content->bottomAnchor().constraintEqualTo(root.safeAreaLayoutGuide().bottomAnchor()).setActive(true);
-    content->peer().setIntrinsicSize({ .height = 10 });
-    platform.layout();
-    EXPECT_EQ(frame(*content), (CGRect { 0, 103, 390, 707 }));
-    EXPECT_EQ(screen.ambiguities(), Sentences {});
-}
-
-TEST_F(LayoutTest, AViewThatConstraintsSqueezeIsTold)
-{
-    toBottom.setActive(true);
-    platform.layout();
-    EXPECT_EQ(frame(*footer), (CGRect { 0, 844, 390, 0 }));
-    EXPECT_EQ(screen.ambiguities(), Sentences { "root/1 is squeezed below the height of its content: 0 and 80" });
-}
-
 TEST_F(LayoutTest, AViewInAViewIsPlacedInItsSuperview)
 {
     auto const inner = std::make_shared<View>(IntrinsicSize { .width = 20, .height = 10 });

@@ -121,7 +121,7 @@ TEST_F(LayoutTest, FollowsTheSizeOfTheWindow)
     EXPECT_EQ(m_page->bounds(), (platform::CGRect { 0, 0, 320, 500 - m_harness.safeBottom() }));
 }
 
-TEST_F(LayoutTest, AConstraintThatContradictsEarlierOnesIsLeftOut)
+TEST_F(LayoutTest, AConstraintThatContradictsEarlierOnesIsLeftOutAndLogged)
 {
     addPage();
     auto const content = m_harness.makeContentView(50);
@@ -130,7 +130,15 @@ TEST_F(LayoutTest, AConstraintThatContradictsEarlierOnesIsLeftOut)
     content->bottomAnchor().constraintEqualTo(root().bottomAnchor()).setActive(true);
     m_page->bottomAnchor().constraintEqualTo(root().bottomAnchor()).setActive(true);
     m_page->bottomAnchor().constraintEqualTo(root().topAnchor()).setActive(true);
+    std::vector<std::string> warnings;
+    auto const record = +[](char const*, GLogLevelFlags, char const* message, gpointer recorded) {
+        static_cast<std::vector<std::string>*>(recorded)->emplace_back(message);
+    };
+    auto const handler = g_log_set_handler("Zelvora", G_LOG_LEVEL_WARNING, record, &warnings);
     EXPECT_TRUE(isSeenAt(*m_page, m_harness.screenBounds()));
+    g_log_remove_handler("Zelvora", handler);
+    ASSERT_FALSE(warnings.empty());
+    EXPECT_EQ(warnings.front(), "Conflicting constraint ignored: root/0.bottom cannot equal root.top: 700 and 0");
 }
 
 TEST_F(LayoutTest, AWidgetThatIsWrappedAgainMovesToTheNewView)

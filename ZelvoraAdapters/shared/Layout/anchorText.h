@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <string>
 
-namespace zelvora::memory {
+namespace zelvora::shared {
 
 /// "top", "safeArea.bottom".
 [[nodiscard]] inline std::string anchorText(platform::NSLayoutAnchor const& anchor)

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace zelvora::tests {
@@ -22,15 +23,21 @@ protected:
 
     class Delegate final : public platform::UIGestureRecognizerDelegate {
     public:
-        bool gestureRecognizerShouldBegin(platform::UIGestureRecognizer&) override { return mayBegin; }
+        bool gestureRecognizerShouldBegin(platform::UIGestureRecognizer&) override
+        {
+            questions.emplace_back("begin");
+            return mayBegin;
+        }
         bool gestureRecognizerShouldRecognizeSimultaneouslyWith(
             platform::UIGestureRecognizer&, platform::UIGestureRecognizer&) override
         {
+            questions.emplace_back("both");
             return mayShare;
         }
 
         bool mayBegin = true;
         bool mayShare = true;
+        std::vector<std::string> questions;
     };
 
     void SetUp() override
@@ -123,9 +130,29 @@ TYPED_TEST_P(GestureContract, OneOfTwoRecognizersHasTheGestureWhereNoDelegateAll
     EXPECT_NE(this->m_firstStates.empty(), this->m_secondStates.empty());
 }
 
+TYPED_TEST_P(GestureContract, ADelegateIsAskedAboutTheBeginBeforeItIsAskedAboutBoth)
+{
+    auto const second = this->addRecognizer(this->m_secondStates);
+    this->drag();
+    EXPECT_EQ(this->m_delegate->questions, (std::vector<std::string> { "begin", "begin", "both" }));
+}
+
+TYPED_TEST_P(GestureContract, ADelegateIsNotAskedAboutBothForARecognizerThatMayNotBegin)
+{
+    auto const second = this->addRecognizer(this->m_secondStates);
+    auto const strict = std::make_shared<typename TestFixture::Delegate>();
+    strict->mayBegin = false;
+    second->setDelegate(strict);
+    this->drag();
+    this->expectWholeGesture(this->m_firstStates);
+    EXPECT_EQ(this->m_delegate->questions, std::vector<std::string> { "begin" });
+    EXPECT_EQ(strict->questions, std::vector<std::string> { "begin" });
+}
+
 REGISTER_TYPED_TEST_SUITE_P(GestureContract, ADragFromTheLeftEdgeBeginsChangesAndEnds,
     ARecognizerForAnotherEdgeHearsNothing, TheDelegateMayForbidTheBegin, ADisabledRecognizerHearsNothing,
     WithoutADelegateARecognizerMayBegin, TwoRecognizersShareAGestureWhereADelegateAllowsIt,
-    OneOfTwoRecognizersHasTheGestureWhereNoDelegateAllowsBoth);
+    OneOfTwoRecognizersHasTheGestureWhereNoDelegateAllowsBoth, ADelegateIsAskedAboutTheBeginBeforeItIsAskedAboutBoth,
+    ADelegateIsNotAskedAboutBothForARecognizerThatMayNotBegin);
 
 }

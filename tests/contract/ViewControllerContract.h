@@ -192,6 +192,22 @@ TYPED_TEST_P(ViewControllerContract, DismissingBelowEndsAllThatStandsAbove)
     this->expectGone(watchedLower);
 }
 
+TYPED_TEST_P(ViewControllerContract, ScreensThatEndTogetherAreToldFromTheTopDown)
+{
+    this->m_harness.show(this->m_home);
+    auto const lower = this->makeScreen("lower");
+    auto const middle = this->makeScreen("middle");
+    auto const upper = this->makeScreen("upper");
+    this->m_home->present(lower, this->No);
+    lower->present(middle, this->No);
+    middle->present(upper, this->No);
+    (void)this->takeEvents();
+    this->m_home->dismiss(this->Yes);
+    EXPECT_EQ(this->takeEvents(),
+        (std::vector<std::string> {
+            "upper will disappear, animated", "middle will disappear, animated", "lower will disappear, animated" }));
+}
+
 TYPED_TEST_P(ViewControllerContract, AScreenThatIsDismissedMayEndWhatStandsBelowIt)
 {
     for (auto const animated : { this->No, this->Yes }) {
@@ -287,7 +303,8 @@ REGISTER_TYPED_TEST_SUITE_P(ViewControllerContract, APushedScreenLoadsKnowingIts
     AFullScreenPresentationCoversThePresenterUntilItIsDismissed,
     APresentationOfAnotherStyleLeavesThePresenterOnTheScreen, APresenterEndsThePresentationThatItMade,
     OnlyOnePresentationIsMadeAtATime, DismissingBelowEndsAllThatStandsAbove, DismissingAPushedScreenDoesNothing,
-    AScreenThatIsDismissedMayEndWhatStandsBelowIt, DismissingAScreenOfAPresentedStackEndsTheStack,
-    AStackCoveredByAPresentationTellsItsTopScreen, ScreensOpenedAndClosedManyTimesLeaveNothingBehind);
+    ScreensThatEndTogetherAreToldFromTheTopDown, AScreenThatIsDismissedMayEndWhatStandsBelowIt,
+    DismissingAScreenOfAPresentedStackEndsTheStack, AStackCoveredByAPresentationTellsItsTopScreen,
+    ScreensOpenedAndClosedManyTimesLeaveNothingBehind);
 
 }

@@ -1,15 +1,14 @@
 #include "ZelvoraAdapters/gtk/UIKit/EdgeDrag.h"
 
 #include "ZelvoraAdapters/gtk/UIKit/Canvas.h"
+#include "ZelvoraAdapters/shared/Screens/GestureArbitration.h"
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 #include <vector>
 
 namespace zelvora::gtk {
 
-using platform::UIGestureRecognizer;
 using platform::UIGestureRecognizerState;
 
 namespace {
@@ -17,12 +16,6 @@ namespace {
 constexpr double edgeWidth = 20;
 // As far as a pointer strays in a click.
 constexpr double slack = 8;
-
-bool mayBothRecognize(UIGestureRecognizer& one, UIGestureRecognizer& other)
-{
-    auto const delegate = one.delegate();
-    return delegate && delegate->gestureRecognizerShouldRecognizeSimultaneouslyWith(one, other);
-}
 
 std::vector<EdgeDragTarget> targetsAt(GtkWidget* whole, double x, double y)
 {
@@ -62,6 +55,7 @@ public:
 private:
     void begin(GtkGestureDrag* drag, double x, double y)
     {
+        m_isOver = false;
         auto* window = gtk_event_controller_get_widget(GTK_EVENT_CONTROLLER(drag));
         m_candidates = targetsAt(window, x, y);
         if (m_candidates.empty())
@@ -75,8 +69,11 @@ private:
                 return;
             bool const goesRight = x > std::abs(y);
             auto const candidates = std::exchange(m_candidates, {});
-            if (goesRight)
-                choose(candidates);
+            auto active = goesRight ? choose(candidates) : std::vector<EdgeDragTarget>();
+            // A delegate may have ended the drag, as by closing the window.
+            if (m_isOver)
+                return;
+            m_active = std::move(active);
             bool const isOurs = !m_active.empty();
             gtk_gesture_set_state(GTK_GESTURE(drag), isOurs ? GTK_EVENT_SEQUENCE_CLAIMED : GTK_EVENT_SEQUENCE_DENIED);
             m_speed = 0;
@@ -91,23 +88,22 @@ private:
 
     void end(UIGestureRecognizerState state, double x)
     {
+        m_isOver = true;
         m_candidates.clear();
         measure(x);
         tell(state);
         m_active.clear();
     }
 
-    void choose(std::vector<EdgeDragTarget> const& candidates)
+    static std::vector<EdgeDragTarget> choose(std::vector<EdgeDragTarget> const& candidates)
     {
+        shared::GestureArbitration arbitration;
+        std::vector<EdgeDragTarget> chosen;
         for (auto const& candidate : candidates) {
-            auto& recognizer = *candidate.recognizer;
-            bool const fitsOthers = std::ranges::all_of(m_active, [&](auto const& active) {
-                return mayBothRecognize(recognizer, *active.recognizer)
-                    || mayBothRecognize(*active.recognizer, recognizer);
-            });
-            if (fitsOthers && recognizer.shouldBegin())
-                m_active.push_back(candidate);
+            if (arbitration.begin(candidate.recognizer))
+                chosen.push_back(candidate);
         }
+        return chosen;
     }
 
     void measure(double x)
@@ -136,6 +132,7 @@ private:
 
     std::vector<EdgeDragTarget> m_candidates;
     std::vector<EdgeDragTarget> m_active;
+    bool m_isOver = false;
     double m_distance = 0;
     double m_speed = 0;
     gint64 m_time = 0;

@@ -5,8 +5,8 @@
 #include "ZelvoraAdapters/gtk/UIKit/EdgeDrag.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewControllerPeer.h"
 #include "ZelvoraAdapters/shared/Layout/LayoutSolver.h"
+#include "ZelvoraAdapters/shared/Screens/GestureArbitration.h"
 #include "ZelvoraPlatform/UIKit/UIGestureRecognizer.h"
-#include "ZelvoraPlatform/UIKit/UIScreenEdgePanGestureRecognizer.h"
 
 #include <algorithm>
 #include <cmath>
@@ -258,8 +258,7 @@ void UIViewPeer::canvasWasUnmapped()
 void UIViewPeer::collectEdgeDragTargets(std::vector<EdgeDragTarget>& targets)
 {
     for (auto const& recognizer : m_owner.gestureRecognizers()) {
-        auto const* pan = dynamic_cast<platform::UIScreenEdgePanGestureRecognizer*>(recognizer.get());
-        if (pan && pan->edges() == platform::UIRectEdge::Left)
+        if (shared::watchesEdge(*recognizer, platform::UIRectEdge::Left))
             targets.push_back({ recognizer });
     }
 }

@@ -58,7 +58,8 @@ void WindowPresentations::present(
 {
     standInWindow();
     auto const level = levelOf(presenter);
-    if (level != m_presented.size() || UIViewControllerPeer::of(*presented).window()) {
+    auto const& peer = UIViewControllerPeer::of(*presented);
+    if (!level || !m_chain.mayPresent(*level) || peer.window()) {
         g_log("Zelvora", G_LOG_LEVEL_WARNING,
             "A screen is presented already, or the presenter is covered: nothing is presented");
         return;
@@ -66,33 +67,18 @@ void WindowPresentations::present(
     // A hook may end the window, and this with it.
     auto const window = retain(m_window);
     m_stage.finishSlide();
-    auto* page = widgetOf(*presented);
-    auto& peer = UIViewControllerPeer::of(*presented);
-    m_presented.push_back(presented);
-    if (peer.modalPresentationStyle() == platform::UIModalPresentationStyle::FullScreen)
-        tellDisappearance(*level, animated);
-    // A hook may have ended the presentation already.
-    if (m_presented.size() <= *level || m_presented[*level] != presented)
-        return;
-    m_stage.add(page);
-    peer.didAppear();
-    gtk_widget_child_focus(page, GTK_DIR_TAB_FORWARD);
-    m_stage.place(page, below);
-    m_stage.slide(page, {}, animated, [this, covered = *level] {
-        if (auto* hidden = pageAt(covered))
-            m_stage.setCovered(hidden, true);
-    });
+    m_chain.present(*level, presented, peer.modalPresentationStyle(), animated);
 }
 
 void WindowPresentations::dismiss(UIViewControllerPeer& presenter, Animated animated)
 {
     auto const level = levelOf(presenter);
-    if (!level)
+    if (!level || m_chain.isEmpty())
         return;
-    if (*level < m_presented.size())
-        uncover(*level, animated);
-    else if (*level > 0)
-        uncover(*level - 1, animated);
+    // A hook may end the window, and this with it.
+    auto const window = retain(m_window);
+    m_stage.finishSlide();
+    m_chain.dismiss(*level, animated);
 }
 
 void WindowPresentations::setContent(GtkWidget* content)
@@ -130,75 +116,77 @@ std::optional<WindowPresentations::Level> WindowPresentations::levelOf(UIViewCon
     auto& controller = peer.owner();
     if (!controller.isViewLoaded())
         return peer.window() == m_window ? std::optional<Level>(0) : std::nullopt;
-    for (Level level = m_presented.size(); level > 0; --level) {
-        if (m_presented[level - 1].get() == &controller)
-            return level;
-    }
+    if (auto const level = m_chain.levelOf(controller))
+        return level;
     auto* widget = widgetOf(controller);
-    // One whose dismissal is on its way stands in the window but nowhere in the order.
-    bool const standsInContent = m_content && (widget == m_content || gtk_widget_is_ancestor(widget, m_content));
+    // A screen that is being dismissed is in the window still, but no longer in the chain.
+    bool const isInContent = m_content && (widget == m_content || gtk_widget_is_ancestor(widget, m_content));
     bool const isWindowItself = !gtk_widget_get_root(widget) && peer.window() == m_window;
-    return standsInContent || isWindowItself ? std::optional<Level>(0) : std::nullopt;
+    return isInContent || isWindowItself ? std::optional<Level>(0) : std::nullopt;
 }
 
 GtkWidget* WindowPresentations::pageAt(Level level) const
 {
-    return level == 0 ? m_content : widgetOf(*m_presented[level - 1]);
+    if (level == 0)
+        return m_content;
+    auto const screen = m_chain.screenAt(level);
+    return screen ? widgetOf(*screen) : nullptr;
 }
 
-void WindowPresentations::uncover(Level level, Animated animated)
-{
-    // A hook may end the window, and this with it.
-    auto const window = retain(m_window);
-    m_stage.finishSlide();
-    // Out of the order first: a hook that dismisses once more finds nothing to end.
-    auto const first = m_presented.begin() + static_cast<std::ptrdiff_t>(level);
-    std::vector const ended(first, m_presented.end());
-    m_presented.erase(first, m_presented.end());
-    auto const& leaving = ended.back();
-    UIViewControllerPeer::of(*leaving).willDisappear(animated);
-
-    for (auto const& controller : ended) {
-        if (controller != leaving)
-            letGo(controller);
-    }
-    // The hook may have ended more of them, or presented another.
-    if (m_presented.size() == level) {
-        if (auto* uncovered = pageAt(level))
-            m_stage.setCovered(uncovered, false);
-        tellAppearance(level);
-    }
-    m_stage.slide(widgetOf(*leaving), below, animated, [this, leaving] { letGo(leaving); });
-}
-
-void WindowPresentations::letGo(std::shared_ptr<UIViewController> const& controller)
-{
-    m_stage.remove(widgetOf(*controller));
-    releaseLater(controller);
-}
-
-void WindowPresentations::tellDisappearance(Level level, Animated animated)
-{
-    if (level > 0)
-        UIViewControllerPeer::of(*m_presented[level - 1]).willDisappear(animated);
-    else if (m_content)
-        forEachScreen(m_content, [animated](UIViewControllerPeer& screen) { screen.willDisappear(animated); });
-}
-
-void WindowPresentations::tellAppearance(Level level)
-{
-    if (level > 0)
-        UIViewControllerPeer::of(*m_presented[level - 1]).didAppear();
-    else if (m_content)
-        forEachScreen(m_content, [](UIViewControllerPeer& screen) { screen.didAppear(); });
-}
-
-// What the screens stand on goes: they hear that by leaving the window.
+// The screens learn that their window is gone by leaving it.
 void WindowPresentations::close()
 {
     m_stage.finishSlide();
-    for (auto const& controller : std::exchange(m_presented, {}))
-        letGo(controller);
+    for (auto const& screen : m_chain.removeAll())
+        letGo(screen);
+}
+
+void WindowPresentations::letGo(Screen const& screen)
+{
+    m_stage.remove(widgetOf(*screen));
+    releaseLater(screen);
+}
+
+void WindowPresentations::contentWillDisappear(Animated animated)
+{
+    if (m_content)
+        forEachScreen(m_content, [animated](UIViewControllerPeer& screen) { screen.willDisappear(animated); });
+}
+
+void WindowPresentations::screenWillDisappear(UIViewController& screen, Animated animated)
+{
+    UIViewControllerPeer::of(screen).willDisappear(animated);
+}
+
+void WindowPresentations::show(Screen const& screen, Level presenter, Animated animated)
+{
+    auto* page = widgetOf(*screen);
+    m_stage.add(page);
+    UIViewControllerPeer::of(*screen).didAppear();
+    gtk_widget_child_focus(page, GTK_DIR_TAB_FORWARD);
+    m_stage.place(page, below);
+    m_stage.slide(page, {}, animated, [this, presenter] {
+        if (auto* hidden = pageAt(presenter))
+            m_stage.setCovered(hidden, true);
+    });
+}
+
+void WindowPresentations::uncover(Level level)
+{
+    // A hook may have ended the window.
+    if (!gtk_widget_get_root(m_stage.widget()))
+        return;
+    if (auto* page = pageAt(level))
+        m_stage.setCovered(page, false);
+    if (auto const screen = m_chain.screenAt(level))
+        UIViewControllerPeer::of(*screen).didAppear();
+    else if (m_content)
+        forEachScreen(m_content, [](UIViewControllerPeer& content) { content.didAppear(); });
+}
+
+void WindowPresentations::hide(Screen const& screen, Animated animated)
+{
+    m_stage.slide(widgetOf(*screen), below, animated, [this, screen] { letGo(screen); });
 }
 
 }

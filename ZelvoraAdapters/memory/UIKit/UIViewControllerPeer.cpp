@@ -9,104 +9,120 @@
 
 namespace zelvora::memory {
 
+using platform::Animated;
+using platform::UINavigationController;
+using platform::UIView;
+using platform::UIViewController;
+
+UIViewControllerPeer::UIViewControllerPeer(Screen& screen, UIViewController& owner) : m_screen(screen), m_owner(owner)
+{
+}
+
 UIViewControllerPeer::~UIViewControllerPeer()
 {
-    if (m_presented)
-        peer(*m_presented).m_presenting = nullptr;
+    for (auto const& presented : m_presentations.removeAll())
+        peer(*presented).m_base = nullptr;
 }
 
-std::shared_ptr<platform::UIViewController> UIViewControllerPeer::presentedViewController() const
+std::shared_ptr<UIViewController> UIViewControllerPeer::presentedViewController() const
 {
-    return outermost().m_presented;
+    auto const [base, level] = outermost().place();
+    return base.m_presentations.screenAt(level + 1);
 }
 
-platform::UIViewController* UIViewControllerPeer::presentingViewController() const
+UIViewController* UIViewControllerPeer::presentingViewController() const
 {
-    auto const* presenting = outermost().m_presenting;
-    return presenting ? &presenting->m_owner : nullptr;
+    auto const [base, level] = outermost().place();
+    if (level == 0)
+        return nullptr;
+    auto const below = base.m_presentations.screenAt(level - 1);
+    return below ? below.get() : &base.m_owner;
 }
 
 bool UIViewControllerPeer::isOnScreen() const
 {
-    auto const stack = m_stack.lock();
-    if (!stack)
-        return !isCovered();
-    return stack->viewControllers().back().get() == &m_owner && peer(*stack).isOnScreen();
+    if (auto const navigation = m_navigation.lock())
+        return navigation->viewControllers().back().get() == &m_owner && peer(*navigation).isOnScreen();
+    auto const [base, level] = place();
+    return base.m_presentations.isOnScreen(level);
 }
 
-std::shared_ptr<platform::UIView> UIViewControllerPeer::loadView()
+std::shared_ptr<UIView> UIViewControllerPeer::loadView()
 {
-    auto view = std::make_shared<platform::UIView>(m_screen.bounds());
+    auto view = std::make_shared<UIView>(m_screen.bounds());
     peer(*view).setFillsScreen(true);
     return view;
 }
 
-std::shared_ptr<platform::UINavigationController> UIViewControllerPeer::navigationController() const
+std::shared_ptr<UINavigationController> UIViewControllerPeer::navigationController() const
 {
-    return m_stack.lock();
+    return m_navigation.lock();
 }
 
-void UIViewControllerPeer::setModalPresentationStyle(platform::UIModalPresentationStyle style)
+void UIViewControllerPeer::present(std::shared_ptr<UIViewController> presented, Animated animated)
 {
-    m_style = style;
-}
-
-void UIViewControllerPeer::present(std::shared_ptr<platform::UIViewController> presented, platform::Animated animated)
-{
-    auto& presenter = outermost();
-    if (presenter.m_presented) {
+    auto const [base, level] = outermost().place();
+    auto& presentations = base.m_presentations;
+    if (!presentations.mayPresent(level)) {
         m_screen.complain("A controller was asked to present another while it presents one already.");
         return;
     }
-    auto& presentedPeer = peer(*presented);
-    if (presentedPeer.m_presenting || presentedPeer.navigationController() || &presentedPeer == &presenter)
+    auto const& added = peer(*presented);
+    bool const isPresenting = &added == &outermost() || !added.m_presentations.isEmpty();
+    if (added.m_base || added.navigationController() || isPresenting)
         platform::fatalError("a controller was presented that is on screen already");
-    presenter.m_presented = presented;
-    presentedPeer.m_presenting = &presenter;
-    m_screen.record({ Transition::Kind::Present, presented.get(), animated });
-    (void)presented->view();
-    if (presenter.isCovered())
-        presenter.m_owner.viewWillDisappear(animated);
+    // A hook may let go of the base.
+    auto const kept = base.m_owner.weak_from_this().lock();
+    presentations.present(level, std::move(presented), added.m_style, animated);
 }
 
-void UIViewControllerPeer::dismiss(platform::Animated animated)
+void UIViewControllerPeer::dismiss(Animated animated)
 {
-    auto& around = outermost();
-    if (around.m_presented)
-        around.endPresentation(animated);
-    else if (around.m_presenting)
-        around.m_presenting->endPresentation(animated);
+    auto const [base, level] = outermost().place();
+    // A hook may let go of the base.
+    auto const kept = base.m_owner.weak_from_this().lock();
+    base.m_presentations.dismiss(level, animated);
 }
 
-UIViewControllerPeer const& UIViewControllerPeer::outermost() const
+void UIViewControllerPeer::didAdd(shared::PresentationChain::Screen const& screen, Animated animated)
 {
-    auto const stack = m_stack.lock();
-    return stack ? peer(*stack) : *this;
+    peer(*screen).m_base = this;
+    m_screen.record({ Transition::Kind::Present, screen.get(), animated });
 }
 
-UIViewControllerPeer& UIViewControllerPeer::outermost()
+void UIViewControllerPeer::didRemove(shared::PresentationChain::Screen const& screen, Animated animated)
 {
-    return const_cast<UIViewControllerPeer&>(std::as_const(*this).outermost());
+    m_screen.record({ Transition::Kind::Dismiss, screen.get(), animated });
 }
 
-bool UIViewControllerPeer::isCovered() const
+void UIViewControllerPeer::contentWillDisappear(Animated animated)
 {
-    return m_presented && peer(*m_presented).m_style == platform::UIModalPresentationStyle::FullScreen;
+    m_owner.viewWillDisappear(animated);
 }
 
-void UIViewControllerPeer::endPresentation(platform::Animated animated)
+void UIViewControllerPeer::screenWillDisappear(UIViewController& screen, Animated animated)
 {
-    // Taken first: a hook that dismisses once more finds nothing to end.
-    auto const leaving = std::exchange(m_presented, nullptr);
-    if (!leaving)
-        return;
-    auto& leavingPeer = peer(*leaving);
-    bool const wasOnScreen = leavingPeer.isOnScreen();
-    m_screen.record({ Transition::Kind::Dismiss, leaving.get(), animated });
-    leavingPeer.endPresentation(animated);
-    if (wasOnScreen)
-        leaving->viewWillDisappear(animated);
-    leavingPeer.m_presenting = nullptr;
+    screen.viewWillDisappear(animated);
+}
+
+void UIViewControllerPeer::hide(shared::PresentationChain::Screen const& screen, Animated)
+{
+    peer(*screen).m_base = nullptr;
+}
+
+UIViewControllerPeer& UIViewControllerPeer::outermost() const
+{
+    auto* outermost = &peer(m_owner);
+    while (auto const navigation = outermost->m_navigation.lock())
+        outermost = &peer(*navigation);
+    return *outermost;
+}
+
+UIViewControllerPeer::Place UIViewControllerPeer::place() const
+{
+    if (auto const level = m_base ? m_base->m_presentations.levelOf(m_owner) : std::nullopt)
+        return { *m_base, *level };
+    return { peer(m_owner), 0 };
 }
 
 UIViewControllerPeer& peer(platform::UIViewController const& controller)

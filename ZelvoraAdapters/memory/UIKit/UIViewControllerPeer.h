@@ -1,6 +1,8 @@
 #pragma once
 
+#include "ZelvoraAdapters/shared/Screens/PresentationChain.h"
 #include "ZelvoraPlatform/Export.h"
+#include "ZelvoraPlatform/UIKit/UINavigationController.h"
 #include "ZelvoraPlatform/UIKit/UIViewController.h"
 
 #include <memory>
@@ -9,49 +11,71 @@ namespace zelvora::memory {
 
 class Screen;
 
-/// The native side of every view controller: it keeps the presentation that its owner made. As on the phone, a
-/// presentation by a controller in a navigation stack is made by the stack.
+/// The native side of a view controller. As on the phone, a controller in a navigation stack presents, and is
+/// dismissed, through its stack.
 ///
-/// A controller that is neither in a stack nor presented counts as the window's root, so it is on screen. Transitions
-/// are over when the call that asks for them returns: the hooks were called, and what left is no longer kept.
-class ZELVORA_API UIViewControllerPeer final : public platform::UIViewController::Peer {
+/// A controller that is neither in a stack nor presented counts as a window's root, so it is on screen and keeps what
+/// is presented over it. A transition is over when the call that asks for it returns: the hooks were called, and what
+/// left is no longer kept.
+class ZELVORA_API UIViewControllerPeer final
+    : public platform::UIViewController::Peer
+    , private shared::PresentationChain::Client {
 public:
-    UIViewControllerPeer(Screen& screen, platform::UIViewController& owner) : m_screen(screen), m_owner(owner) { }
-    ~UIViewControllerPeer() override;
+    UIViewControllerPeer(Screen& screen, platform::UIViewController& owner);
     UIViewControllerPeer(UIViewControllerPeer const&) = delete;
     UIViewControllerPeer& operator=(UIViewControllerPeer const&) = delete;
+    ~UIViewControllerPeer() override;
 
-    /// Whom the owner, or the stack around it, presents; or nullptr.
+    /// The controller that the owner, or the stack around it, presents; or nullptr.
     [[nodiscard]] std::shared_ptr<platform::UIViewController> presentedViewController() const;
-    /// Who presents the owner, or the stack around it; or nullptr.
+    /// The controller that presents the owner, or the stack around it; nullptr if none does, or once the dismissal has
+    /// begun.
     [[nodiscard]] platform::UIViewController* presentingViewController() const;
-    [[nodiscard]] platform::UIModalPresentationStyle modalPresentationStyle() const { return m_style; }
-    /// Not below another one in a stack, and not covered by a full-screen presentation.
+    /// Whether the owner is neither below another one in a stack nor covered by a full-screen presentation.
     [[nodiscard]] bool isOnScreen() const;
+    [[nodiscard]] platform::UIModalPresentationStyle modalPresentationStyle() const { return m_style; }
 
     /// For the parts of this adapter.
-    void setNavigationController(std::weak_ptr<platform::UINavigationController> stack) { m_stack = std::move(stack); }
+    void setNavigationController(std::weak_ptr<platform::UINavigationController> navigation)
+    {
+        m_navigation = std::move(navigation);
+    }
     [[nodiscard]] Screen& screen() const { return m_screen; }
 
     // platform::UIViewController::Peer
     [[nodiscard]] std::shared_ptr<platform::UIView> loadView() override;
     [[nodiscard]] std::shared_ptr<platform::UINavigationController> navigationController() const override;
-    void setModalPresentationStyle(platform::UIModalPresentationStyle style) override;
+    void setModalPresentationStyle(platform::UIModalPresentationStyle style) override { m_style = style; }
     void present(std::shared_ptr<platform::UIViewController> presented, platform::Animated animated) override;
     void dismiss(platform::Animated animated) override;
 
 private:
-    [[nodiscard]] UIViewControllerPeer const& outermost() const;
-    [[nodiscard]] UIViewControllerPeer& outermost();
-    [[nodiscard]] bool isCovered() const;
-    void endPresentation(platform::Animated animated);
+    struct Place {
+        UIViewControllerPeer& base;
+        shared::PresentationChain::Level level;
+    };
+
+    // shared::PresentationChain::Client, of what is presented over the owner
+    void didAdd(shared::PresentationChain::Screen const& screen, platform::Animated animated) override;
+    void didRemove(shared::PresentationChain::Screen const& screen, platform::Animated animated) override;
+    void contentWillDisappear(platform::Animated animated) override;
+    void screenWillDisappear(platform::UIViewController& screen, platform::Animated animated) override;
+    void show(shared::PresentationChain::Screen const&, shared::PresentationChain::Level, platform::Animated) override
+    {
+    }
+    void uncover(shared::PresentationChain::Level) override { }
+    void hide(shared::PresentationChain::Screen const& screen, platform::Animated animated) override;
+
+    [[nodiscard]] UIViewControllerPeer& outermost() const;
+    /// The owner's place in a chain of presentations; a chain of its own unless it is presented.
+    [[nodiscard]] Place place() const;
 
     Screen& m_screen;
     platform::UIViewController& m_owner;
-    std::weak_ptr<platform::UINavigationController> m_stack;
-    std::shared_ptr<platform::UIViewController> m_presented;
-    // Reset by the presenter's peer, when the presentation ends or that peer is destroyed.
-    UIViewControllerPeer* m_presenting = nullptr;
+    std::weak_ptr<platform::UINavigationController> m_navigation;
+    // The peer whose chain the owner is in. Reset by that peer when the presentation ends or the peer is destroyed.
+    UIViewControllerPeer* m_base = nullptr;
+    shared::PresentationChain m_presentations { *this };
     platform::UIModalPresentationStyle m_style = platform::UIModalPresentationStyle::Automatic;
 };
 

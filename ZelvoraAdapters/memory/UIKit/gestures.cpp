@@ -1,7 +1,6 @@
 #include "ZelvoraAdapters/memory/UIKit/gestures.h"
 
-#include <algorithm>
-#include <memory>
+#include "ZelvoraAdapters/shared/Screens/GestureArbitration.h"
 
 namespace zelvora::memory {
 
@@ -9,15 +8,6 @@ namespace {
 
 using enum platform::UIGestureRecognizerState;
 using platform::UIGestureRecognizer;
-
-bool mayRecognizeTogether(UIGestureRecognizer& first, UIGestureRecognizer& second)
-{
-    auto const allows = [](UIGestureRecognizer& asked, UIGestureRecognizer& other) {
-        auto const delegate = asked.delegate();
-        return delegate && delegate->gestureRecognizerShouldRecognizeSimultaneouslyWith(asked, other);
-    };
-    return allows(first, second) || allows(second, first);
-}
 
 }
 
@@ -42,21 +32,19 @@ bool perform(UIGestureRecognizer& recognizer, GestureStates const& states)
 
 std::size_t edgePan(platform::UIView& view, platform::UIRectEdge edge, GestureStates const& states)
 {
-    // Copies: the gesture may take the view off the screen.
-    std::vector<std::shared_ptr<UIGestureRecognizer>> begun;
-    for (auto const& recognizer : view.gestureRecognizers()) {
-        auto const* pan = dynamic_cast<platform::UIScreenEdgePanGestureRecognizer const*>(recognizer.get());
-        bool const watchesEdge = pan && (static_cast<unsigned>(pan->edges()) & static_cast<unsigned>(edge)) != 0;
-        if (!watchesEdge || !recognizer->shouldBegin())
-            continue;
-        if (std::ranges::all_of(begun, [&](auto const& other) { return mayRecognizeTogether(*recognizer, *other); }))
-            begun.push_back(recognizer);
+    // A copy: a delegate may add recognizers.
+    auto const recognizers = view.gestureRecognizers();
+    shared::GestureArbitration arbitration;
+    for (auto const& recognizer : recognizers) {
+        if (shared::watchesEdge(*recognizer, edge))
+            (void)arbitration.begin(recognizer);
     }
+    // Kept by the arbitration: the gesture may take the view off the screen.
     for (auto const state : states) {
-        for (auto const& recognizer : begun)
+        for (auto const& recognizer : arbitration.begun())
             recognizer->recognize(state);
     }
-    return begun.size();
+    return arbitration.begun().size();
 }
 
 }

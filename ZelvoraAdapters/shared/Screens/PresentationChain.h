@@ -1,0 +1,89 @@
+#pragma once
+
+#include "ZelvoraPlatform/Export.h"
+#include "ZelvoraPlatform/UIKit/UIViewController.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace zelvora::shared {
+
+/// The screens that stand over one window's content, each presented by the one below it, and what follows from their
+/// order: who may present, what a dismissal ends, and which screens are told that they disappear, each once. The
+/// adapter shows what the chain decides. The chain keeps the screens. Main thread.
+///
+/// Hooks of the host run within `present` and `dismiss` and may change the chain again. They may also end the window:
+/// whoever calls keeps the chain and its client alive during the call.
+class ZELVORA_API PresentationChain final {
+public:
+    /// A place in the chain: 0 is the window's content, n the nth screen over it.
+    using Level = std::size_t;
+    using Screen = std::shared_ptr<platform::UIViewController>;
+
+    /// What the adapter does about the chain.
+    class ZELVORA_API Client {
+    public:
+        virtual ~Client() = default;
+
+        /// A screen is on top of the chain now. Its view is loaded next.
+        virtual void didAdd(Screen const& screen, platform::Animated animated) = 0;
+        /// The screen that stood at the level has left the chain. No hook has run since, and it is still shown.
+        virtual void didRemove(Screen const& screen, platform::Animated animated) = 0;
+
+        /// Call the hooks.
+        virtual void contentWillDisappear(platform::Animated animated) = 0;
+        virtual void screenWillDisappear(platform::UIViewController& screen, platform::Animated animated) = 0;
+
+        /// Brings a screen on top of everything that is shown.
+        virtual void show(Screen const& screen, Level presenter, platform::Animated animated) = 0;
+        /// What stands at the level is on the screen again.
+        virtual void uncover(Level level) = 0;
+        /// Takes a dismissed screen away: the top one animated, those that it hid before that and at once.
+        virtual void hide(Screen const& screen, platform::Animated animated) = 0;
+    };
+
+    /// The client outlives the chain.
+    explicit PresentationChain(Client& client) : m_client(client) { }
+
+    [[nodiscard]] bool isEmpty() const { return m_entries.empty(); }
+    /// Of a screen in the chain.
+    [[nodiscard]] std::optional<Level> levelOf(platform::UIViewController const& screen) const;
+    /// nullptr for the content and above the top.
+    [[nodiscard]] Screen screenAt(Level level) const;
+    /// Whether no full-screen presentation covers what stands at the level.
+    [[nodiscard]] bool isOnScreen(Level level) const;
+
+    /// Whether what stands at the level presents nothing yet.
+    [[nodiscard]] bool mayPresent(Level presenter) const { return presenter == m_entries.size(); }
+    /// Loads the screen's view, tells the presenter that it disappears if the style is full screen, and shows the
+    /// screen, unless a hook ends the presentation before. Does nothing unless `mayPresent`.
+    void present(Level presenter, Screen screen, platform::UIModalPresentationStyle style, platform::Animated animated);
+    /// Ends the presentation that was made at the level, else the one that made the level, with all that stands above.
+    /// The screens leave the chain first; those on the screen are then told, from the top down.
+    void dismiss(Level level, platform::Animated animated);
+    /// The window goes or has other content: empties the chain, tells nobody, and returns the screens from the bottom.
+    [[nodiscard]] std::vector<Screen> removeAll();
+
+private:
+    struct Entry {
+        Screen screen;
+        bool isOnScreen = true;
+        /// Tells two presentations of one screen apart.
+        std::uint64_t number = 0;
+    };
+
+    [[nodiscard]] bool isPresented(Level level, std::uint64_t number) const;
+    void cover(Level level, platform::Animated animated);
+    void setOnScreen(Level level, bool onScreen);
+    void end(Level level, platform::Animated animated);
+
+    Client& m_client;
+    std::vector<Entry> m_entries;
+    bool m_isContentOnScreen = true;
+    std::uint64_t m_lastNumber = 0;
+};
+
+}

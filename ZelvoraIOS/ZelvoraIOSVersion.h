@@ -1,8 +1,8 @@
 #pragma once
 
-// With C names, so that they are what a framework of the phone exports.
+// C linkage, because these are the symbols that a framework exports on the phone.
 extern "C" {
-/// 1.0
+/// 1.0. May be read on any thread.
 extern double const
     ZelvoraIOSVersionNumber; // NOLINT(readability-identifier-naming): the name a framework's version has
 extern char const ZelvoraIOSVersionString[]; // NOLINT

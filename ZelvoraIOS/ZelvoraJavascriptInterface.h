@@ -1,41 +1,40 @@
 #pragma once
 
 #include "ZelvoraPlatform/Export.h"
-#include "ZelvoraPlatform/Foundation/Dictionary.h"
-#include "ZelvoraPlatform/Foundation/Value.h"
-#include "ZelvoraPlatform/UIKit/UIViewController.h"
-#include "ZelvoraPlatform/WebKit/WKScriptMessage.h"
-#include "ZelvoraPlatform/WebKit/WKWebView.h"
 
 #include <memory>
-#include <optional>
 #include <string>
 
 namespace zelvora {
 
-/// The bridge between a page and the SDK: the script that gives every page `window.ZelvoraSDKBridge`, and the dispatch
-/// of what it posts.
+namespace platform {
+class UIViewController;
+class WKWebView;
+struct WKScriptMessage;
+}
+
+/// The bridge between a page and the SDK: the script that gives every page `window.ZelvoraSDKBridge`, and the handling
+/// of the messages that it posts. `ZelvoraWebView` uses both; a host needs them only for a web view of its own:
+///
+///     controller->addScriptMessageHandler(handler, ZelvoraJavascriptInterface::handlerName);
+///     controller->addUserScript({ .source = ZelvoraJavascriptInterface::scriptSource() });
 class ZELVORA_API ZelvoraJavascriptInterface final {
 public:
-    /// The name that the message handler is registered under.
+    /// The name under which the script posts its messages.
     static constexpr char const* handlerName = "zelvora";
 
-    /// The script to run at document start in every frame, with a function for each custom action registered at this
-    /// moment.
+    /// The script, to be run at document start in every frame. It has a function for each custom action that is
+    /// registered at this moment. Any thread.
     [[nodiscard]] static std::string scriptSource();
 
-    /// Does what a page's message asks for. A message under another name, and one that lacks what its action requires,
-    /// is dropped. Main thread. Storage, the footer and custom actions are served before this returns; closing and
-    /// answers to the page follow on the main queue, in order, and hold the controller or the web view until then.
-    /// Either may be nullptr.
+    /// Carries out a page's message. Untrusted input: a message under another name, or without a required argument of
+    /// the right type, is ignored. Main thread.
+    ///
+    /// Storage, footer and custom actions are done when this returns. Closing the screen and answers to the page follow
+    /// on the main queue, in order, and keep the view controller or the web view alive until then. Either may be
+    /// nullptr: then nothing is closed or answered.
     static void handle(platform::WKScriptMessage const& message, std::shared_ptr<platform::WKWebView> const& webView,
         std::shared_ptr<platform::UIViewController> const& viewController);
-
-private:
-    static void sendCallback(std::shared_ptr<platform::WKWebView> const& webView, std::string const& callback,
-        std::optional<platform::Value> const& value);
-
-    friend class MessageDispatch;
 };
 
 }

@@ -24,7 +24,7 @@ void write(OSLogType type, std::string const& message)
     if (logger.isEnabled(type))
         logger.log(type, message);
 
-    // In one call, so that lines of several threads do not mix.
+    // One call, so that lines of different threads do not interleave.
     auto const line = "[ZelvoraSDK-debug] " + message + "\n";
     std::fwrite(line.data(), 1, line.size(), stdout);
 }

@@ -6,8 +6,8 @@
 
 namespace zelvora {
 
-/// Writes each message to the system log, as far as that is enabled for the type, and always to standard output. Any
-/// thread.
+/// Writes each message to standard output and, if the system log is enabled for the message's type, to the system log.
+/// Both happen before the call returns; failures to write are ignored. Any thread.
 class ZELVORA_API ZelvoraLogger final {
 public:
     /// Debug.
@@ -18,13 +18,13 @@ public:
     static void e(std::string const& message);
     /// Default.
     static void l(std::string const& message);
-    /// Warning: an error to the system log.
+    /// Warning; the system log's type is error.
     static void w(std::string const& message);
-    /// Critical: a fault to the system log.
+    /// Critical; the system log's type is fault.
     static void c(std::string const& message);
-    /// Notice: default to the system log.
+    /// Notice; the system log's type is default.
     static void n(std::string const& message);
-    /// Trace: debug to the system log.
+    /// Trace; the system log's type is debug.
     static void t(std::string const& message);
     /// Fault.
     static void f(std::string const& message);

@@ -16,7 +16,7 @@ struct Attributes {
     std::string_view message;
 };
 
-// In the order of the cases. Hosts match on the codes, which follow no pattern.
+// In the order of the cases. Hosts compare the codes, which follow no pattern.
 constexpr std::array<Attributes, 8> attributesByCase { {
     { "E100", ZelvoraSDKErrorType::error, "네트워크 연결 오류 혹은 서버 상태 이상입니다. " },
     { "E200", ZelvoraSDKErrorType::error, "Zelvora 서버 내부 통신 에러가 발생했습니다. " },
@@ -44,7 +44,7 @@ bool takesDetail(ZelvoraSDKError::Case errorCase)
         || errorCase == ZelvoraSDKError::Case::otherError;
 }
 
-// Blanks and tabs only: a line break at the end is part of the detail.
+// Spaces and tabs only: a line break at the end belongs to the detail.
 std::string trimmingBlanks(std::string const& text)
 {
     constexpr std::string_view blanks = " \t";

@@ -9,20 +9,23 @@
 
 namespace zelvora {
 
-/// How grave an error is. Each case below is an error but `adIdNotInitialized`, a warning; the others are for the
-/// host's own use.
+/// The severity of an error. The SDK's own errors are of type `error`, except `adIdNotInitialized`, which is a
+/// `warning`. `info` and `debug` are for the host's own use.
 enum class ZelvoraSDKErrorType : std::uint8_t { error, warning, info, debug };
 
 /// "ERROR", "WARNING", "INFO" or "DEBUG".
 [[nodiscard]] ZELVORA_API std::string_view rawValue(ZelvoraSDKErrorType type);
-/// The type with that raw value, compared exactly; absent for any other text.
+/// The type with this raw value, compared case-sensitively; absent if there is none.
 [[nodiscard]] ZELVORA_API std::optional<ZelvoraSDKErrorType> makeZelvoraSDKErrorType(std::string_view rawValue);
 
-/// What a public operation reports when it fails. Immutable; any thread.
+/// What a public operation reports when it fails. Immutable, so that any thread may read it.
+///
+///     if (auto const result = sdk.start(screen); !result && result.error().code() == "E001")
+///         showOffline(*result.error().errorDescription());
 class ZELVORA_API ZelvoraSDKError final {
 public:
-    /// Hosts may make them all. The SDK itself never reports `networkError`, as a failure of the network is an
-    /// `internalApiError`, nor `adIdNotInitialized`, as it goes on without the advertising id.
+    /// The SDK itself never reports `networkError`, because it reports a network failure as `internalApiError`, nor
+    /// `adIdNotInitialized`, because it works without an advertising id. Hosts may create any case.
     enum class Case : std::uint8_t {
         networkError,
         internalApiError,
@@ -44,15 +47,15 @@ public:
     [[nodiscard]] static ZelvoraSDKError adIdNotInitialized();
     [[nodiscard]] static ZelvoraSDKError initializing();
 
-    /// For `switch`.
+    /// The case, to switch on.
     [[nodiscard]] Case errorCase() const { return m_case; }
-    /// Present at the most for `networkError`, `internalApiError` and `otherError`.
+    /// What went wrong, in English. Only `networkError`, `internalApiError` and `otherError` may have a detail.
     [[nodiscard]] Detail const& detail() const { return m_detail; }
 
-    /// Fixed for each case, for the host to match on: "E100", "W001" and so on.
+    /// A fixed code for each case, such as "E100" or "W001", for the host to compare with.
     [[nodiscard]] std::string_view code() const;
     [[nodiscard]] ZelvoraSDKErrorType errorType() const;
-    /// A Korean text for people, ending in the detail where there is one. Always present.
+    /// A Korean text for the user, followed by the detail if there is one. Never absent.
     [[nodiscard]] std::optional<std::string> errorDescription() const;
 
     bool operator==(ZelvoraSDKError const&) const = default;

@@ -1,23 +1,18 @@
 #include "ZelvoraIOS/ZelvoraStorage.h"
 
 #include "ZelvoraIOS/ZelvoraLogger.h"
+#include "ZelvoraIOS/internal/EventQueue.h"
 #include "ZelvoraPlatform/Platform.h"
-
-#include <mutex>
 
 namespace zelvora {
 
 namespace {
 
-using platform::Array;
 using platform::Platform;
 using platform::Value;
 
 constexpr char const* KEY_SHOP_ID = "shop_id";
 constexpr double SHOP_ID_EXPIRATION = 86400.0;
-constexpr char const* KEY_EVENT_DATA = "tracking_event";
-// An upload holds each event in an array in an object, and JSON nests no deeper than the store does.
-constexpr std::size_t EVENT_NESTING = Value::maximumNesting - 2;
 
 platform::UserDefaults& storage()
 {
@@ -56,14 +51,6 @@ bool hasExpired(EntryKeys const& keys)
     if (!expiry)
         return false;
     return *expiry < Platform::current().clock().now().timeIntervalSince(*date);
-}
-
-// Each change of the queue is a read and a write of the whole; the page saves events on the main thread while the
-// loader's thread removes those that were sent.
-std::mutex& queueMutex()
-{
-    static std::mutex s_mutex;
-    return s_mutex;
 }
 
 }
@@ -125,43 +112,22 @@ std::optional<std::string> ZelvoraStorage::getValidShopId()
 
 void ZelvoraStorage::saveEventTrackingData(platform::Dictionary const& event)
 {
-    if (event.nesting() > EVENT_NESTING) {
-        // In the queue it would keep back every later event too.
-        ZelvoraLogger::e("saveEventTrackingData refused an event that nests too deep to be uploaded");
-        return;
-    }
-    std::scoped_lock const lock(queueMutex());
-    set(getEventTrackingData().appending(event), KEY_EVENT_DATA);
+    internal::EventQueue::save(event);
 }
 
-Array ZelvoraStorage::getEventTrackingData()
+platform::Array ZelvoraStorage::getEventTrackingData()
 {
-    auto const value = get(KEY_EVENT_DATA);
-    auto const* events = value ? value->array() : nullptr;
-    if (!events || !events->holdsOnly(Value::Kind::Dictionary))
-        return {};
-    return *events;
+    return internal::EventQueue::events();
 }
 
 void ZelvoraStorage::removeEventTrackingData(std::ptrdiff_t count)
 {
-    if (count < 0) {
-        ZelvoraLogger::e("removeEventTrackingData refused a negative count");
-        return;
-    }
-    std::scoped_lock const lock(queueMutex());
-    auto const events = getEventTrackingData();
-    if (count < static_cast<std::ptrdiff_t>(events.size())) {
-        set(events.droppingFirst(static_cast<std::size_t>(count)), KEY_EVENT_DATA);
-        return;
-    }
-    remove(KEY_EVENT_DATA);
+    internal::EventQueue::removeFirst(count);
 }
 
 void ZelvoraStorage::clearEventTrackingData()
 {
-    std::scoped_lock const lock(queueMutex());
-    remove(KEY_EVENT_DATA);
+    internal::EventQueue::clear();
 }
 
 }

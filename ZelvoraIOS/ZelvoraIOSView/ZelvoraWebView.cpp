@@ -1,41 +1,18 @@
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
 
 #include "ZelvoraIOS/ZelvoraJavascriptInterface.h"
-#include "ZelvoraIOS/ZelvoraLogger.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
+#include "ZelvoraIOS/internal/BridgeScript.h"
+#include "ZelvoraIOS/internal/NavigationPolicy.h"
 #include "ZelvoraPlatform/Platform.h"
 #include "ZelvoraPlatform/fatalError.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace zelvora {
 
 using platform::NSLayoutConstraint;
 using platform::Platform;
-using platform::WKNavigationActionPolicy;
-
-namespace {
-
-bool isWebScheme(std::string scheme)
-{
-    // By hand: tolower follows the locale that the host has set.
-    std::ranges::transform(
-        scheme, scheme.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return scheme == "http" || scheme == "https" || scheme == "about";
-}
-
-void handToSystem(platform::URL const& url)
-{
-    auto& application = Platform::current().application();
-    if (application.canOpenURL(url)) {
-        application.open(url);
-        return;
-    }
-    ZelvoraLogger::e("Cannot open external scheme: " + url.absoluteString());
-}
-
-}
 
 ZelvoraWebView::ZelvoraWebView(platform::CGRect frame, std::string urlString, bool allowsSwipeBack)
     : UIView(frame)
@@ -61,7 +38,7 @@ ZelvoraWebView::~ZelvoraWebView()
         m_urlObservation->invalidate();
     m_webView->configuration().userContentController->removeScriptMessageHandler(
         ZelvoraJavascriptInterface::handlerName);
-    // An answer on its way to the page may keep the web view a little longer.
+    // A queued answer to the page may keep the system's web view alive a little longer than this view.
     m_webView->setNavigationDelegate(nullptr);
 }
 
@@ -70,11 +47,7 @@ void ZelvoraWebView::setupWebView()
     platform::WKWebViewConfiguration configuration;
     auto controller = Platform::current().makeUserContentController();
     controller->addScriptMessageHandler(*this, ZelvoraJavascriptInterface::handlerName);
-    controller->addUserScript({
-        .source = ZelvoraJavascriptInterface::scriptSource(),
-        .injectionTime = platform::WKUserScriptInjectionTime::AtDocumentStart,
-        .forMainFrameOnly = false,
-    });
+    controller->addUserScript(internal::bridgeScript());
     configuration.userContentController = std::move(controller);
 
     m_webView = Platform::current().makeWebView(bounds(), std::move(configuration));
@@ -142,13 +115,7 @@ void ZelvoraWebView::setParentViewController(std::shared_ptr<platform::UIViewCon
 
 void ZelvoraWebView::decidePolicyFor(platform::WKNavigationAction const& action, DecisionHandler decisionHandler)
 {
-    auto const scheme = action.url ? action.url->scheme() : std::nullopt;
-    if (!action.url || (scheme && isWebScheme(*scheme))) {
-        decisionHandler(WKNavigationActionPolicy::Allow);
-        return;
-    }
-    handToSystem(*action.url);
-    decisionHandler(WKNavigationActionPolicy::Cancel);
+    decisionHandler(internal::decidePolicyFor(action));
 }
 
 void ZelvoraWebView::didStartProvisionalNavigation() { }

@@ -12,15 +12,17 @@
 
 namespace zelvora {
 
-/// The view that shows the site: a web view that fills it, with the bridge in every page. It loads its address at once
-/// and has no way to change it. Main thread. Links to anything but web pages are handed to the system.
+/// A view that shows the site: it is filled by a web view of the system's, with the bridge in every page and frame. It
+/// loads its address when it is created, and only pages can navigate away from that. Links of other schemes than http,
+/// https and about are opened by the system. Every change of the page's URL is passed to
+/// `ZelvoraSDK::onPageNavigation`. Main thread.
 class ZELVORA_API ZelvoraWebView final
     : public platform::UIView
     , public platform::WKNavigationDelegate
     , public platform::WKScriptMessageHandler {
 public:
-    /// An address that forms no URL leaves the view blank. `allowsSwipeBack` turns the web view's own back and forward
-    /// swipes on.
+    /// The view stays blank if the address is not a URL. `allowsSwipeBack` enables the system's own swipes back and
+    /// forward through the page's history.
     ZelvoraWebView(platform::CGRect frame, std::string urlString, bool allowsSwipeBack);
     /// Not supported: stops the process.
     explicit ZelvoraWebView(platform::CGRect frame);
@@ -28,12 +30,12 @@ public:
     explicit ZelvoraWebView(platform::NSCoder const& coder);
     ~ZelvoraWebView() override;
 
-    /// The address of the page that is shown or being loaded.
+    /// The address of the page that is shown or being loaded; absent if there is none.
     [[nodiscard]] std::optional<std::string> currentUrl() const;
     [[nodiscard]] bool canGoBack() const;
     void goBack();
 
-    /// The screen that the page's calls act on. Held weakly; nobody for a view that the host placed itself.
+    /// The screen that the page's "close" dismisses; nullptr if the host placed the view itself. A weak reference.
     [[nodiscard]] std::shared_ptr<platform::UIViewController> parentViewController() const;
     void setParentViewController(std::shared_ptr<platform::UIViewController> const& controller);
 

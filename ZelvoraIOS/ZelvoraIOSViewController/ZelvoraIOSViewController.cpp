@@ -47,8 +47,8 @@ void ZelvoraIOSViewController::viewDidLoad()
 void ZelvoraIOSViewController::observeFooterVisibility()
 {
     auto const self = std::static_pointer_cast<ZelvoraIOSViewController>(shared_from_this());
-    // The centre holds what it is given while the handler runs, on the poster's thread. That is not the controller
-    // itself, or another thread might be the last to let go of a screen.
+    // The centre keeps the observer alive while the handler runs, on the thread that posts. If the observer were the
+    // controller, that thread could release the last reference and destroy a screen off the main thread.
     std::shared_ptr<void const> const observer(m_observation, this);
     Platform::current().notificationCenter().addObserver(observer, "ZelvoraFooterVisibilityChanged",
         [weak = std::weak_ptr(self)](
@@ -107,7 +107,7 @@ void ZelvoraIOSViewController::addFooter()
         return;
     m_footerView->setTranslatesAutoresizingMaskIntoConstraints(false);
     view().addSubview(m_footerView);
-    // The footer covers the home indicator's area too, so that nothing of the page shows below it.
+    // The footer extends over the home indicator's area, so that the page does not show below it.
     NSLayoutConstraint::activate({
         m_footerView->bottomAnchor().constraintEqualTo(view().bottomAnchor()),
         m_footerView->leadingAnchor().constraintEqualTo(view().leadingAnchor()),

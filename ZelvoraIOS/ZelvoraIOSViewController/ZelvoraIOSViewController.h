@@ -16,12 +16,16 @@ namespace zelvora {
 
 class ZelvoraWebView;
 
-/// The full-screen container: the host's header, the site, the host's footer. A swipe from the left edge goes back, in
-/// the page first and then off the screen, where the host allows it. Main thread.
+/// The full-screen container: the host's header, the site and the host's footer, from top to bottom.
+/// `ZelvoraSDK::start` creates one; a host may also present one itself. Header and footer come from the facade's view
+/// providers when the view loads. If the facade allows swiping back, a swipe from the left edge goes back in the page's
+/// history, or leaves the screen if there is none. Queued events are uploaded whenever the container disappears. Main
+/// thread.
 class ZELVORA_API ZelvoraIOSViewController final
     : public platform::UIViewController
     , public platform::UIGestureRecognizerDelegate {
 public:
+    /// The screen stays blank if `urlString` is not a URL.
     explicit ZelvoraIOSViewController(std::string urlString);
     /// Not supported: stops the process.
     ZelvoraIOSViewController(std::optional<std::string> const& nibName, platform::Bundle const* bundle);
@@ -47,7 +51,7 @@ private:
     void addWebView(platform::UIView* header);
     [[nodiscard]] platform::NSLayoutConstraint makeWebViewBottomConstraint(bool footerIsVisible);
 
-    /// On the poster's thread.
+    // Called on the thread that posts the notification.
     static void handleFooterVisibilityChange(
         std::weak_ptr<ZelvoraIOSViewController> const& weak, platform::Notification const& notification);
     void changeFooterVisibility(bool visible);
@@ -58,7 +62,7 @@ private:
     std::shared_ptr<platform::UIView> m_footerView;
     std::optional<platform::NSLayoutConstraint> m_webViewBottomConstraint;
     std::string m_urlString;
-    /// Lives as long as the controller, and stands for it at the notification centre.
+    // Registered with the notification centre in the controller's place; lives as long as the controller.
     std::shared_ptr<int> m_observation = std::make_shared<int>();
 };
 

@@ -1,7 +1,10 @@
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
 
 #include "ZelvoraIOS/ZelvoraLogger.h"
-#include "ZelvoraIOS/ZelvoraSDK/serviceAddresses.h"
+#include "ZelvoraIOS/ZelvoraSDK/internal/CurrentURL.h"
+#include "ZelvoraIOS/ZelvoraSDK/internal/Environment.h"
+#include "ZelvoraIOS/ZelvoraSDK/internal/SDKCore.h"
+#include "ZelvoraIOS/ZelvoraSDK/internal/WebViewCreation.h"
 #include "ZelvoraPlatform/Concurrency/spawn.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 #include "ZelvoraPlatform/Platform.h"
@@ -10,7 +13,11 @@
 
 namespace zelvora {
 
+using internal::HostCallback;
+using internal::Properties;
 using platform::Platform;
+
+ZelvoraSDK::ZelvoraSDK() : m_core(internal::SDKCore::shared()) { }
 
 ZelvoraSDK& ZelvoraSDK::shared()
 {
@@ -23,123 +30,138 @@ ZelvoraSDK::Result ZelvoraSDK::initialize(std::string userKey, std::string apiKe
     bool allowsSwipeBack, ViewProvider headerViewProvider, ViewProvider footerViewProvider,
     std::shared_ptr<ZelvoraSDKDelegate> const& delegate, CompletionHandler completion_handler)
 {
-    auto const wasInitializing =
-        withProperties([](Properties& properties) { return std::exchange(properties.isInitializing, true); });
-    if (wasInitializing) {
-        // The stored handler has priority: a call made too early tells the first caller, not the second.
-        auto const stored = read(&Properties::error_handler);
-        if (auto const& handler = stored ? stored : completion_handler)
+    auto& properties = m_core.properties;
+    auto const running = properties.access([](Properties& all) -> std::optional<HostCallback<CompletionHandler>> {
+        return std::exchange(all.isInitializing, true) ? std::optional(all.error_handler) : std::nullopt;
+    });
+    if (running) {
+        // The running call's handler comes first: it is that caller's initialization which is being disturbed.
+        if (auto const& handler = *running ? running->copy() : completion_handler)
             handler(ZelvoraSDKError::initializing());
         return std::unexpected(ZelvoraSDKError::initializing());
     }
 
-    auto const addresses = serviceAddresses();
-    write(&Properties::userKey, std::move(userKey));
-    write(&Properties::apiKey, apiKey);
-    write(&Properties::packageName, Platform::current().mainBundle().bundleIdentifier());
-    write(&Properties::isTrackingEnabled, isTrackingEnabled);
-    write(&Properties::isDev, isDev);
+    auto addresses = internal::environmentAddresses(isDev);
+    properties.set(&Properties::userKey, std::move(userKey));
+    properties.set(&Properties::apiKey, apiKey);
+    properties.set(&Properties::packageName, Platform::current().mainBundle().bundleIdentifier());
+    properties.set(&Properties::isTrackingEnabled, isTrackingEnabled);
+    properties.set(&Properties::isDev, isDev);
     setAllowsSwipeBack(allowsSwipeBack);
     setHeaderViewProvider(std::move(headerViewProvider));
     setFooterViewProvider(std::move(footerViewProvider));
     setDelegate(delegate);
-    write(&Properties::webURL, (isDev ? addresses.developmentWebHost : addresses.productionWebHost) + "/v1");
-    write(&Properties::apiURL, isDev ? addresses.developmentApiBase : addresses.productionApiBase);
-    write(&Properties::error_handler, std::move(completion_handler));
+    properties.set(&Properties::webURL, std::move(addresses.webURL));
+    properties.set(&Properties::apiURL, std::move(addresses.apiURL));
+    properties.set(&Properties::error_handler, std::move(completion_handler));
 
-    // The line comes before every line of the sequence, which another thread may begin to run as soon as it is spawned.
-    auto sequence = runInitialization(std::move(apiKey));
+    // Logged before the sequence is spawned, because another thread may run it, and log, from then on.
+    auto sequence = m_core.initializationSequence.runInitialization(std::move(apiKey));
     ZelvoraLogger::i("Initialized");
     platform::spawn(Platform::current().globalQueue(), std::move(sequence));
     return {};
 }
 
-ZelvoraSDKError ZelvoraSDK::report(ZelvoraSDKError const& error) const
+ZelvoraSDK::Result ZelvoraSDK::start(std::shared_ptr<platform::UIViewController> presenter)
 {
-    if (auto const handler = read(&Properties::error_handler))
-        handler(error);
-    return error;
+    return m_core.launch.start(std::move(presenter));
+}
+
+std::shared_ptr<ZelvoraWebView> ZelvoraSDK::createWebView()
+{
+    return internal::createWebView(m_core.properties);
+}
+
+std::optional<std::string> ZelvoraSDK::getCurrentUrl() const
+{
+    return internal::getCurrentUrl(m_core.properties);
 }
 
 void ZelvoraSDK::setFooterVisible(bool visible)
 {
-    write(&Properties::isFooterVisible, visible);
+    m_core.properties.set(&Properties::isFooterVisible, visible);
     Platform::current().notificationCenter().post(
         { "ZelvoraFooterVisibilityChanged", platform::Dictionary { { "visible", visible } } });
 }
 
+void ZelvoraSDK::sendTrackingData()
+{
+    m_core.trackingUpload.sendTrackingData();
+}
+
 void ZelvoraSDK::addCustomAction(std::string const& functionName, CustomAction action)
 {
-    withProperties([&](Properties& properties) { std::swap(properties.customActions[functionName], action); });
+    m_core.customActions.add(functionName, std::move(action));
 }
 
 ZelvoraSDK::CustomActions ZelvoraSDK::getCustomActions() const
 {
-    return read(&Properties::customActions);
+    return m_core.customActions.all();
 }
 
 ZelvoraSDK::ViewProvider ZelvoraSDK::headerViewProvider() const
 {
-    return read(&Properties::headerViewProvider);
+    return m_core.properties.get(&Properties::headerViewProvider).copy();
 }
 
 void ZelvoraSDK::setHeaderViewProvider(ViewProvider provider)
 {
-    write(&Properties::headerViewProvider, std::move(provider));
+    m_core.properties.set(&Properties::headerViewProvider, std::move(provider));
 }
 
 ZelvoraSDK::ViewProvider ZelvoraSDK::footerViewProvider() const
 {
-    return read(&Properties::footerViewProvider);
+    return m_core.properties.get(&Properties::footerViewProvider).copy();
 }
 
 void ZelvoraSDK::setFooterViewProvider(ViewProvider provider)
 {
-    write(&Properties::footerViewProvider, std::move(provider));
+    m_core.properties.set(&Properties::footerViewProvider, std::move(provider));
 }
 
 bool ZelvoraSDK::allowsSwipeBack() const
 {
-    return read(&Properties::allowsSwipeBack);
+    return m_core.properties.get(&Properties::allowsSwipeBack);
 }
+
 void ZelvoraSDK::setAllowsSwipeBack(bool allows)
 {
-    write(&Properties::allowsSwipeBack, allows);
+    m_core.properties.set(&Properties::allowsSwipeBack, allows);
 }
 
 std::shared_ptr<ZelvoraSDK::ZelvoraSDKDelegate> ZelvoraSDK::delegate() const
 {
-    return read(&Properties::delegate).lock();
+    return m_core.properties.get(&Properties::delegate).lock();
 }
 
 void ZelvoraSDK::setDelegate(std::shared_ptr<ZelvoraSDKDelegate> const& delegate)
 {
-    write(&Properties::delegate, delegate);
+    m_core.properties.set(&Properties::delegate, delegate);
 }
 
 ZelvoraSDK::PageNavigationHandler ZelvoraSDK::onPageNavigation() const
 {
-    return read(&Properties::onPageNavigation);
+    return m_core.properties.get(&Properties::onPageNavigation).copy();
 }
 
 void ZelvoraSDK::setOnPageNavigation(PageNavigationHandler handler)
 {
-    write(&Properties::onPageNavigation, std::move(handler));
+    m_core.properties.set(&Properties::onPageNavigation, std::move(handler));
 }
 
 bool ZelvoraSDK::isFooterVisible() const
 {
-    return read(&Properties::isFooterVisible);
+    return m_core.properties.get(&Properties::isFooterVisible);
 }
 
 std::shared_ptr<ZelvoraWebView> ZelvoraSDK::activeWebView() const
 {
-    return read(&Properties::activeWebView).lock();
+    return m_core.properties.get(&Properties::activeWebView).lock();
 }
 
 void ZelvoraSDK::setActiveWebView(std::shared_ptr<ZelvoraWebView> const& webView)
 {
-    write(&Properties::activeWebView, webView);
+    m_core.properties.set(&Properties::activeWebView, webView);
 }
 
 }

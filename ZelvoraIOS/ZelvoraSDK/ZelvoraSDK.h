@@ -1,18 +1,12 @@
 #pragma once
 
 #include "ZelvoraIOS/ZelvoraSDKError.h"
-#include "ZelvoraPlatform/Concurrency/Task.h"
 #include "ZelvoraPlatform/Export.h"
-#include "ZelvoraPlatform/Foundation/Error.h"
-#include "ZelvoraPlatform/Foundation/URLSession.h"
-#include "ZelvoraPlatform/Tracking/ATTrackingManager.h"
-#include "ZelvoraPlatform/UIKit/UIViewController.h"
 
 #include <expected>
 #include <functional>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
 
@@ -20,67 +14,96 @@ namespace zelvora {
 
 class ZelvoraWebView;
 
-/// The one object that a host app talks to: it is configured once and asked to show the shopping site. Called on the
-/// main thread, where nothing else is said. A platform must have been installed before `shared` is first used.
+namespace platform {
+class UIView;
+class UIViewController;
+}
+namespace internal {
+struct SDKCore;
+}
+
+/// The SDK's facade: a host configures it once and then asks it to show the shopping site.
+///
+///     auto& sdk = ZelvoraSDK::shared();
+///     sdk.initialize("user-1", "media-key", true, false, true, nullptr, nullptr, nullptr,
+///         [](std::optional<ZelvoraSDKError> const& error) { log(error->code()); });
+///     sdk.start(homeScreen); // opens the site as soon as initialization has ended
+///
+/// Install a platform first: without one, `initialize` and whatever needs a service of the platform stop the process
+/// with a message. Call on the main thread unless stated otherwise. The properties may be read and set on any thread.
+/// The SDK calls no callback of the host while it holds a lock, so every callback may call the SDK.
 class ZELVORA_API ZelvoraSDK final {
 public:
-    /// What a host is asked and told about the container. Held weakly. Main thread.
+    /// The host's side of the container. The SDK keeps a weak reference only. Main thread.
     class ZelvoraSDKDelegate {
     public:
         virtual ~ZelvoraSDKDelegate() = default;
 
-        /// A back swipe was completed. True lets the container handle it: a step back in the page's history, or leaving
-        /// the screen.
+        /// The user completed a back swipe. Return true to let the container handle it, by going back in the page's
+        /// history or else leaving the screen; return false if the host has handled it.
         virtual bool zelvoraSDKShouldHandleBackAction(ZelvoraWebView& webView) = 0;
-        /// The container is about to disappear, also when another screen only covers it.
+        /// The container is about to disappear, for good or because another screen will cover it.
         virtual void zelvoraSDKWillDismiss() = 0;
     };
 
-    /// Success without a value, or what went wrong. May be ignored: the completion handler hears of errors too.
+    /// Success without a value, or the error. May be ignored: errors go to the completion handler as well.
     using Result = std::expected<void, ZelvoraSDKError>;
-    /// Called with errors only, never on success; those of the shop-id lookup come on a background thread.
+    /// Called with an error each time something fails, never on success. Errors of the shop-id lookup arrive on a
+    /// background thread, those of a call on the caller's thread.
     using CompletionHandler = std::function<void(std::optional<ZelvoraSDKError>)>;
-    /// Makes a view for a container; nullptr for none.
+    /// Creates a view for a container, once for each container, when that loads its view. nullptr means no view.
     using ViewProvider = std::function<std::shared_ptr<platform::UIView>(platform::UIViewController&)>;
     using PageNavigationHandler = std::function<void(std::string const& url)>;
-    /// Called with the page's text, where it sent some.
+    /// Called with the text that the page passed, if any.
     using CustomAction = std::function<void(std::optional<std::string> const& data)>;
     using CustomActions = std::map<std::string, CustomAction>;
 
-    /// The singleton, made on first use and never destroyed.
+    /// The only instance, created on first use and never destroyed. Any thread.
     static ZelvoraSDK& shared();
     ZelvoraSDK(ZelvoraSDK const&) = delete;
     ZelvoraSDK& operator=(ZelvoraSDK const&) = delete;
 
-    /// Stores the configuration and starts to gather the identifiers, without waiting for them. While an earlier call
-    /// is still at that, nothing changes: the result is `initializing`, and so hears the handler of that earlier call,
-    /// or this one's where that had none. Keys are not validated here. The user is asked for permission to track
-    /// whatever `isTrackingEnabled` says, once per install.
+    /// Stores the configuration and starts initialization, without waiting for it: in parallel, the SDK finds the shop
+    /// id (stored for a day, else looked up with `apiKey`) and, as soon as the app is active, asks the user for
+    /// permission to track, once per install and whatever `isTrackingEnabled` is. Then it uploads queued events and
+    /// carries out a `start` that was called in the meantime.
+    ///
+    /// Fails with `initializing` while an earlier call's initialization is running; nothing changes then, and the
+    /// earlier call's handler receives the error, or this call's if the earlier one passed none. Afterwards
+    /// `initialize` may be called again and replaces the whole configuration. Keys are not validated here: a wrong API
+    /// key surfaces as an `internalApiError` of the lookup. `isDev` selects the development environment.
     Result initialize(std::string userKey, std::string apiKey, bool isTrackingEnabled, bool isDev, bool allowsSwipeBack,
         ViewProvider headerViewProvider = nullptr, ViewProvider footerViewProvider = nullptr,
         std::shared_ptr<ZelvoraSDKDelegate> const& delegate = nullptr, CompletionHandler completion_handler = nullptr);
 
-    /// Shows the site full screen: pushed on the presenter's navigation stack, or presented over it where it has none.
-    /// While the SDK is initializing the presenter is kept and shown from afterwards, the last one only. A missing shop
-    /// id, API key or user key, and a presenter that is nullptr, are told to the completion handler too. Any thread;
-    /// the container appears later.
+    /// Shows the site full screen: pushed onto the presenter's navigation stack if it is one or is on one, else
+    /// presented modally. Any thread; the container appears later, on the main thread, and the presenter is kept alive
+    /// until then.
+    ///
+    /// During initialization the call succeeds and the launch is deferred; the latest presenter is used once
+    /// initialization ends. Otherwise it fails with `shopIdNotInitialized`, `mediaKeyNotInitialized` or
+    /// `userKeyNotInitialized` if one of these is missing, and with `otherError` if the presenter is nullptr. The
+    /// completion handler receives the error as well.
     Result start(std::shared_ptr<platform::UIViewController> presenter);
 
-    /// A web view on the site for the host to size and place; nullptr before the shop id is known.
+    /// A web view on the site, for the host to size and place; the host owns it. nullptr, with an error line in the
+    /// log, if the shop id, the API key or the user key is missing.
     [[nodiscard]] std::shared_ptr<ZelvoraWebView> createWebView();
-    /// The address of the page in the web view that was made last, while that exists.
+    /// The address of the page in the active web view; absent if there is none.
     [[nodiscard]] std::optional<std::string> getCurrentUrl() const;
 
-    /// Shows or hides the footer of the container, with an animation, and of those to come.
+    /// Shows or hides the footer, with an animation in the open container, and from the start in later ones.
     void setFooterVisible(bool visible);
 
-    /// Uploads up to 500 of the oldest events; those that the server took are removed. Any thread. Calls may overlap,
-    /// and then upload the same events twice.
+    /// Uploads the oldest queued events, up to 500, and removes them once the server has accepted them. The SDK calls
+    /// this at the end of initialization and when a container disappears. The outcome is only logged. Any thread.
+    /// Overlapping calls upload the same events twice.
     void sendTrackingData();
 
-    /// Lets pages call the action under this name. The last registration holds. Pages opened before get no function for
-    /// it.
+    /// Registers an action that pages call as `window.ZelvoraSDKBridge.NAME(data)`, on the main thread. A later action
+    /// of the same name replaces it. Web views that already exist do not get a function for a new name. Any thread.
     void addCustomAction(std::string const& functionName, CustomAction action);
+    /// A copy of the table. Any thread.
     [[nodiscard]] CustomActions getCustomActions() const;
 
     [[nodiscard]] ViewProvider headerViewProvider() const;
@@ -89,89 +112,23 @@ public:
     void setFooterViewProvider(ViewProvider provider);
     [[nodiscard]] bool allowsSwipeBack() const;
     void setAllowsSwipeBack(bool allows);
+    /// nullptr if the host has released its delegate.
     [[nodiscard]] std::shared_ptr<ZelvoraSDKDelegate> delegate() const;
     void setDelegate(std::shared_ptr<ZelvoraSDKDelegate> const& delegate);
-    /// Told of every change of a page's URL, in every web view of the SDK.
+    /// Called on the main thread with every new URL of a page, in every web view of the SDK.
     [[nodiscard]] PageNavigationHandler onPageNavigation() const;
     void setOnPageNavigation(PageNavigationHandler handler);
+    /// True unless `setFooterVisible(false)` was called last.
     [[nodiscard]] bool isFooterVisible() const;
-    /// The web view that was made last, while it exists.
+    /// The web view that was created last, by a container or by `createWebView`. A weak reference: nullptr once that
+    /// view no longer exists.
     [[nodiscard]] std::shared_ptr<ZelvoraWebView> activeWebView() const;
     void setActiveWebView(std::shared_ptr<ZelvoraWebView> const& webView);
 
 private:
-    struct Properties {
-        std::optional<std::string> userKey;
-        std::optional<std::string> apiKey;
-        std::optional<std::string> adId;
-        std::optional<std::string> shopId;
-        std::optional<std::string> packageName;
-        std::optional<std::string> apiURL;
-        std::optional<std::string> webURL;
-        bool isTrackingEnabled = true;
-        bool isDev = false;
-        CompletionHandler error_handler;
-        bool isInitializing = false;
-        std::shared_ptr<platform::UIViewController> pendingViewController;
-        ViewProvider headerViewProvider;
-        ViewProvider footerViewProvider;
-        bool allowsSwipeBack = false;
-        std::weak_ptr<ZelvoraSDKDelegate> delegate;
-        PageNavigationHandler onPageNavigation;
-        bool isFooterVisible = true;
-        std::weak_ptr<ZelvoraWebView> activeWebView;
-        CustomActions customActions;
-    };
-    friend class ZelvoraSDKInspector;
+    ZelvoraSDK();
 
-    ZelvoraSDK() = default;
-
-    // Runs the accessor with the properties locked. It must not call out.
-    template<typename Accessor>
-    auto withProperties(Accessor const& accessor)
-    {
-        std::scoped_lock const lock(m_mutex);
-        return accessor(m_properties);
-    }
-    template<typename Accessor>
-    auto withProperties(Accessor const& accessor) const
-    {
-        std::scoped_lock const lock(m_mutex);
-        return accessor(m_properties);
-    }
-    template<typename Property>
-    Property read(Property Properties::* property) const
-    {
-        return withProperties([property](Properties const& properties) { return properties.*property; });
-    }
-    template<typename Property>
-    void write(Property Properties::* property, std::type_identity_t<Property> value)
-    {
-        // Swapped, so that what a host captured is destroyed without the lock.
-        withProperties([property, &value](Properties& properties) { std::swap(properties.*property, value); });
-    }
-
-    [[nodiscard]] static std::string profile(bool isDev) { return isDev ? "dev" : "prd"; }
-    ZelvoraSDKError report(ZelvoraSDKError const& error) const;
-
-    platform::Task<void> runInitialization(std::string apiKey);
-    void startDeferred();
-    platform::Task<void> fetchIDFA();
-    static platform::Task<void> waitForAppActive();
-    void updateAdId(platform::ATTrackingAuthorizationStatus status);
-
-    platform::Task<void> fetchShopId(std::string apiKey);
-    static platform::Task<std::expected<platform::URLSession::Answer, platform::Error>> performRequest(
-        platform::URLRequest request);
-    void acceptLookup(platform::URLSession::Answer const& answer);
-
-    [[nodiscard]] std::string getFinalUrl() const;
-
-    void sendData();
-    void acceptIdentity(std::expected<platform::URLSession::Answer, platform::Error> const& result);
-
-    mutable std::mutex m_mutex;
-    Properties m_properties;
+    internal::SDKCore& m_core;
 };
 
 }

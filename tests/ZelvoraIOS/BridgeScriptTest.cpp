@@ -1,6 +1,6 @@
 #include "ZelvoraIOS/ZelvoraJavascriptInterface.h"
+#include "tests/ZelvoraIOS/support/ContainerTest.h"
 #include "tests/ZelvoraIOS/support/RecordingPlatform.h"
-#include "tests/ZelvoraIOS/support/SDKTest.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -292,6 +292,18 @@ TEST_F(BridgeScriptTest, BuildingTheScriptLogsNothingAndCallsNoAction)
     (void)scriptSource();
     EXPECT_TRUE(logMessages().empty());
     EXPECT_EQ(calls, 0);
+}
+
+class BridgeScriptInFramesTest : public ContainerTest { };
+
+TEST_F(BridgeScriptInFramesTest, TheScriptRunsAtDocumentStartInEveryFrame)
+{
+    sdk().addCustomAction("open", [](auto const&) { });
+    ZelvoraWebView const view({}, entryUrl, false);
+    EXPECT_EQ(engine(view).userContentController().userScripts(),
+        (std::vector<platform::WKUserScript> { { .source = scriptSource(),
+            .injectionTime = platform::WKUserScriptInjectionTime::AtDocumentStart,
+            .forMainFrameOnly = false } }));
 }
 
 class BridgeScriptWriterTest : public ::testing::Test {

@@ -1,8 +1,7 @@
 #include "ZelvoraAdapters/memory/UIKit/ViewController.h"
 #include "ZelvoraAdapters/shared/Concurrency/ThreadPoolQueue.h"
 #include "tests/ZelvoraIOS/support/ForwardingPlatform.h"
-#include "tests/ZelvoraIOS/support/SDKTest.h"
-#include "tests/ZelvoraIOS/support/WatchingPlatform.h"
+#include "tests/ZelvoraIOS/support/SequenceTest.h"
 
 #include <algorithm>
 #include <chrono>
@@ -16,260 +15,19 @@ namespace {
 using Errors = std::vector<std::optional<ZelvoraSDKError>>;
 using Status = platform::ATTrackingAuthorizationStatus;
 using State = platform::UIApplicationState;
-using Texts = std::vector<std::string>;
 
-constexpr char const* activation = platform::UIApplication::didBecomeActiveNotification;
-constexpr char const* identifier = "0A1B2C3D-4E5F-4607-8899-AABBCCDDEEFF";
-constexpr char const* foundShop = R"({"data": {"shopId": "shop-1"}})";
-
-class InitializationSequenceTest : public SDKTest {
+class InitializationSequenceTest : public SequenceTest {
 protected:
-    using SDKTest::SDKTest;
-
-    [[nodiscard]] static auto properties() { return ZelvoraSDKInspector::properties(); }
-    [[nodiscard]] static bool isInitializing() { return ZelvoraSDKInspector::isInitializing(); }
-    [[nodiscard]] memory::ATTrackingManager& tracking() { return platform.trackingManager(); }
-
-    void begin(Configuration configuration = {})
-    {
-        ASSERT_TRUE(initialize(std::move(configuration)));
-        platform.runUntilIdle();
-    }
-    void advance(double seconds)
-    {
-        platform.clock().advance(seconds);
-        platform.runUntilIdle();
-    }
-    void answerLookup(std::string const& body = foundShop)
-    {
-        platform.urlSession().answer(200, body, 0);
-        platform.runUntilIdle();
-    }
-    void answerPrompt(Status status)
-    {
-        tracking().answer(status);
-        platform.runUntilIdle();
-    }
-    [[nodiscard]] std::size_t requestCount() { return platform.urlSession().requests().size(); }
-    [[nodiscard]] Texts adIdLines() const
-    {
-        Texts texts;
-        for (auto const& message : logMessages()) {
-            if (!message.text.starts_with("ADID: "))
-                continue;
-            EXPECT_EQ(message.type, OSLogType::Debug);
-            texts.push_back(message.text);
-        }
-        return texts;
-    }
-    // Whether anything was written to or removed from the entries of the advertising id.
-    [[nodiscard]] bool touchedStoredAdId() const
-    {
-        return std::ranges::any_of(platform.standardUserDefaults().calls(),
-            [](std::string const& call) { return call.find(fullKey("adid")) != std::string::npos; });
-    }
+    using SequenceTest::SequenceTest;
 };
-
-// Fixtures by what the user decided in an earlier launch.
-class AuthorizedTest : public InitializationSequenceTest {
+class AuthorizedSequenceTest : public InitializationSequenceTest {
 protected:
-    AuthorizedTest() : InitializationSequenceTest({ .trackingStatus = Status::Authorized }) { }
+    AuthorizedSequenceTest() : InitializationSequenceTest({ .trackingStatus = Status::Authorized }) { }
 };
-class DeniedTest : public InitializationSequenceTest {
+class InactiveSequenceTest : public InitializationSequenceTest {
 protected:
-    DeniedTest() : InitializationSequenceTest({ .trackingStatus = Status::Denied }) { }
+    InactiveSequenceTest() : InitializationSequenceTest({ .applicationState = State::Inactive }) { }
 };
-class RestrictedTest : public InitializationSequenceTest {
-protected:
-    RestrictedTest() : InitializationSequenceTest({ .trackingStatus = Status::Restricted }) { }
-};
-class InactiveTest : public InitializationSequenceTest {
-protected:
-    explicit InactiveTest(State state = State::Inactive) : InitializationSequenceTest({ .applicationState = state }) { }
-};
-class BackgroundTest : public InactiveTest {
-protected:
-    BackgroundTest() : InactiveTest(State::Background) { }
-};
-
-TEST_F(AuthorizedTest, TheIdentifierIsTakenWithoutAPrompt)
-{
-    begin();
-    advance(10);
-    EXPECT_EQ(tracking().requestCount(), 0U);
-    EXPECT_EQ(properties().adId, identifier);
-    EXPECT_EQ(adIdLines(), (Texts { std::string("ADID: ") + identifier }));
-}
-
-TEST_F(AuthorizedTest, TheIdentifierIsStoredWithoutExpiryAndThenLogged)
-{
-    begin();
-    EXPECT_EQ(stored(fullKey("adid")), identifier);
-    EXPECT_EQ(stored(fullKey("adid_ts")), std::nullopt);
-    EXPECT_EQ(stored(fullKey("adid_exp")), std::nullopt);
-    auto const lines = logMessages(OSLogType::Debug);
-    auto const storing =
-        std::ranges::find(lines, "set(forKey: adid, value: " + debugDescription(Value(identifier)) + ")");
-    auto const telling = std::ranges::find(lines, std::string("ADID: ") + identifier);
-    ASSERT_NE(storing, lines.end());
-    ASSERT_NE(telling, lines.end());
-    EXPECT_LT(storing, telling);
-}
-
-TEST_F(AuthorizedTest, AnInactiveAppIsNotWaitedFor)
-{
-    platform.application().setApplicationState(State::Background);
-    begin();
-    EXPECT_EQ(properties().adId, identifier);
-    EXPECT_EQ(platform.notificationCenter().observerCount(activation), 0U);
-    answerLookup();
-    EXPECT_FALSE(isInitializing());
-}
-
-TEST_F(AuthorizedTest, AnIdentifierOfZerosIsTreatedLikeAnother)
-{
-    std::string const zeros = "00000000-0000-0000-0000-000000000000";
-    platform.identifierManager().setAdvertisingIdentifier(zeros);
-    begin();
-    EXPECT_EQ(properties().adId, zeros);
-    EXPECT_EQ(stored(fullKey("adid")), zeros);
-    EXPECT_EQ(adIdLines(), (Texts { "ADID: " + zeros }));
-}
-
-TEST_F(AuthorizedTest, TheStatusIsReadOnTheMainQueueAndTheIdentifierTakenInTheBackground)
-{
-    EXPECT_TRUE(initialize());
-    (void)platform.globalQueue().runAll();
-    (void)platform.mainQueue().runAll();
-    EXPECT_EQ(properties().adId, std::nullopt);
-    (void)platform.globalQueue().runAll();
-    EXPECT_EQ(properties().adId, identifier);
-}
-
-TEST_F(DeniedTest, TheAdvertisingIdIsUnknownWithoutAPrompt)
-{
-    begin();
-    advance(10);
-    EXPECT_EQ(tracking().requestCount(), 0U);
-    EXPECT_EQ(properties().adId, "unknown");
-    EXPECT_EQ(adIdLines(), (Texts { "ADID: unknown (Status: 2)" }));
-    answerLookup();
-    EXPECT_TRUE(errors.empty()) << "a denial is no error";
-}
-
-TEST_F(DeniedTest, AStoredAdvertisingIdIsLeftAsItIs)
-{
-    ZelvoraStorage::set("earlier", "adid", 5);
-    platform.standardUserDefaults().clearCalls();
-    begin();
-    answerLookup();
-    EXPECT_FALSE(touchedStoredAdId());
-    EXPECT_EQ(stored(fullKey("adid")), "earlier");
-    EXPECT_EQ(properties().adId, "unknown");
-}
-
-TEST_F(DeniedTest, AnInactiveAppIsNotWaitedFor)
-{
-    platform.application().setApplicationState(State::Inactive);
-    begin();
-    answerLookup();
-    EXPECT_FALSE(isInitializing());
-}
-
-TEST_F(RestrictedTest, TheAdvertisingIdIsUnknownWithoutAPrompt)
-{
-    begin();
-    advance(10);
-    EXPECT_EQ(tracking().requestCount(), 0U);
-    EXPECT_EQ(properties().adId, "unknown");
-    EXPECT_EQ(adIdLines(), (Texts { "ADID: unknown (Status: 1)" }));
-    EXPECT_FALSE(touchedStoredAdId());
-}
-
-TEST_F(InitializationSequenceTest, AnUndecidedUserIsAskedATenthOfASecondAfterTheAppIsSeenActive)
-{
-    begin();
-    EXPECT_EQ(tracking().requestCount(), 0U);
-    EXPECT_EQ(platform.mainQueue().delayedCount(), 1U);
-    advance(0.099);
-    EXPECT_EQ(tracking().requestCount(), 0U);
-    advance(0.001);
-    EXPECT_EQ(tracking().requestCount(), 1U);
-    EXPECT_EQ(tracking().pendingRequestCount(), 1U);
-}
-
-TEST_F(InitializationSequenceTest, ThePromptIsRequestedOnTheMainQueue)
-{
-    begin();
-    platform.clock().advance(0.1);
-    (void)platform.globalQueue().runAll();
-    (void)platform.urlSession().loaderQueue().runAll();
-    EXPECT_EQ(tracking().requestCount(), 0U);
-    (void)platform.mainQueue().runAll();
-    EXPECT_EQ(tracking().requestCount(), 1U);
-}
-
-TEST_F(InitializationSequenceTest, TheStatusIsReadOnTheMainQueue)
-{
-    EXPECT_TRUE(initialize());
-    (void)platform.globalQueue().runAll();
-    tracking().setStatus(Status::Denied);
-    platform.runUntilIdle();
-    EXPECT_EQ(properties().adId, "unknown");
-}
-
-TEST_F(InitializationSequenceTest, AUserWhoAllowsGivesTheIdentifier)
-{
-    begin();
-    advance(0.1);
-    answerPrompt(Status::Authorized);
-    EXPECT_EQ(properties().adId, identifier);
-    EXPECT_EQ(stored(fullKey("adid")), identifier);
-    EXPECT_EQ(adIdLines(), (Texts { std::string("ADID: ") + identifier }));
-}
-
-TEST_F(InitializationSequenceTest, AUserWhoDeniesLeavesItUnknown)
-{
-    begin();
-    advance(0.1);
-    answerPrompt(Status::Denied);
-    EXPECT_EQ(properties().adId, "unknown");
-    EXPECT_EQ(adIdLines(), (Texts { "ADID: unknown (Status: 2)" }));
-    EXPECT_FALSE(touchedStoredAdId());
-}
-
-TEST_F(InitializationSequenceTest, APromptThatIsRestrictedLeavesItUnknown)
-{
-    begin();
-    advance(0.1);
-    answerPrompt(Status::Restricted);
-    EXPECT_EQ(adIdLines(), (Texts { "ADID: unknown (Status: 1)" }));
-}
-
-TEST_F(InitializationSequenceTest, APromptThatDecidesNothingLeavesItUnknown)
-{
-    begin();
-    advance(0.1);
-    answerPrompt(Status::NotDetermined);
-    EXPECT_EQ(properties().adId, "unknown");
-    EXPECT_EQ(adIdLines(), (Texts { "ADID: unknown (Status: 0)" }));
-    answerLookup();
-    EXPECT_FALSE(isInitializing());
-}
-
-TEST_F(InitializationSequenceTest, TheUserIsAskedAlsoWhereTrackingIsSwitchedOff)
-{
-    begin({ .isTrackingEnabled = false });
-    advance(0.1);
-    EXPECT_EQ(tracking().requestCount(), 1U);
-}
-
-TEST_F(InitializationSequenceTest, TheUserIsAskedOncePerInstall)
-{
-    initializeAndFinish();
-    initializeAndFinish();
-    EXPECT_EQ(tracking().requestCount(), 1U);
-}
 
 TEST_F(InitializationSequenceTest, APromptWithoutAnswerKeepsTheSequenceWaiting)
 {
@@ -283,60 +41,7 @@ TEST_F(InitializationSequenceTest, APromptWithoutAnswerKeepsTheSequenceWaiting)
     EXPECT_FALSE(isInitializing());
 }
 
-TEST_F(InactiveTest, ThePromptWaitsForTheFirstActivationAndATenthOfASecondMore)
-{
-    begin();
-    advance(1000);
-    EXPECT_EQ(tracking().requestCount(), 0U);
-    EXPECT_EQ(platform.notificationCenter().observerCount(activation), 1U);
-
-    platform.application().setApplicationState(State::Active);
-    platform.runUntilIdle();
-    EXPECT_EQ(tracking().requestCount(), 0U);
-    advance(0.099);
-    EXPECT_EQ(tracking().requestCount(), 0U);
-    advance(0.001);
-    EXPECT_EQ(tracking().requestCount(), 1U);
-}
-
-TEST_F(InactiveTest, TheObserverIsRemovedAfterTheFirstActivation)
-{
-    begin();
-    platform.application().setApplicationState(State::Active);
-    platform.runUntilIdle();
-    EXPECT_EQ(platform.notificationCenter().observerCount(activation), 0U);
-    platform.application().setApplicationState(State::Inactive);
-    platform.application().setApplicationState(State::Active);
-    advance(1);
-    EXPECT_EQ(tracking().requestCount(), 1U);
-}
-
-TEST_F(InactiveTest, ActivationsInQuickSuccessionCountOnce)
-{
-    begin();
-    platform.application().setApplicationState(State::Active);
-    platform.application().setApplicationState(State::Inactive);
-    platform.application().setApplicationState(State::Active);
-    EXPECT_GE(platform.mainQueue().pendingCount(), 2U) << "both notifications are on their way";
-    advance(0.1);
-    advance(0.1);
-    EXPECT_EQ(tracking().requestCount(), 1U);
-}
-
-TEST_F(InactiveTest, TheStateIsReadAndTheActivationHeardOnTheMainQueue)
-{
-    EXPECT_TRUE(initialize());
-    (void)platform.globalQueue().runAll();
-    EXPECT_EQ(platform.notificationCenter().observerCount(activation), 0U);
-    (void)platform.mainQueue().runAll();
-    EXPECT_EQ(platform.notificationCenter().observerCount(activation), 1U);
-    platform.application().setApplicationState(State::Active);
-    EXPECT_EQ(platform.notificationCenter().observerCount(activation), 1U);
-    (void)platform.mainQueue().runAll();
-    EXPECT_EQ(platform.notificationCenter().observerCount(activation), 0U);
-}
-
-TEST_F(InactiveTest, AnAppThatNeverBecomesActiveKeepsEveryFurtherInitializeOut)
+TEST_F(InactiveSequenceTest, AnAppThatNeverBecomesActiveKeepsEveryFurtherInitializeOut)
 {
     begin();
     answerLookup();
@@ -346,20 +51,6 @@ TEST_F(InactiveTest, AnAppThatNeverBecomesActiveKeepsEveryFurtherInitializeOut)
     ASSERT_FALSE(again);
     EXPECT_EQ(again.error(), ZelvoraSDKError::initializing());
     EXPECT_EQ(errors, (Errors { ZelvoraSDKError::initializing() }));
-}
-
-TEST_F(BackgroundTest, AnAppInTheBackgroundIsWaitedForToo)
-{
-    begin();
-    advance(1000);
-    EXPECT_EQ(tracking().requestCount(), 0U);
-    platform.application().setApplicationState(State::Inactive);
-    advance(1);
-    EXPECT_EQ(tracking().requestCount(), 0U);
-    platform.application().setApplicationState(State::Active);
-    platform.runUntilIdle();
-    advance(0.1);
-    EXPECT_EQ(tracking().requestCount(), 1U);
 }
 
 TEST_F(InitializationSequenceTest, LookupAndPermissionRunSideBySide)
@@ -411,7 +102,7 @@ TEST_F(InitializationSequenceTest, QueuedEventsAreUploadedOnceWithTheIdentifierJ
     EXPECT_EQ(requestCount(), 2U);
 }
 
-TEST_F(AuthorizedTest, AFailedLookupStillUploadsOnceAndEndsTheSequence)
+TEST_F(AuthorizedSequenceTest, AFailedLookupStillUploadsOnceAndEndsTheSequence)
 {
     saveEvents(2);
     begin();
@@ -424,7 +115,7 @@ TEST_F(AuthorizedTest, AFailedLookupStillUploadsOnceAndEndsTheSequence)
     EXPECT_FALSE(isInitializing());
 }
 
-TEST_F(AuthorizedTest, TheSequenceDoesNotWaitForTheUpload)
+TEST_F(AuthorizedSequenceTest, TheSequenceDoesNotWaitForTheUpload)
 {
     saveEvents(1);
     begin();
@@ -433,7 +124,7 @@ TEST_F(AuthorizedTest, TheSequenceDoesNotWaitForTheUpload)
     EXPECT_FALSE(isInitializing());
 }
 
-TEST_F(AuthorizedTest, TheIdsStayUntilTheNextInitialize)
+TEST_F(AuthorizedSequenceTest, TheIdsStayUntilTheNextInitialize)
 {
     initializeAndFinish();
     EXPECT_EQ(properties().shopId, "shop-1");
@@ -446,7 +137,7 @@ TEST_F(AuthorizedTest, TheIdsStayUntilTheNextInitialize)
     EXPECT_EQ(properties().adId, "unknown");
 }
 
-TEST_F(AuthorizedTest, ALaunchMadeMeanwhileIsCarriedOutOnceAfterwards)
+TEST_F(AuthorizedSequenceTest, ALaunchMadeMeanwhileIsCarriedOutOnceAfterwards)
 {
     auto const presenter = std::make_shared<memory::ViewController>();
     begin();
@@ -466,7 +157,7 @@ TEST_F(AuthorizedTest, ALaunchMadeMeanwhileIsCarriedOutOnceAfterwards)
     memory::peer(*presenter).dismiss(platform::Animated::No);
 }
 
-TEST_F(AuthorizedTest, TheDeferredLaunchIsLoggedBeforeItIsMade)
+TEST_F(AuthorizedSequenceTest, TheDeferredLaunchIsLoggedBeforeItIsMade)
 {
     auto const presenter = std::make_shared<memory::ViewController>();
     begin();
@@ -481,7 +172,7 @@ TEST_F(AuthorizedTest, TheDeferredLaunchIsLoggedBeforeItIsMade)
     memory::peer(*presenter).dismiss(platform::Animated::No);
 }
 
-TEST_F(AuthorizedTest, WithoutALaunchNothingIsLoggedAboutOne)
+TEST_F(AuthorizedSequenceTest, WithoutALaunchNothingIsLoggedAboutOne)
 {
     begin();
     answerLookup();
@@ -489,7 +180,7 @@ TEST_F(AuthorizedTest, WithoutALaunchNothingIsLoggedAboutOne)
     EXPECT_EQ(properties().pendingViewController, nullptr);
 }
 
-TEST_F(AuthorizedTest, TheBusyFlagIsClearedInTheBackgroundAndTheDeferredLaunchWaitsForTheMainQueue)
+TEST_F(AuthorizedSequenceTest, TheBusyFlagIsClearedInTheBackgroundAndTheDeferredLaunchWaitsForTheMainQueue)
 {
     auto const presenter = std::make_shared<memory::ViewController>();
     begin();
@@ -508,7 +199,7 @@ TEST_F(AuthorizedTest, TheBusyFlagIsClearedInTheBackgroundAndTheDeferredLaunchWa
     memory::peer(*presenter).dismiss(platform::Animated::No);
 }
 
-TEST_F(AuthorizedTest, AStartBetweenTheEndAndTheDeferredLaunchLaunchesAtOnce)
+TEST_F(AuthorizedSequenceTest, AStartBetweenTheEndAndTheDeferredLaunchLaunchesAtOnce)
 {
     auto const presenter = std::make_shared<memory::ViewController>();
     begin();
@@ -523,7 +214,7 @@ TEST_F(AuthorizedTest, AStartBetweenTheEndAndTheDeferredLaunchLaunchesAtOnce)
     memory::peer(*presenter).dismiss(platform::Animated::No);
 }
 
-TEST_F(AuthorizedTest, ADeferredLaunchThatFailsIsTakenBackAfterItsErrorWasTold)
+TEST_F(AuthorizedSequenceTest, ADeferredLaunchThatFailsIsTakenBackAfterItsErrorWasTold)
 {
     std::vector<std::string_view> codes;
     std::vector<bool> wasPending;
@@ -543,7 +234,7 @@ TEST_F(AuthorizedTest, ADeferredLaunchThatFailsIsTakenBackAfterItsErrorWasTold)
     EXPECT_TRUE(platform.screen().transitions().empty());
 }
 
-TEST_F(AuthorizedTest, ThePresenterOfADeferredLaunchIsHeldUntilThen)
+TEST_F(AuthorizedSequenceTest, ThePresenterOfADeferredLaunchIsHeldUntilThen)
 {
     std::weak_ptr<memory::ViewController> watched;
     begin();
@@ -571,7 +262,7 @@ private:
     bool& m_isGone;
 };
 
-TEST_F(AuthorizedTest, APresenterThatIsReplacedMayCallTheSDKWhenItGoes)
+TEST_F(AuthorizedSequenceTest, APresenterThatIsReplacedMayCallTheSDKWhenItGoes)
 {
     begin();
     bool isGone = false;
@@ -579,32 +270,6 @@ TEST_F(AuthorizedTest, APresenterThatIsReplacedMayCallTheSDKWhenItGoes)
     EXPECT_FALSE(isGone);
     EXPECT_TRUE(sdk().start(std::make_shared<memory::ViewController>()));
     EXPECT_TRUE(isGone);
-}
-
-TEST(InitializationOrderTest, TheIdentifierIsSetBeforeItIsStored)
-{
-    auto& platform = tests::install<WatchingPlatform>(memory::Options { .trackingStatus = Status::Authorized });
-    std::vector<std::optional<std::string>> whenStored;
-    platform.watchStoring([&](std::string const& key) {
-        if (key.ends_with("_adid"))
-            whenStored.push_back(ZelvoraSDKInspector::properties().adId);
-    });
-    EXPECT_TRUE(ZelvoraSDK::shared().initialize("user", "key", true, false, false));
-    platform.memory.runUntilIdle();
-    EXPECT_EQ(whenStored, (std::vector<std::optional<std::string>> { identifier }));
-}
-
-TEST(InitializationOrderTest, AnUnknownIdentifierIsSetBeforeItIsLogged)
-{
-    auto& platform = tests::install<WatchingPlatform>(memory::Options { .trackingStatus = Status::Denied });
-    std::vector<std::optional<std::string>> whenLogged;
-    platform.watchLog([&](std::string const& message) {
-        if (message.starts_with("ADID: "))
-            whenLogged.push_back(ZelvoraSDKInspector::properties().adId);
-    });
-    EXPECT_TRUE(ZelvoraSDK::shared().initialize("user", "key", true, false, false));
-    platform.memory.runUntilIdle();
-    EXPECT_EQ(whenLogged, (std::vector<std::optional<std::string>> { "unknown" }));
 }
 
 // What the facade looked like at the moment of each request.
@@ -643,45 +308,6 @@ TEST(InitializationOrderTest, TheEventsAreSentBeforeTheBusyFlagIsCleared)
     platform.memory.runUntilIdle();
     EXPECT_EQ(platform.urlSession().wasInitializing, (std::vector<bool> { true, true })) << "the lookup and the upload";
     EXPECT_FALSE(ZelvoraSDKInspector::isInitializing());
-}
-
-// How many observers of the activation there were whenever a block was put off.
-class WatchedQueue final : public platform::DispatchQueue {
-public:
-    explicit WatchedQueue(memory::Platform& platform) : m_platform(platform) { }
-
-    // platform::DispatchQueue
-    void async(Work work) override { m_platform.mainQueue().async(std::move(work)); }
-    void asyncAfter(platform::TimeInterval delay, Work work) override
-    {
-        observerCounts.push_back(m_platform.notificationCenter().observerCount(activation));
-        m_platform.mainQueue().asyncAfter(delay, std::move(work));
-    }
-
-    std::vector<std::size_t> observerCounts;
-
-private:
-    memory::Platform& m_platform;
-};
-
-class WatchedQueuePlatform final : public ForwardingPlatform {
-public:
-    using ForwardingPlatform::ForwardingPlatform;
-    [[nodiscard]] WatchedQueue& mainQueue() override { return m_queue; }
-
-private:
-    WatchedQueue m_queue { memory };
-};
-
-TEST(InitializationOrderTest, TheObserverIsRemovedBeforeTheSequenceGoesOn)
-{
-    auto& platform = tests::install<WatchedQueuePlatform>(memory::Options { .applicationState = State::Inactive });
-    EXPECT_TRUE(ZelvoraSDK::shared().initialize("user", "key", true, false, false));
-    platform.memory.runUntilIdle();
-    EXPECT_TRUE(platform.mainQueue().observerCounts.empty());
-    platform.memory.application().setApplicationState(State::Active);
-    platform.memory.runUntilIdle();
-    EXPECT_EQ(platform.mainQueue().observerCounts, (std::vector<std::size_t> { 0 }));
 }
 
 // The background on real threads; the main queue and the loader are turned by the test, which plays the main thread.

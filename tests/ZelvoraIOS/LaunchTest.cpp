@@ -10,18 +10,11 @@ namespace zelvora::tests {
 
 namespace {
 
-using platform::ATTrackingAuthorizationStatus;
 using Kind = memory::Transition::Kind;
 
-class LaunchTest : public ContainerTest {
+class LaunchTest : public AuthorizedContainerTest {
 protected:
-    LaunchTest() : ContainerTest({ .trackingStatus = ATTrackingAuthorizationStatus::Authorized }) { }
-
-    void SetUp() override { platform.identifierManager().setAdvertisingIdentifier("AD-1"); }
-
     [[nodiscard]] std::vector<memory::Transition> const& transitions() const { return platform.screen().transitions(); }
-
-    std::shared_ptr<memory::ViewController> presenter = std::make_shared<memory::ViewController>();
 };
 
 class LaunchFailureTest : public LaunchTest {
@@ -241,67 +234,6 @@ TEST_F(LaunchTest, TheContainerLoadsTheFinalUrl)
         "https://shop-1.shop.zelvora.example/v1/?adid=AD-1&uKey=user-1&rid=M-AD-SDK");
 }
 
-TEST_F(LaunchTest, InDevelopmentTheEntryUrlNamesTheDevelopmentHost)
-{
-    initializeAndFinish({ .isDev = true });
-    platform.log().clear();
-    sdk().start(presenter);
-    EXPECT_EQ(logMessages(OSLogType::Debug).at(0),
-        "Final URL: https://shop-1.shop-dev.zelvora.example/v1/?adid=AD-1&uKey=user-1&rid=M-AD-SDK");
-}
-
-TEST_F(LaunchTest, ADeniedAdvertisingIdStandsInTheEntryUrlAsUnknown)
-{
-    platform.trackingManager().setStatus(ATTrackingAuthorizationStatus::Denied);
-    initializeAndFinish();
-    platform.log().clear();
-    sdk().start(presenter);
-    EXPECT_EQ(logMessages(OSLogType::Debug).at(0),
-        "Final URL: https://shop-1.shop.zelvora.example/v1/?adid=unknown&uKey=user-1&rid=M-AD-SDK");
-}
-
-TEST_F(LaunchTest, WithoutAnAdvertisingIdTheItemIsEmptyAndTheLaunchGoesOn)
-{
-    initializeAndFinish();
-    ZelvoraSDKInspector::change([](auto& properties) { properties.adId = std::nullopt; });
-    platform.log().clear();
-
-    EXPECT_TRUE(sdk().start(presenter));
-    EXPECT_EQ(logMessages(OSLogType::Debug).at(0),
-        "Final URL: https://shop-1.shop.zelvora.example/v1/?adid=&uKey=user-1&rid=M-AD-SDK");
-    platform.runUntilIdle();
-    EXPECT_TRUE(containerPresentedBy(*presenter));
-}
-
-TEST_F(LaunchTest, KeysArePutIntoTheUrlUnchanged)
-{
-    initializeAndFinish({ .userKey = "a&b=c d#100%25/?+\xED\x95\x9C" }, "sh op&1");
-    platform.log().clear();
-    sdk().start(presenter);
-    EXPECT_EQ(logMessages(OSLogType::Debug).at(0),
-        "Final URL: https://sh op&1.shop.zelvora.example/v1/?adid=AD-1&uKey=a&b=c "
-        "d#100%25/?+\xED\x95\x9C&rid=M-AD-SDK");
-}
-
-TEST_F(LaunchTest, AnEntryUrlWithWhatAUrlCannotHoldIsEncodedAndLoads)
-{
-    initializeAndFinish({ .userKey = "kim \xED\x95\x9C" });
-    sdk().start(presenter);
-    platform.runUntilIdle();
-    ASSERT_EQ(engine().loadedRequests().size(), 1U);
-    EXPECT_EQ(engine().loadedRequests()[0].url.absoluteString(),
-        "https://shop-1.shop.zelvora.example/v1/?adid=AD-1&uKey=kim%20%ED%95%9C&rid=M-AD-SDK");
-}
-
-TEST_F(LaunchTest, EmptyKeysLaunchAsWell)
-{
-    initializeAndFinish({ .userKey = "", .apiKey = "" });
-    platform.log().clear();
-    EXPECT_TRUE(sdk().start(presenter));
-    EXPECT_EQ(logMessages(OSLogType::Debug).at(0),
-        "Final URL: https://shop-1.shop.zelvora.example/v1/?adid=AD-1&uKey=&rid=M-AD-SDK");
-}
-
 TEST_F(LaunchTest, ABarePresenterGetsAFullScreenPresentationWithAnimation)
 {
     initializeAndFinish();
@@ -358,15 +290,6 @@ TEST_F(LaunchTest, WhatTheStackIsWhenTheMainQueueRunsDecidesAndNotWhatItWasAtThe
     auto const stack = makeStack(presenter);
     platform.runUntilIdle();
     EXPECT_TRUE(containerOn(*stack));
-}
-
-TEST_F(LaunchTest, TheEntryUrlIsThatOfTheMomentOfTheCall)
-{
-    initializeAndFinish();
-    sdk().start(presenter);
-    ZelvoraSDKInspector::change([](auto& properties) { properties.userKey = "later"; });
-    platform.runUntilIdle();
-    EXPECT_EQ(sdk().getCurrentUrl(), "https://shop-1.shop.zelvora.example/v1/?adid=AD-1&uKey=user-1&rid=M-AD-SDK");
 }
 
 TEST_F(LaunchTest, TheQueuedPresentationHoldsThePresenter)
@@ -430,169 +353,6 @@ TEST_F(LaunchTest, TheHandlerMayStartAgain)
     });
     EXPECT_FALSE(sdk().start(presenter));
     EXPECT_EQ(depth, 2);
-}
-
-TEST_F(LaunchTest, WithoutAWebAddressAStartStopsTheProcess)
-{
-    initializeAndFinish();
-    ZelvoraSDKInspector::change([](auto& properties) { properties.webURL = std::nullopt; });
-    EXPECT_DEATH(sdk().start(presenter), "Fatal error: the entry URL was asked for without a shop id, a web address");
-}
-
-TEST_F(LaunchTest, WithoutAWebAddressCreatingAWebViewStopsTheProcess)
-{
-    initializeAndFinish();
-    ZelvoraSDKInspector::change([](auto& properties) { properties.webURL = std::nullopt; });
-    EXPECT_DEATH(
-        (void)sdk().createWebView(), "Fatal error: the entry URL was asked for without a shop id, a web address");
-}
-
-class CreateWebViewFailureTest : public LaunchFailureTest {
-protected:
-    void expectNoView()
-    {
-        auto const former = std::make_shared<ZelvoraWebView>(CGRect {}, entryUrl, false);
-        sdk().setActiveWebView(former);
-        EXPECT_FALSE(sdk().createWebView());
-        EXPECT_EQ(
-            logMessages(), (std::vector<LogMessage> { { OSLogType::Error, "SDK not fully initialized to get view" } }));
-        EXPECT_TRUE(errors.empty());
-        EXPECT_EQ(sdk().activeWebView(), former);
-    }
-};
-
-TEST_F(CreateWebViewFailureTest, WithoutAShopIdThereIsNoViewAndAnErrorLine)
-{
-    ZelvoraSDKInspector::change([](auto& properties) { properties.shopId = std::nullopt; });
-    expectNoView();
-}
-
-TEST_F(CreateWebViewFailureTest, WithoutAnApiKeyThereIsNoViewAndAnErrorLine)
-{
-    ZelvoraSDKInspector::change([](auto& properties) { properties.apiKey = std::nullopt; });
-    expectNoView();
-}
-
-TEST_F(CreateWebViewFailureTest, WithoutAUserKeyThereIsNoViewAndAnErrorLine)
-{
-    ZelvoraSDKInspector::change([](auto& properties) { properties.userKey = std::nullopt; });
-    expectNoView();
-}
-
-TEST_F(LaunchTest, ACreatedWebViewHasAZeroFrameNoScreenAndTheFinalUrl)
-{
-    initializeAndFinish();
-    auto const view = sdk().createWebView();
-    ASSERT_TRUE(view);
-    EXPECT_EQ(memory::frame(*view), CGRect());
-    EXPECT_EQ(engine(*view).initialFrame(), CGRect());
-    EXPECT_FALSE(view->parentViewController());
-    EXPECT_FALSE(view->superview());
-    EXPECT_EQ(view->currentUrl(), "https://shop-1.shop.zelvora.example/v1/?adid=AD-1&uKey=user-1&rid=M-AD-SDK");
-    EXPECT_EQ(sdk().activeWebView(), view);
-    EXPECT_TRUE(transitions().empty());
-}
-
-TEST_F(LaunchTest, ACreatedWebViewTakesTheSwipeFlagOfTheSDK)
-{
-    initializeAndFinish();
-    EXPECT_FALSE(engine(*sdk().createWebView()).allowsBackForwardNavigationGestures());
-    sdk().setAllowsSwipeBack(true);
-    auto const view = sdk().createWebView();
-    EXPECT_TRUE(engine(*view).allowsBackForwardNavigationGestures());
-}
-
-TEST_F(LaunchTest, AWebViewCanBeCreatedWhileInitializingOnceTheShopIdIsKnown)
-{
-    platform.trackingManager().setStatus(ATTrackingAuthorizationStatus::NotDetermined);
-    initialize();
-    platform.runUntilIdle();
-    EXPECT_FALSE(sdk().createWebView());
-    platform.urlSession().answer(200, R"({"data": {"shopId": "shop-1"}})");
-    platform.runUntilIdle();
-    ASSERT_TRUE(ZelvoraSDKInspector::isInitializing());
-
-    auto const view = sdk().createWebView();
-    ASSERT_TRUE(view);
-    EXPECT_EQ(view->currentUrl(), "https://shop-1.shop.zelvora.example/v1/?adid=&uKey=user-1&rid=M-AD-SDK");
-}
-
-TEST_F(LaunchTest, BeforeAnyWebViewThereIsNoCurrentUrl)
-{
-    EXPECT_FALSE(sdk().getCurrentUrl());
-    initializeAndFinish();
-    EXPECT_FALSE(sdk().getCurrentUrl());
-    sdk().start(presenter);
-    EXPECT_FALSE(sdk().getCurrentUrl());
-}
-
-TEST_F(LaunchTest, OnceTheContainerIsShownTheCurrentUrlIsThatOfItsPage)
-{
-    initializeAndFinish();
-    sdk().start(presenter);
-    platform.runUntilIdle();
-    EXPECT_EQ(sdk().getCurrentUrl(), "https://shop-1.shop.zelvora.example/v1/?adid=AD-1&uKey=user-1&rid=M-AD-SDK");
-
-    engine().navigate(url("https://shop-1.shop.zelvora.example/v1/cart"));
-    EXPECT_EQ(sdk().getCurrentUrl(), "https://shop-1.shop.zelvora.example/v1/cart");
-    engine().setURL(std::nullopt);
-    EXPECT_FALSE(sdk().getCurrentUrl());
-}
-
-TEST_F(LaunchTest, TheWebViewThatWasMadeLastHasTheCurrentUrl)
-{
-    initializeAndFinish();
-    sdk().start(presenter);
-    platform.runUntilIdle();
-    engine().navigate(url("https://shop-1.shop.zelvora.example/v1/container"));
-
-    auto const created = sdk().createWebView();
-    EXPECT_EQ(sdk().getCurrentUrl(), created->currentUrl());
-    EXPECT_NE(sdk().getCurrentUrl(), "https://shop-1.shop.zelvora.example/v1/container");
-
-    engine(*created).navigate(url("https://shop-1.shop.zelvora.example/v1/created"));
-    sdk().start(makeStack());
-    platform.runUntilIdle();
-    EXPECT_NE(sdk().getCurrentUrl(), "https://shop-1.shop.zelvora.example/v1/created");
-}
-
-TEST_F(LaunchTest, OnceTheHostDropsACreatedWebViewThereIsNoCurrentUrl)
-{
-    initializeAndFinish();
-    auto view = sdk().createWebView();
-    ASSERT_TRUE(sdk().getCurrentUrl());
-    view.reset();
-    EXPECT_FALSE(sdk().activeWebView());
-    EXPECT_FALSE(sdk().getCurrentUrl());
-}
-
-TEST_F(LaunchTest, ALeftContainerThatTheHostKeepsStillHasTheCurrentUrl)
-{
-    initializeAndFinish();
-    sdk().start(presenter);
-    platform.runUntilIdle();
-    auto const container = containerPresentedBy(*presenter);
-    container->dismiss(Animated::No);
-    EXPECT_FALSE(containerPresentedBy(*presenter));
-    EXPECT_TRUE(sdk().getCurrentUrl());
-}
-
-TEST_F(LaunchTest, ALeftContainerThatNobodyKeepsHasNoCurrentUrl)
-{
-    initializeAndFinish();
-    sdk().start(presenter);
-    platform.runUntilIdle();
-    presenter->dismiss(Animated::No);
-    EXPECT_FALSE(sdk().getCurrentUrl());
-}
-
-TEST(LaunchWithoutPlatformDeathTest, UsingTheSDKBeforeAPlatformIsInstalledStopsTheProcess)
-{
-    auto const message = "the SDK was used before a platform was installed: call Platform::install first";
-    EXPECT_DEATH(ZelvoraSDK::shared().initialize("user", "media", true, false, false), message);
-    EXPECT_DEATH((void)ZelvoraSDK::shared().createWebView(), message);
-    EXPECT_DEATH(ZelvoraSDK::shared().setFooterVisible(true), message);
-    EXPECT_DEATH(ZelvoraSDK::shared().sendTrackingData(), message);
 }
 
 }

@@ -1,4 +1,4 @@
-#include "ZelvoraIOS/ZelvoraSDK/serviceAddresses.h"
+#include "ZelvoraIOS/ZelvoraSDK/internal/ServiceAddresses.h"
 
 #include "tests/ZelvoraIOS/support/SDKTest.h"
 
@@ -7,6 +7,8 @@
 namespace zelvora::tests {
 
 namespace {
+
+using internal::serviceAddresses;
 
 class ServiceAddressesTest : public SDKTest { };
 
@@ -42,23 +44,6 @@ TEST_F(ServiceAddressesTest, TheTrackingEndpointIsAnHttpsUrl)
     auto const endpoint = serviceAddresses().trackingEndpoint;
     EXPECT_TRUE(endpoint.starts_with("https://")) << endpoint;
     EXPECT_TRUE(platform::URL::parse(endpoint));
-}
-
-TEST_F(ServiceAddressesTest, TheEnvironmentsDifferAndTheDefaultsAreUnderAReservedTopLevelDomain)
-{
-    auto const addresses = serviceAddresses();
-    EXPECT_NE(addresses.productionWebHost, addresses.developmentWebHost);
-    EXPECT_NE(addresses.productionApiBase, addresses.developmentApiBase);
-    EXPECT_TRUE(addresses.productionWebHost.ends_with(".example"));
-    EXPECT_TRUE(addresses.developmentWebHost.ends_with(".example"));
-    EXPECT_TRUE(addresses.productionApiBase.ends_with(".example"));
-    EXPECT_TRUE(addresses.developmentApiBase.ends_with(".example"));
-}
-
-TEST_F(ServiceAddressesTest, EachApiBaseIsThatOfItsEnvironment)
-{
-    EXPECT_EQ(serviceAddresses().productionApiBase, "https://api.zelvora.example");
-    EXPECT_EQ(serviceAddresses().developmentApiBase, "https://api-dev.zelvora.example");
 }
 
 TEST_F(ServiceAddressesTest, ThePlatformsAddressesAreUsedInPlaceOfThoseCompiledIn)

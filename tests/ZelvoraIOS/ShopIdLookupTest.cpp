@@ -1,4 +1,4 @@
-#include "ZelvoraIOS/ZelvoraSDK/serviceAddresses.h"
+#include "ZelvoraIOS/ZelvoraSDK/internal/ServiceAddresses.h"
 #include "tests/ZelvoraIOS/support/RecordingPlatform.h"
 #include "tests/ZelvoraIOS/support/SDKTest.h"
 #include "tests/ZelvoraIOS/support/StandardOutput.h"
@@ -10,6 +10,7 @@ namespace zelvora::tests {
 
 namespace {
 
+using internal::serviceAddresses;
 using Errors = std::vector<std::optional<ZelvoraSDKError>>;
 using Messages = std::vector<LogMessage>;
 using Texts = std::vector<std::string>;

@@ -3,7 +3,7 @@
 #include "ZelvoraAdapters/memory/UIKit/View.h"
 #include "ZelvoraAdapters/memory/UIKit/ViewController.h"
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
-#include "ZelvoraIOS/ZelvoraSDK/serviceAddresses.h"
+#include "ZelvoraIOS/ZelvoraSDK/internal/Environment.h"
 #include "tests/ZelvoraIOS/support/SDKTest.h"
 #include "tests/ZelvoraIOS/support/StandardOutput.h"
 #include "tests/ZelvoraIOS/support/WatchingPlatform.h"
@@ -125,27 +125,8 @@ TEST_F(ZelvoraSDKTest, InitializeStoresWhatItIsGiven)
     EXPECT_EQ(footers, 0);
     (void)sdk().footerViewProvider()(controller);
     EXPECT_EQ(footers, 1);
-    all.error_handler(ZelvoraSDKError::otherError());
+    all.error_handler.copy()(ZelvoraSDKError::otherError());
     EXPECT_EQ(told, 1);
-}
-
-TEST_F(ZelvoraSDKTest, InitializeInProductionPicksTheProductionAddresses)
-{
-    EXPECT_TRUE(initialize({ .isDev = false }));
-    EXPECT_EQ(properties().webURL, serviceAddresses().productionWebHost + "/v1");
-    EXPECT_EQ(properties().apiURL, serviceAddresses().productionApiBase);
-    EXPECT_TRUE(properties().apiURL->starts_with("https://"));
-    EXPECT_EQ(properties().webURL->find("://"), std::string::npos);
-}
-
-TEST_F(ZelvoraSDKTest, InitializeInDevelopmentPicksTheDevelopmentAddresses)
-{
-    EXPECT_TRUE(initialize({ .isDev = true }));
-    EXPECT_EQ(properties().webURL, serviceAddresses().developmentWebHost + "/v1");
-    EXPECT_EQ(properties().apiURL, serviceAddresses().developmentApiBase);
-    EXPECT_TRUE(properties().apiURL->starts_with("https://"));
-    EXPECT_EQ(properties().webURL->find("://"), std::string::npos);
-    EXPECT_TRUE(properties().webURL->ends_with("/v1"));
 }
 
 TEST_F(ZelvoraSDKTest, KeysAreNotValidated)
@@ -285,8 +266,8 @@ TEST_F(ZelvoraSDKTest, OnceTheSequenceHasEndedInitializeIsAcceptedAndOverwritesA
     EXPECT_FALSE(all.headerViewProvider);
     EXPECT_FALSE(all.footerViewProvider);
     EXPECT_FALSE(all.delegate.lock());
-    EXPECT_EQ(all.webURL, serviceAddresses().productionWebHost + "/v1");
-    EXPECT_EQ(all.apiURL, serviceAddresses().productionApiBase);
+    EXPECT_EQ(all.webURL, internal::environmentAddresses(false).webURL);
+    EXPECT_EQ(all.apiURL, internal::environmentAddresses(false).apiURL);
     EXPECT_FALSE(all.error_handler) << "an absent handler replaces the earlier one";
     EXPECT_TRUE(all.isInitializing);
 }
@@ -356,101 +337,6 @@ TEST_F(ZelvoraSDKTest, TheHostMaySetProvidersAndSwipeBack)
     EXPECT_FALSE(sdk().allowsSwipeBack());
 }
 
-TEST_F(ZelvoraSDKTest, TheActiveWebViewIsHeldWeaklyAndMayBeSetByTheHost)
-{
-    auto webView = std::make_shared<ZelvoraWebView>(platform::CGRect {}, "https://shop.example/", false);
-    sdk().setActiveWebView(webView);
-    EXPECT_EQ(sdk().activeWebView(), webView);
-    webView.reset();
-    EXPECT_EQ(sdk().activeWebView(), nullptr);
-}
-
-TEST_F(ZelvoraSDKTest, ACustomActionIsKeptUnderItsName)
-{
-    std::vector<std::optional<std::string>> received;
-    sdk().addCustomAction("share", [&received](std::optional<std::string> const& data) { received.push_back(data); });
-    auto const actions = sdk().getCustomActions();
-    ASSERT_TRUE(actions.contains("share"));
-    actions.at("share")("data");
-    actions.at("share")(std::nullopt);
-    EXPECT_EQ(received, (std::vector<std::optional<std::string>> { "data", std::nullopt }));
-}
-
-TEST_F(ZelvoraSDKTest, OfTwoActionsOfOneNameTheLastStays)
-{
-    std::vector<std::string> called;
-    sdk().addCustomAction("share", [&called](auto const&) { called.emplace_back("first"); });
-    sdk().addCustomAction("share", [&called](auto const&) { called.emplace_back("second"); });
-    auto const actions = sdk().getCustomActions();
-    EXPECT_EQ(actions.size(), 1U);
-    actions.at("share")(std::nullopt);
-    EXPECT_EQ(called, (std::vector<std::string> { "second" }));
-    EXPECT_TRUE(platform.log().lines().empty());
-}
-
-TEST_F(ZelvoraSDKTest, ActionNamesAreComparedExactlyAndMayBeEmpty)
-{
-    for (auto const* name : { "share", "Share", "", " share", "공유" })
-        sdk().addCustomAction(name, [](auto const&) { });
-    auto const actions = sdk().getCustomActions();
-    EXPECT_EQ(actions.size(), 5U);
-    EXPECT_TRUE(actions.contains(""));
-}
-
-TEST_F(ZelvoraSDKTest, TheTableOfActionsIsACopy)
-{
-    sdk().addCustomAction("one", [](auto const&) { });
-    auto actions = sdk().getCustomActions();
-    actions.clear();
-    EXPECT_EQ(sdk().getCustomActions().size(), 1U);
-    auto const before = sdk().getCustomActions();
-    sdk().addCustomAction("two", [](auto const&) { });
-    EXPECT_EQ(before.size(), 1U);
-}
-
-TEST_F(ZelvoraSDKTest, WhatAReplacedActionHeldMayCallTheSDKWhenItGoes)
-{
-    struct CallsOnItsWayOut {
-        ~CallsOnItsWayOut() { *count = sdk().getCustomActions().size(); }
-        std::size_t* count;
-    };
-    std::size_t count = 0;
-    sdk().addCustomAction("share", [held = std::make_shared<CallsOnItsWayOut>(&count)](auto const&) { (void)held; });
-    sdk().addCustomAction("share", [](auto const&) { });
-    EXPECT_EQ(count, 1U);
-}
-
-TEST_F(ZelvoraSDKTest, WhatAReplacedPropertyHeldMayCallTheSDKWhenItGoes)
-{
-    struct CallsOnItsWayOut {
-        ~CallsOnItsWayOut()
-        {
-            (void)sdk().allowsSwipeBack();
-            ++*count;
-        }
-        int* count;
-    };
-    int count = 0;
-    auto const held = [&count] { return std::make_shared<CallsOnItsWayOut>(&count); };
-    sdk().setOnPageNavigation([object = held()](std::string const&) { (void)object; });
-    sdk().setOnPageNavigation(nullptr);
-    EXPECT_EQ(count, 1);
-    sdk().setHeaderViewProvider([object = held()](platform::UIViewController&) {
-        (void)object;
-        return nullptr;
-    });
-    EXPECT_TRUE(initializeWith([object = held()](auto const&) { (void)object; }));
-    EXPECT_EQ(count, 2);
-    platform.runUntilIdle();
-    platform.urlSession().answer(200, "{}");
-    platform.clock().advance(0.1);
-    platform.runUntilIdle();
-    platform.trackingManager().answer(platform::ATTrackingAuthorizationStatus::Denied);
-    platform.runUntilIdle();
-    EXPECT_TRUE(initializeWith(nullptr));
-    EXPECT_EQ(count, 3);
-}
-
 TEST_F(ZelvoraSDKTest, SetFooterVisibleWithNoContainerSetsTheFlagAndPostsIt)
 {
     auto const observer = std::make_shared<int>();
@@ -495,28 +381,6 @@ TEST_F(ZelvoraSDKTest, SetFooterVisiblePostsOnTheCallersThread)
     EXPECT_EQ(postedOn, std::this_thread::get_id());
 }
 
-TEST_F(ZelvoraSDKTest, ThreadsMayReadAndSetThePropertiesAtOnce)
-{
-    std::thread setter([] {
-        for (int i = 0; i < 500; ++i) {
-            sdk().setAllowsSwipeBack(i % 2 == 0);
-            sdk().addCustomAction(std::to_string(i % 7), [i](auto const&) { (void)i; });
-            sdk().setOnPageNavigation([i](std::string const&) { (void)i; });
-            sdk().setFooterVisible(i % 2 == 0);
-        }
-    });
-    for (int i = 0; i < 500; ++i) {
-        (void)sdk().allowsSwipeBack();
-        EXPECT_LE(sdk().getCustomActions().size(), 7U);
-        if (auto const handler = sdk().onPageNavigation())
-            handler("https://shop.example/");
-        (void)sdk().isFooterVisible();
-        (void)sdk().getCurrentUrl();
-    }
-    setter.join();
-    EXPECT_EQ(sdk().getCustomActions().size(), 7U);
-}
-
 // Which properties have the values of the second of two calls.
 std::string newProperties()
 {
@@ -532,8 +396,8 @@ std::string newProperties()
     add(!all.headerViewProvider, "headerViewProvider");
     add(!all.footerViewProvider, "footerViewProvider");
     add(!all.delegate.lock(), "delegate");
-    add(all.webURL == serviceAddresses().developmentWebHost + "/v1", "webURL");
-    add(all.apiURL == serviceAddresses().developmentApiBase, "apiURL");
+    add(all.webURL == internal::environmentAddresses(true).webURL, "webURL");
+    add(all.apiURL == internal::environmentAddresses(true).apiURL, "apiURL");
     add(!all.error_handler, "error_handler");
     return names;
 }
@@ -572,6 +436,15 @@ TEST(ZelvoraSDKOrderTest, InitializeStoresOneAfterTheOtherAndTheHandlerLast)
     auto const untilFooter = untilHeader + "footerViewProvider ";
     auto const untilHandler = untilFooter + "delegate webURL apiURL error_handler ";
     EXPECT_EQ(steps, (std::vector<std::string> { untilBundle, untilHeader, untilFooter, untilHandler }));
+}
+
+TEST(ZelvoraSDKWithoutPlatformDeathTest, UsingTheSDKBeforeAPlatformIsInstalledStopsTheProcess)
+{
+    auto const message = "the SDK was used before a platform was installed: call Platform::install first";
+    EXPECT_DEATH(ZelvoraSDK::shared().initialize("user", "media", true, false, false), message);
+    EXPECT_DEATH((void)ZelvoraSDK::shared().createWebView(), message);
+    EXPECT_DEATH(ZelvoraSDK::shared().setFooterVisible(true), message);
+    EXPECT_DEATH(ZelvoraSDK::shared().sendTrackingData(), message);
 }
 
 }

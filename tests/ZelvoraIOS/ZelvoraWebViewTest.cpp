@@ -52,16 +52,6 @@ TEST_F(ZelvoraWebViewTest, SetUpAsksTheSystemInThisOrder)
         }));
 }
 
-TEST_F(ZelvoraWebViewTest, TheScriptRunsAtDocumentStartInEveryFrame)
-{
-    sdk().addCustomAction("open", [](auto const&) { });
-    auto const view = makeView();
-    EXPECT_EQ(engine(*view).userContentController().userScripts(),
-        (std::vector<platform::WKUserScript> { { .source = ZelvoraJavascriptInterface::scriptSource(),
-            .injectionTime = platform::WKUserScriptInjectionTime::AtDocumentStart,
-            .forMainFrameOnly = false } }));
-}
-
 TEST_F(ZelvoraWebViewTest, TheViewHearsMessagesUnderTheBridgesNameOnly)
 {
     auto const view = makeView();

@@ -94,4 +94,16 @@ protected:
     [[nodiscard]] static platform::URL url(std::string const& text);
 };
 
+/// The user has allowed tracking, so that the entry URL names the advertising identifier "AD-1".
+class AuthorizedContainerTest : public ContainerTest {
+protected:
+    AuthorizedContainerTest() : ContainerTest({ .trackingStatus = platform::ATTrackingAuthorizationStatus::Authorized })
+    {
+    }
+
+    void SetUp() override { platform.identifierManager().setAdvertisingIdentifier("AD-1"); }
+
+    std::shared_ptr<memory::ViewController> presenter = std::make_shared<memory::ViewController>();
+};
+
 }

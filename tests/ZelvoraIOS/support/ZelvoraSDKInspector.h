@@ -1,34 +1,31 @@
 #pragma once
 
-#include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
-
-#include <utility>
+#include "ZelvoraIOS/ZelvoraSDK/internal/SDKCore.h"
 
 namespace zelvora {
 
-/// Looks behind the facade, at what hosts cannot reach.
+/// Reads and changes what is behind the facade and out of a host's reach.
 class ZelvoraSDKInspector final {
 public:
-    /// A copy of all stored properties as they are now. It holds strongly what the facade holds strongly.
-    [[nodiscard]] static auto properties()
+    /// A copy of all properties as they are now, with strong references where the SDK has strong references.
+    [[nodiscard]] static internal::Properties properties()
     {
-        return ZelvoraSDK::shared().withProperties([](auto const& properties) { return properties; });
+        return core().properties.access([](auto const& properties) { return properties; });
     }
 
-    /// Puts the facade into a state that its public operations do not lead to: `change([](auto& p) { p.apiURL = "x";
-    /// })`.
+    /// Puts the SDK into a state that its public operations do not lead to: `change([](auto& p) { p.apiURL = "x"; })`.
     template<typename Change>
     static void change(Change const& change)
     {
-        ZelvoraSDK::shared().withProperties([&change](auto& properties) { change(properties); });
+        core().properties.access([&change](auto& properties) { change(properties); });
     }
 
-    [[nodiscard]] static bool isInitializing()
-    {
-        return ZelvoraSDK::shared().withProperties([](auto const& properties) { return properties.isInitializing; });
-    }
+    [[nodiscard]] static bool isInitializing() { return core().properties.get(&internal::Properties::isInitializing); }
 
-    static void sendData() { ZelvoraSDK::shared().sendData(); }
+    static void sendData() { core().identityUpload.sendData(); }
+
+private:
+    static internal::SDKCore& core() { return internal::SDKCore::shared(); }
 };
 
 }

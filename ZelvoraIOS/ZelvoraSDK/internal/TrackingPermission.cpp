@@ -1,14 +1,16 @@
+#include "ZelvoraIOS/ZelvoraSDK/internal/TrackingPermission.h"
+
 #include "ZelvoraIOS/ZelvoraLogger.h"
-#include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
 #include "ZelvoraIOS/ZelvoraStorage.h"
 #include "ZelvoraPlatform/Concurrency/completion.h"
 #include "ZelvoraPlatform/Concurrency/resumeOn.h"
-#include "ZelvoraPlatform/Concurrency/whenAll.h"
 #include "ZelvoraPlatform/Platform.h"
 
+#include <memory>
+#include <string>
 #include <utility>
 
-namespace zelvora {
+namespace zelvora::internal {
 
 using platform::ATTrackingAuthorizationStatus;
 using platform::completion;
@@ -20,7 +22,7 @@ namespace {
 
 using StatusHandler = platform::CompletionHandler<void(ATTrackingAuthorizationStatus)>;
 
-// The system drops a prompt that is asked for at the very moment the app becomes active.
+// The system drops a prompt that is requested at the very moment the app becomes active.
 constexpr platform::TimeInterval promptDelay = 0.1;
 
 void requestAuthorizationSoon(StatusHandler handler)
@@ -51,27 +53,7 @@ void observeActivation(ActivationHandler handler)
 
 }
 
-Task<void> ZelvoraSDK::runInitialization(std::string apiKey)
-{
-    auto bothLookups = platform::whenAll(fetchShopId(std::move(apiKey)), fetchIDFA());
-    co_await bothLookups;
-    co_await resumeOn(Platform::current().globalQueue());
-    sendTrackingData();
-    write(&Properties::isInitializing, false);
-    co_await resumeOn(Platform::current().mainQueue());
-    startDeferred();
-}
-
-void ZelvoraSDK::startDeferred()
-{
-    if (auto const presenter = read(&Properties::pendingViewController)) {
-        ZelvoraLogger::d("Executing deferred start after initialization");
-        (void)start(presenter);
-    }
-    write(&Properties::pendingViewController, nullptr);
-}
-
-Task<void> ZelvoraSDK::fetchIDFA()
+Task<void> TrackingPermission::fetchIDFA()
 {
     auto& platform = Platform::current();
     co_await resumeOn(platform.mainQueue());
@@ -86,7 +68,7 @@ Task<void> ZelvoraSDK::fetchIDFA()
     updateAdId(status);
 }
 
-Task<void> ZelvoraSDK::waitForAppActive()
+Task<void> TrackingPermission::waitForAppActive()
 {
     co_await resumeOn(Platform::current().mainQueue());
     if (Platform::current().application().applicationState() == platform::UIApplicationState::Active)
@@ -95,15 +77,15 @@ Task<void> ZelvoraSDK::waitForAppActive()
     co_await activation;
 }
 
-void ZelvoraSDK::updateAdId(ATTrackingAuthorizationStatus status)
+void TrackingPermission::updateAdId(ATTrackingAuthorizationStatus status)
 {
     if (status != ATTrackingAuthorizationStatus::Authorized) {
-        write(&Properties::adId, "unknown");
+        m_properties.set(&Properties::adId, "unknown");
         ZelvoraLogger::d("ADID: unknown (Status: " + std::to_string(static_cast<int>(status)) + ")");
         return;
     }
     auto const identifier = Platform::current().identifierManager().advertisingIdentifier();
-    write(&Properties::adId, identifier);
+    m_properties.set(&Properties::adId, identifier);
     ZelvoraStorage::set(identifier, "adid");
     ZelvoraLogger::d("ADID: " + identifier);
 }

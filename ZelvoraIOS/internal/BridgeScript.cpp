@@ -1,5 +1,7 @@
+#include "ZelvoraIOS/internal/BridgeScript.h"
+
 #include "ZelvoraIOS/ZelvoraJavascriptInterface.h"
-#include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
+#include "ZelvoraIOS/ZelvoraSDK/internal/SDKCore.h"
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "ZelvoraPlatform/Foundation/UTF8.h"
 #include "ZelvoraPlatform/Platform.h"
@@ -8,12 +10,12 @@
 #include <cstddef>
 #include <string_view>
 
-namespace zelvora {
+namespace zelvora::internal {
 
 namespace {
 
-// The script between its insertions: the handler name after each of the first seven pieces, the custom action names,
-// and the handler name again. Pages depend on every byte, the blanks at the ends of lines included.
+// The script's fixed text. The handler name goes after each of the first seven pieces, the names of the custom actions
+// after the eighth and the handler name after the ninth. Pages depend on every byte, blanks at line ends included.
 constexpr std::array<std::string_view, 10> pieces {
     "window.ZelvoraSDKBridge = {\n"
     "    close: function() {\n"
@@ -78,7 +80,7 @@ static_assert(fixedLength() == scriptLength);
 std::string customKeys()
 {
     platform::Array names;
-    for (auto const& [name, action] : ZelvoraSDK::shared().getCustomActions())
+    for (auto const& name : SDKCore::shared().customActions.names())
         names = names.appending(name);
     auto const written =
         platform::Platform::current().jsonSerialization().data(names, platform::JSONWritingOptions::None);
@@ -89,12 +91,13 @@ std::string customKeys()
 
 }
 
-std::string ZelvoraJavascriptInterface::scriptSource()
+std::string bridgeScriptSource()
 {
+    constexpr std::string_view handlerName = ZelvoraJavascriptInterface::handlerName;
     constexpr std::size_t customKeysPlace = 7;
     auto const keys = customKeys();
     std::string script;
-    script.reserve(scriptLength + keys.size() + (pieces.size() * std::string_view(handlerName).size()));
+    script.reserve(scriptLength + keys.size() + (pieces.size() * handlerName.size()));
     for (std::size_t i = 0; i < pieces.size(); ++i) {
         script += pieces.at(i);
         if (i + 1 == pieces.size())
@@ -105,6 +108,15 @@ std::string ZelvoraJavascriptInterface::scriptSource()
             script += handlerName;
     }
     return script;
+}
+
+platform::WKUserScript bridgeScript()
+{
+    return {
+        .source = bridgeScriptSource(),
+        .injectionTime = platform::WKUserScriptInjectionTime::AtDocumentStart,
+        .forMainFrameOnly = false,
+    };
 }
 
 }

@@ -1,9 +1,9 @@
-#include "ZelvoraIOS/ZelvoraSDK/serviceAddresses.h"
+#include "ZelvoraIOS/ZelvoraSDK/internal/ServiceAddresses.h"
 
-#include "ZelvoraIOS/ZelvoraSDK/defaultAddresses.h"
+#include "ZelvoraIOS/ZelvoraSDK/internal/defaultAddresses.h"
 #include "ZelvoraPlatform/Platform.h"
 
-namespace zelvora {
+namespace zelvora::internal {
 
 platform::ServiceAddresses serviceAddresses()
 {

@@ -1,6 +1,10 @@
+#include "ZelvoraIOS/ZelvoraSDK/internal/ShopIdLookup.h"
+
 #include "ZelvoraIOS/ZelvoraLogger.h"
-#include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
-#include "ZelvoraIOS/ZelvoraSDK/serviceAddresses.h"
+#include "ZelvoraIOS/ZelvoraSDK/internal/Environment.h"
+#include "ZelvoraIOS/ZelvoraSDK/internal/PostRequest.h"
+#include "ZelvoraIOS/ZelvoraSDK/internal/ServiceAddresses.h"
+#include "ZelvoraIOS/ZelvoraSDK/internal/reportError.h"
 #include "ZelvoraIOS/ZelvoraStorage.h"
 #include "ZelvoraPlatform/Concurrency/completion.h"
 #include "ZelvoraPlatform/Concurrency/resumeOn.h"
@@ -8,9 +12,12 @@
 #include "ZelvoraPlatform/Foundation/UTF8.h"
 #include "ZelvoraPlatform/Platform.h"
 
+#include <map>
+#include <optional>
+#include <string_view>
 #include <utility>
 
-namespace zelvora {
+namespace zelvora::internal {
 
 using platform::Dictionary;
 using platform::Platform;
@@ -20,17 +27,11 @@ using platform::Value;
 
 namespace {
 
-std::expected<platform::URLRequest, platform::Error> makeRequest(platform::URL url, Dictionary const& body)
+std::expected<platform::URLRequest, platform::Error> makeLookupRequest(
+    platform::URL url, std::string const& apiKey, bool isDev)
 {
-    auto data = Platform::current().jsonSerialization().data(body, platform::JSONWritingOptions::None);
-    if (!data)
-        return std::unexpected(data.error());
-    return platform::URLRequest {
-        .url = std::move(url),
-        .httpMethod = "POST",
-        .httpHeaderFields = { { "Content-Type", "application/json" }, { "Accept", "application/json" } },
-        .httpBody = *std::move(data),
-    };
+    return makePostRequest(std::move(url), { { "Content-Type", "application/json" }, { "Accept", "application/json" } },
+        { { "profile", profile(isDev) }, { "api_key", apiKey } });
 }
 
 Value const* member(Value const& object, std::string_view name)
@@ -39,7 +40,7 @@ Value const* member(Value const& object, std::string_view name)
     return dictionary ? dictionary->find(name) : nullptr;
 }
 
-// The text at "data" → "shopId", where the answer has that shape.
+// The text at "data" → "shopId", if the answer has that shape.
 std::optional<std::string> shopIdIn(Value const& answer)
 {
     auto const* data = member(answer, "data");
@@ -50,10 +51,10 @@ std::optional<std::string> shopIdIn(Value const& answer)
 
 }
 
-Task<void> ZelvoraSDK::fetchShopId(std::string apiKey)
+Task<void> ShopIdLookup::fetchShopId(std::string apiKey)
 {
     if (auto stored = ZelvoraStorage::getValidShopId()) {
-        write(&Properties::shopId, stored);
+        m_properties.set(&Properties::shopId, stored);
         ZelvoraLogger::d("Shop ID exists : " + *stored);
         co_return;
     }
@@ -61,12 +62,11 @@ Task<void> ZelvoraSDK::fetchShopId(std::string apiKey)
     if (!url)
         co_return;
 
-    Dictionary const body { { "profile", profile(read(&Properties::isDev)) }, { "api_key", apiKey } };
-    auto request = makeRequest(*std::move(url), body);
+    auto request = makeLookupRequest(*std::move(url), apiKey, m_properties.get(&Properties::isDev));
     if (!request) {
         auto const& description = request.error().localizedDescription;
         ZelvoraLogger::e(description);
-        report(ZelvoraSDKError::internalApiError(description));
+        fail(description);
         co_return;
     }
     ZelvoraLogger::d("fetchShopId Request URL: " + request->url.absoluteString());
@@ -77,28 +77,28 @@ Task<void> ZelvoraSDK::fetchShopId(std::string apiKey)
     if (!answer) {
         auto const& description = answer.error().localizedDescription;
         ZelvoraLogger::e("fetchShopId Exception: " + description);
-        report(ZelvoraSDKError::internalApiError(description));
+        fail(description);
         co_return;
     }
     acceptLookup(*answer);
 }
 
-Task<std::expected<URLSession::Answer, platform::Error>> ZelvoraSDK::performRequest(platform::URLRequest request)
+Task<std::expected<URLSession::Answer, platform::Error>> ShopIdLookup::performRequest(platform::URLRequest request)
 {
     auto start = [&request](URLSession::Completion handler) {
         Platform::current().urlSession().dataTask(std::move(request), std::move(handler));
     };
     auto dataTask = platform::completion<std::expected<URLSession::Answer, platform::Error>>(start);
     auto answer = co_await dataTask;
-    // The loader's own queue is not ours to work on.
+    // The SDK does not work on the loader's own queue.
     co_await platform::resumeOn(Platform::current().globalQueue());
     co_return answer;
 }
 
-void ZelvoraSDK::acceptLookup(URLSession::Answer const& answer)
+void ShopIdLookup::acceptLookup(URLSession::Answer const& answer)
 {
     if (!answer.response.statusCode) {
-        report(ZelvoraSDKError::internalApiError("Not a HTTP response"));
+        fail("Not a HTTP response");
         return;
     }
     constexpr int success = 200;
@@ -106,22 +106,27 @@ void ZelvoraSDK::acceptLookup(URLSession::Answer const& answer)
         auto const code = std::to_string(status);
         auto const body = platform::decodeUTF8(answer.data.bytes).value_or("No error body");
         ZelvoraLogger::e("fetchShopId Error " + code + " - Error Body: " + body);
-        report(ZelvoraSDKError::internalApiError("fetchShopId - " + code));
+        fail("fetchShopId - " + code);
         return;
     }
     auto const parsed = Platform::current().jsonSerialization().jsonObject(answer.data);
     if (!parsed) {
         auto const& description = parsed.error().localizedDescription;
         ZelvoraLogger::e("fetchShopId Exception: " + description);
-        report(ZelvoraSDKError::internalApiError(description));
+        fail(description);
         return;
     }
     auto const shopId = shopIdIn(*parsed);
     if (!shopId)
         return;
     ZelvoraStorage::saveShopId(*shopId);
-    write(&Properties::shopId, shopId);
+    m_properties.set(&Properties::shopId, shopId);
     ZelvoraLogger::d("Shop ID: " + *shopId);
+}
+
+void ShopIdLookup::fail(std::string const& detail)
+{
+    reportError(m_properties, ZelvoraSDKError::internalApiError(detail));
 }
 
 }

@@ -1,6 +1,9 @@
+#include "ZelvoraIOS/ZelvoraSDK/internal/TrackingUpload.h"
+
 #include "ZelvoraIOS/ZelvoraLogger.h"
-#include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
-#include "ZelvoraIOS/ZelvoraSDK/serviceAddresses.h"
+#include "ZelvoraIOS/ZelvoraSDK/internal/Environment.h"
+#include "ZelvoraIOS/ZelvoraSDK/internal/PostRequest.h"
+#include "ZelvoraIOS/ZelvoraSDK/internal/ServiceAddresses.h"
 #include "ZelvoraIOS/ZelvoraStorage.h"
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
@@ -10,7 +13,7 @@
 #include <cstddef>
 #include <utility>
 
-namespace zelvora {
+namespace zelvora::internal {
 
 using platform::Array;
 using platform::Dictionary;
@@ -28,7 +31,7 @@ bool isBlank(Value const* value)
     return !value || value->isNull() || (value->text() && value->text()->empty());
 }
 
-// As the collector takes it: no null marker, an event id and an advertising id in every event.
+// As the collector accepts it: no null markers, and every event has an event id and an advertising id.
 Dictionary normalised(Dictionary const& event, std::string const& adId)
 {
     Dictionary::Entries entries;
@@ -56,7 +59,7 @@ std::string readable(Array const& events)
     return text ? *text : debugDescription(Value(events));
 }
 
-bool isSuccess(int status)
+bool isSuccessful(int status)
 {
     constexpr int first = 200;
     constexpr int last = 299;
@@ -71,91 +74,41 @@ void finishUpload(std::size_t count, std::expected<URLSession::Answer, platform:
     }
     constexpr int notHTTP = -1;
     auto const status = result->response.statusCode.value_or(notHTTP);
-    if (!isSuccess(status)) {
+    if (!isSuccessful(status)) {
         auto const body = platform::decodeUTF8(result->data.bytes).value_or("");
         ZelvoraLogger::e("sendTrackingData Failed (Status: " + std::to_string(status) + ", Body: " + body + ")");
         return;
     }
     ZelvoraLogger::d("sendTrackingData Success - Sent " + std::to_string(count) + " events");
-    // By count, from the head: what was saved meanwhile stands behind.
+    // The sent events are still at the head: events saved during the upload were appended.
     ZelvoraStorage::removeEventTrackingData(static_cast<std::ptrdiff_t>(count));
 }
 
-Value orNull(std::optional<std::string> const& text)
-{
-    return text ? Value(*text) : Value();
 }
 
-}
-
-void ZelvoraSDK::sendTrackingData()
+void TrackingUpload::sendTrackingData() const
 {
     auto const batch = ZelvoraStorage::getEventTrackingData().prefix(batchLimit);
     if (batch.isEmpty())
         return;
-    auto const events = normalised(batch, read(&Properties::adId).value_or(""));
+    auto const [adId, isDev] =
+        m_properties.access([](Properties const& all) { return std::pair(all.adId.value_or(""), all.isDev); });
+    auto const events = normalised(batch, adId);
     ZelvoraLogger::d("sendTrackingData events: " + readable(events));
 
     auto url = platform::URL::parse(serviceAddresses().trackingEndpoint);
     if (!url)
         return;
-    Dictionary const body { { "data", events }, { "profile", profile(read(&Properties::isDev)) } };
-    auto data = Platform::current().jsonSerialization().data(body, JSONWritingOptions::None);
-    if (!data) {
+    auto request = makePostRequest(*std::move(url), { { "Content-Type", "application/json" } },
+        { { "data", events }, { "profile", profile(isDev) } });
+    if (!request) {
         ZelvoraLogger::e("sendTrackingData JSON Encoding Error");
         return;
     }
-    platform::URLRequest request {
-        .url = *std::move(url),
-        .httpMethod = "POST",
-        .httpHeaderFields = { { "Content-Type", "application/json" } },
-        .httpBody = *std::move(data),
-    };
     Platform::current().urlSession().dataTask(
-        std::move(request), [count = batch.size()](std::expected<URLSession::Answer, platform::Error> const& result) {
+        *std::move(request), [count = batch.size()](std::expected<URLSession::Answer, platform::Error> const& result) {
             finishUpload(count, result);
         });
-}
-
-void ZelvoraSDK::sendData()
-{
-    auto const properties = withProperties([](Properties const& all) { return all; });
-    auto url = properties.apiURL ? platform::URL::parse(*properties.apiURL) : std::nullopt;
-    if (!url)
-        return;
-    Dictionary const body { { "userKey", orNull(properties.userKey) }, { "apiKey", orNull(properties.apiKey) },
-        { "adId", orNull(properties.adId) }, { "packageName", orNull(properties.packageName) } };
-    auto data = Platform::current().jsonSerialization().data(body, JSONWritingOptions::None);
-    if (!data)
-        return;
-    platform::URLRequest request {
-        .url = *std::move(url),
-        .httpMethod = "POST",
-        .httpHeaderFields = { { "Content-Type", "application/json; utf-8" }, { "Accept", "application/json" } },
-        .httpBody = *std::move(data),
-    };
-    Platform::current().urlSession().dataTask(std::move(request),
-        [this](std::expected<URLSession::Answer, platform::Error> const& result) { acceptIdentity(result); });
-}
-
-void ZelvoraSDK::acceptIdentity(std::expected<URLSession::Answer, platform::Error> const& result)
-{
-    constexpr int success = 200;
-    if (!result || result->response.statusCode != success)
-        return;
-    auto const parsed = Platform::current().jsonSerialization().jsonObject(result->data);
-    if (!parsed) {
-        ZelvoraLogger::e("sendData JSON Parsing Error");
-        return;
-    }
-    auto const* object = parsed->dictionary();
-    auto const* value = object ? object->find("shop_id") : nullptr;
-    auto const* shopId = value ? value->text() : nullptr;
-    if (!shopId)
-        return;
-    ZelvoraStorage::saveShopId(*shopId);
-    write(&Properties::shopId, *shopId);
-    ZelvoraLogger::d("Shop ID: " + *shopId);
 }
 
 }

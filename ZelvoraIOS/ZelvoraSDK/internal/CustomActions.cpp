@@ -1,0 +1,50 @@
+#include "ZelvoraIOS/ZelvoraSDK/internal/CustomActions.h"
+
+#include <utility>
+
+namespace zelvora::internal {
+
+void CustomActions::add(std::string const& functionName, ZelvoraSDK::CustomAction action)
+{
+    HostCallback<ZelvoraSDK::CustomAction> callback(std::move(action));
+    std::scoped_lock const lock(m_mutex);
+    // Swapped, and declared before the lock, so that a replaced action is destroyed after the lock has been released.
+    std::swap(m_table[functionName], callback);
+}
+
+ZelvoraSDK::CustomActions CustomActions::all() const
+{
+    ZelvoraSDK::CustomActions actions;
+    for (auto const& [name, action] : table())
+        actions.emplace_hint(actions.end(), name, action.copy());
+    return actions;
+}
+
+ZelvoraSDK::CustomAction CustomActions::find(std::string const& functionName) const
+{
+    HostCallback<ZelvoraSDK::CustomAction> found;
+    {
+        std::scoped_lock const lock(m_mutex);
+        if (auto const entry = m_table.find(functionName); entry != m_table.end())
+            found = entry->second;
+    }
+    return found.copy();
+}
+
+std::vector<std::string> CustomActions::names() const
+{
+    std::scoped_lock const lock(m_mutex);
+    std::vector<std::string> names;
+    names.reserve(m_table.size());
+    for (auto const& [name, action] : m_table)
+        names.push_back(name);
+    return names;
+}
+
+CustomActions::Table CustomActions::table() const
+{
+    std::scoped_lock const lock(m_mutex);
+    return m_table;
+}
+
+}

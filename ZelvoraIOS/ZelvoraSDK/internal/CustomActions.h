@@ -1,0 +1,32 @@
+#pragma once
+
+#include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
+#include "ZelvoraIOS/ZelvoraSDK/internal/HostCallback.h"
+
+#include <map>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace zelvora::internal {
+
+/// The actions that the host registered for pages to call, by name. Names are compared exactly. Any thread.
+class CustomActions final {
+public:
+    /// Replaces an action that is already registered under this name.
+    void add(std::string const& functionName, ZelvoraSDK::CustomAction action);
+    [[nodiscard]] ZelvoraSDK::CustomActions all() const;
+    /// Empty if there is none under this name.
+    [[nodiscard]] ZelvoraSDK::CustomAction find(std::string const& functionName) const;
+    [[nodiscard]] std::vector<std::string> names() const;
+
+private:
+    using Table = std::map<std::string, HostCallback<ZelvoraSDK::CustomAction>>;
+
+    [[nodiscard]] Table table() const;
+
+    mutable std::mutex m_mutex;
+    Table m_table;
+};
+
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "ZelvoraPlatform/Foundation/Array.h"
+#include "ZelvoraPlatform/Foundation/Dictionary.h"
+
+#include <cstddef>
+
+namespace zelvora::internal {
+
+/// The queue of tracking events: one array in the store, oldest event first, without a lifetime. Each change is one
+/// critical section, so that an event saved while uploaded ones are being removed is never lost. Any thread.
+class EventQueue final {
+public:
+    /// Appends an event. One that nests too deep to be uploaded is dropped with an error line.
+    static void save(platform::Dictionary const& event);
+    /// Empty if nothing, or something else than an array of dictionaries, is stored.
+    [[nodiscard]] static platform::Array events();
+    /// Removes the oldest events, or all if there are fewer. A negative count is refused with an error line.
+    static void removeFirst(std::ptrdiff_t count);
+    static void clear();
+};
+
+}

@@ -78,14 +78,14 @@ TEST_F(BackSwipeTest, TheStacksOwnSwipeIsEnabledAndAsksThisController)
     EXPECT_TRUE(edgePan());
 }
 
-TEST_F(BackSwipeTest, AStackWithoutASwipeOfItsOwnGetsTheEdgeSwipeAllTheSame)
+TEST_F(BackSwipeTest, AStackWithoutASwipeOfItsOwnStillGetsTheEdgeSwipe)
 {
     push(makeStack(std::make_shared<memory::ViewController>(), memory::NavigationController::SwipeToPop::No));
     EXPECT_FALSE(stack->interactivePopGestureRecognizer());
     EXPECT_TRUE(edgePan());
 }
 
-TEST_F(BackSwipeTest, WhereSwipingIsNotAllowedNothingIsInstalledAndTheStacksSwipeIsLeftAsItIs)
+TEST_F(BackSwipeTest, IfSwipingIsNotAllowedNothingIsInstalledAndTheStacksSwipeIsUnchanged)
 {
     sdk().setAllowsSwipeBack(false);
     auto const onto = makeStack();
@@ -99,7 +99,7 @@ TEST_F(BackSwipeTest, WhereSwipingIsNotAllowedNothingIsInstalledAndTheStacksSwip
     EXPECT_TRUE(isOnTop());
 }
 
-TEST_F(BackSwipeTest, AllowingItAfterTheScreenWasLoadedInstallsNothing)
+TEST_F(BackSwipeTest, AllowingSwipesAfterTheScreenWasLoadedInstallsNothing)
 {
     sdk().setAllowsSwipeBack(false);
     present();
@@ -151,7 +151,7 @@ TEST_F(BackSwipeTest, TheStacksSwipeAndTheEdgeSwipeMayBothAnswerOneGesture)
     ASSERT_TRUE(edge->shouldBegin());
     pop->recognize(UIGestureRecognizerState::Ended);
     EXPECT_EQ(stack->topViewController(), below);
-    // By now the controller is off the stack: its own swipe finds nothing left to do.
+    // The controller is off the stack by now, so that its own swipe has nothing to do.
     edge->recognize(UIGestureRecognizerState::Ended);
     EXPECT_EQ(stack->topViewController(), below);
 }
@@ -225,7 +225,7 @@ TEST_F(BackSwipeTest, AloneOnAPresentedStackTheContainerIsDismissedWithTheStack)
     EXPECT_TRUE(isOnTop());
 }
 
-TEST_F(BackSwipeTest, AloneOnAStackThatNobodyPresentsTheContainerStays)
+TEST_F(BackSwipeTest, TheOnlyScreenOfAStackThatIsNotPresentedStays)
 {
     push(std::make_shared<memory::NavigationController>());
     auto const transitions = platform.screen().transitions();
@@ -238,7 +238,7 @@ class UnfinishedSwipeTest
     : public BackSwipeTest
     , public ::testing::WithParamInterface<UIGestureRecognizerState> { };
 
-TEST_P(UnfinishedSwipeTest, DoesNothingAndAsksNobody)
+TEST_P(UnfinishedSwipeTest, DoesNothingAndDoesNotAskTheDelegate)
 {
     auto const delegate = std::make_shared<DelegateSpy>();
     sdk().setDelegate(delegate);
@@ -254,7 +254,7 @@ INSTANTIATE_TEST_SUITE_P(States, UnfinishedSwipeTest,
     ::testing::Values(UIGestureRecognizerState::Possible, UIGestureRecognizerState::Began,
         UIGestureRecognizerState::Changed, UIGestureRecognizerState::Cancelled, UIGestureRecognizerState::Failed));
 
-TEST_F(BackSwipeTest, ASwipeThatIsBrokenOffDoesNothing)
+TEST_F(BackSwipeTest, ACancelledSwipeDoesNothing)
 {
     present();
     EXPECT_EQ(swipe(memory::brokenOff()), 1U);
@@ -337,7 +337,7 @@ TEST_F(BackSwipeDelegateTest, WithTheHostsConsentTheContainerLeavesAndSaysSo)
     EXPECT_EQ(delegate->dismissals, 1U);
 }
 
-TEST_F(BackSwipeDelegateTest, ADelegateThatIsGoneIsNotAsked)
+TEST_F(BackSwipeDelegateTest, AReleasedDelegateIsNotAsked)
 {
     push();
     delegate.reset();

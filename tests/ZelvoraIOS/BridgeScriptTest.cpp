@@ -55,7 +55,7 @@ protected:
             sdk().addCustomAction(name, [](auto const&) { });
     }
 
-    // The names that the page's loop runs over, read back.
+    // The names that the page's loop visits, parsed from the script.
     [[nodiscard]] std::multiset<std::string> namesInScript() const
     {
         auto const parsed = platform.jsonSerialization().jsonObject({ customKeys(scriptSource()) });
@@ -209,13 +209,13 @@ TEST_F(BridgeScriptTest, WithoutCustomActionsTheListIsEmpty)
     EXPECT_NE(scriptSource().find("\n\nvar customKeys = [];\ncustomKeys.forEach"), std::string::npos);
 }
 
-TEST_F(BridgeScriptTest, ACustomActionsNameStandsInTheListAsCompactJSON)
+TEST_F(BridgeScriptTest, TheListHasACustomActionsNameAsCompactJSON)
 {
     addActions({ "open" });
     EXPECT_NE(scriptSource().find("\nvar customKeys = [\"open\"];\n"), std::string::npos);
 }
 
-TEST_F(BridgeScriptTest, AllNamesStandInTheListOnceEach)
+TEST_F(BridgeScriptTest, TheListHasEveryNameOnce)
 {
     addActions({ "open", "share", "open", "Open" });
     EXPECT_EQ(namesInScript(), (std::multiset<std::string> { "Open", "open", "share" }));
@@ -232,7 +232,7 @@ TEST_F(BridgeScriptTest, TheListIsTheOnlyThingThatCustomActionsChange)
     EXPECT_EQ(with, without);
 }
 
-TEST_F(BridgeScriptTest, ABuiltInFunctionsNameIsANameLikeAnyOther)
+TEST_F(BridgeScriptTest, ACustomActionMayHaveABuiltInFunctionsName)
 {
     addActions({ "close" });
     EXPECT_EQ(customKeys(scriptSource()), R"(["close"])");
@@ -269,7 +269,7 @@ TEST_F(BridgeScriptTest, AThousandNamesAllFit)
     EXPECT_EQ(namesInScript(), names);
 }
 
-TEST_F(BridgeScriptTest, TheScriptIsBuiltAfreshAtEveryRead)
+TEST_F(BridgeScriptTest, TheScriptIsBuiltAgainAtEveryRead)
 {
     auto const before = scriptSource();
     addActions({ "open" });
@@ -278,7 +278,7 @@ TEST_F(BridgeScriptTest, TheScriptIsBuiltAfreshAtEveryRead)
     EXPECT_EQ(scriptSource(), after);
 }
 
-TEST_F(BridgeScriptTest, ANameThatIsNotUTF8LeavesTheListEmptyWithoutAWord)
+TEST_F(BridgeScriptTest, ANameThatIsNotUTF8LeavesTheListEmptyAndLogsNothing)
 {
     addActions({ "open", "\xFF" });
     EXPECT_EQ(customKeys(scriptSource()), "[]");
@@ -316,7 +316,7 @@ protected:
     RecordingPlatform& platform = install<RecordingPlatform>();
 };
 
-TEST_F(BridgeScriptWriterTest, AWriterThatFailsLeavesTheListEmptyWithoutAWord)
+TEST_F(BridgeScriptWriterTest, AWriterThatFailsLeavesTheListEmptyAndLogsNothing)
 {
     EXPECT_EQ(customKeys(scriptSource()), R"(["open"])");
     platform.jsonSerialization().setFailing(true);

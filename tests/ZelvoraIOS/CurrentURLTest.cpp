@@ -57,7 +57,7 @@ TEST_F(CurrentURLTest, OnceTheHostDropsACreatedWebViewThereIsNoCurrentUrl)
     EXPECT_FALSE(sdk().getCurrentUrl());
 }
 
-TEST_F(CurrentURLTest, ALeftContainerThatTheHostKeepsStillHasTheCurrentUrl)
+TEST_F(CurrentURLTest, AClosedContainerThatTheHostKeepsStillHasTheCurrentUrl)
 {
     initializeAndFinish();
     sdk().start(presenter);
@@ -68,7 +68,7 @@ TEST_F(CurrentURLTest, ALeftContainerThatTheHostKeepsStillHasTheCurrentUrl)
     EXPECT_TRUE(sdk().getCurrentUrl());
 }
 
-TEST_F(CurrentURLTest, ALeftContainerThatNobodyKeepsHasNoCurrentUrl)
+TEST_F(CurrentURLTest, AClosedContainerThatNobodyKeepsHasNoCurrentUrl)
 {
     initializeAndFinish();
     sdk().start(presenter);

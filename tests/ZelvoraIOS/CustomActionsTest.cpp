@@ -53,7 +53,7 @@ TEST_F(CustomActionsTest, TheTableOfActionsIsACopy)
     EXPECT_EQ(before.size(), 1U);
 }
 
-TEST_F(CustomActionsTest, WhatAReplacedActionHeldMayCallTheSDKWhenItGoes)
+TEST_F(CustomActionsTest, WhatAReplacedActionCapturedMayCallTheSDKWhenItIsDestroyed)
 {
     struct CallsOnItsWayOut {
         ~CallsOnItsWayOut() { *count = sdk().getCustomActions().size(); }

@@ -17,7 +17,7 @@ TEST_F(EntryURLTest, InDevelopmentTheEntryUrlNamesTheDevelopmentHost)
         "Final URL: https://shop-1.shop-dev.zelvora.example/v1/?adid=AD-1&uKey=user-1&rid=M-AD-SDK");
 }
 
-TEST_F(EntryURLTest, ADeniedAdvertisingIdStandsInTheEntryUrlAsUnknown)
+TEST_F(EntryURLTest, ADeniedAdvertisingIdIsUnknownInTheEntryUrl)
 {
     platform.trackingManager().setStatus(platform::ATTrackingAuthorizationStatus::Denied);
     initializeAndFinish();
@@ -27,7 +27,7 @@ TEST_F(EntryURLTest, ADeniedAdvertisingIdStandsInTheEntryUrlAsUnknown)
         "Final URL: https://shop-1.shop.zelvora.example/v1/?adid=unknown&uKey=user-1&rid=M-AD-SDK");
 }
 
-TEST_F(EntryURLTest, WithoutAnAdvertisingIdTheItemIsEmptyAndTheLaunchGoesOn)
+TEST_F(EntryURLTest, WithoutAnAdvertisingIdTheItemIsEmptyAndTheLaunchSucceeds)
 {
     initializeAndFinish();
     ZelvoraSDKInspector::change([](auto& properties) { properties.adId = std::nullopt; });
@@ -50,7 +50,7 @@ TEST_F(EntryURLTest, KeysArePutIntoTheUrlUnchanged)
         "d#100%25/?+\xED\x95\x9C&rid=M-AD-SDK");
 }
 
-TEST_F(EntryURLTest, AnEntryUrlWithWhatAUrlCannotHoldIsEncodedAndLoads)
+TEST_F(EntryURLTest, AnEntryUrlWithCharactersThatAUrlCannotHaveIsEncodedAndLoads)
 {
     initializeAndFinish({ .userKey = "kim \xED\x95\x9C" });
     sdk().start(presenter);
@@ -60,7 +60,7 @@ TEST_F(EntryURLTest, AnEntryUrlWithWhatAUrlCannotHoldIsEncodedAndLoads)
         "https://shop-1.shop.zelvora.example/v1/?adid=AD-1&uKey=kim%20%ED%95%9C&rid=M-AD-SDK");
 }
 
-TEST_F(EntryURLTest, EmptyKeysLaunchAsWell)
+TEST_F(EntryURLTest, EmptyKeysLaunchToo)
 {
     initializeAndFinish({ .userKey = "", .apiKey = "" });
     platform.log().clear();
@@ -69,7 +69,7 @@ TEST_F(EntryURLTest, EmptyKeysLaunchAsWell)
         "Final URL: https://shop-1.shop.zelvora.example/v1/?adid=AD-1&uKey=&rid=M-AD-SDK");
 }
 
-TEST_F(EntryURLTest, TheEntryUrlIsThatOfTheMomentOfTheCall)
+TEST_F(EntryURLTest, TheEntryUrlIsBuiltAtTheTimeOfTheCall)
 {
     initializeAndFinish();
     sdk().start(presenter);

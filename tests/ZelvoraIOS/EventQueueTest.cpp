@@ -245,7 +245,7 @@ TEST_F(EventQueueTest, AnEventThatNestsDeeperIsRefusedWithOneErrorLineAndTheQueu
     EXPECT_EQ(queued(), (Names { "0", "1", "next" }));
 }
 
-TEST_F(EventQueueTest, NumbersThatJSONCannotHoldAreKept)
+TEST_F(EventQueueTest, NumbersThatJSONCannotRepresentAreKept)
 {
     ZelvoraStorage::saveEventTrackingData({ { "inf", std::numeric_limits<double>::infinity() } });
     EXPECT_EQ(ZelvoraStorage::getEventTrackingData(),
@@ -255,7 +255,7 @@ TEST_F(EventQueueTest, NumbersThatJSONCannotHoldAreKept)
 TEST_F(EventQueueTest, ThereIsNoCapOnTheNumberOfEvents)
 {
     constexpr std::size_t count = 3000;
-    // It would keep every line.
+    // The log in memory would keep every line.
     platform.log().setEnabled(OSLogType::Debug, false);
     saveEvents(count);
     auto const events = ZelvoraStorage::getEventTrackingData();
@@ -344,7 +344,7 @@ TEST_F(EventQueueTest, RemovalOnOneThreadWhileAnotherSavesAndAThirdReadsLosesNot
     EXPECT_EQ(queued(), Names(saved, "new"));
 }
 
-TEST_F(EventQueueTest, ClearingWhileOthersSaveLeavesAWholeQueue)
+TEST_F(EventQueueTest, ClearingWhileAnotherThreadSavesLeavesNoGapInTheQueue)
 {
     std::thread saver([] {
         for (int i = 0; i < 300; ++i)
@@ -358,7 +358,7 @@ TEST_F(EventQueueTest, ClearingWhileOthersSaveLeavesAWholeQueue)
     clearer.join();
     ZelvoraStorage::saveEventTrackingData(makeEvent("9999"));
     auto const left = queued();
-    // What is left are the newest, without a gap: a clearing takes all that is there and nothing that comes.
+    // The newest events are left, without a gap: clearing removes all events that are queued and none that come later.
     ASSERT_FALSE(left.empty());
     EXPECT_EQ(left.back(), "9999");
     for (std::size_t i = 0; i + 1 < left.size(); ++i)
@@ -377,7 +377,7 @@ TEST(EventQueueOrderTest, AClearingThatComesWhileAnEventIsSavedTakesThatEventToo
             ZelvoraStorage::clearEventTrackingData();
             isCleared = true;
         });
-        // The saver has read the queue and not yet written it: time enough for a clearing that does not wait for it.
+        // The saver has read the queue but not written it. A clearing that does not wait for the saver finishes here.
         auto const deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(200);
         while (!isCleared && std::chrono::steady_clock::now() < deadline)
             std::this_thread::yield();
@@ -388,7 +388,7 @@ TEST(EventQueueOrderTest, AClearingThatComesWhileAnEventIsSavedTakesThatEventToo
     EXPECT_TRUE(ZelvoraStorage::getEventTrackingData().isEmpty());
 }
 
-TEST_F(EventQueueTest, AQueueFromAnEarlierLaunchGoesOn)
+TEST_F(EventQueueTest, AQueueFromAnEarlierLaunchIsContinued)
 {
     storeUnderTheKey(Array { makeEvent("old") });
     ZelvoraStorage::saveEventTrackingData(makeEvent("new"));

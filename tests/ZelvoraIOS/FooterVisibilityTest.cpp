@@ -34,7 +34,7 @@ protected:
         platform.screen().calls().clear();
     }
 
-    // Applies what was posted, and nothing else.
+    // Runs the blocks that the notification queued, and nothing else.
     void turn() { platform.mainQueue().runAll(); }
 
     void postRaw(std::optional<Dictionary> userInfo)
@@ -57,7 +57,7 @@ protected:
     std::shared_ptr<ZelvoraIOSViewController> container;
 };
 
-TEST_F(FooterVisibilityTest, HidingTheFooterWaitsForALaterTurnOfTheMainQueue)
+TEST_F(FooterVisibilityTest, HidingTheFooterIsQueuedToTheMainQueue)
 {
     openWithFooter();
     sdk().setFooterVisible(false);
@@ -232,7 +232,7 @@ TEST_F(FooterVisibilityTest, AnybodysNotificationCountsAndLeavesTheFacadesFlagAl
     EXPECT_TRUE(sdk().isFooterVisible());
 }
 
-TEST_F(FooterVisibilityTest, WhatTheNotificationSaysCountsAndNotTheFlagAtTheTurn)
+TEST_F(FooterVisibilityTest, TheNotificationsValueCountsAndNotTheFlagWhenTheQueueRuns)
 {
     openWithFooter();
     sdk().setFooterVisible(false);
@@ -277,7 +277,7 @@ TEST_F(FooterVisibilityTest, TheQueuedChangeKeepsTheControllerAliveUntilItHasRun
     EXPECT_TRUE(weak.expired());
 }
 
-TEST_F(FooterVisibilityTest, AControllerThatIsGoneIsNotTold)
+TEST_F(FooterVisibilityTest, ADestroyedControllerIsNotNotified)
 {
     openWithFooter();
     container.reset();
@@ -309,7 +309,7 @@ TEST_F(FooterVisibilityTest, ACoveredContainerFollowsToo)
     EXPECT_TRUE(footer->isHidden());
 }
 
-TEST_F(FooterVisibilityTest, AControllerWhoseScreenIsNotLoadedIsNotToldButStartsOutRight)
+TEST_F(FooterVisibilityTest, AControllerWhoseScreenIsNotLoadedIsNotNotifiedButStartsOutRight)
 {
     setFooter(footer);
     auto const unloaded = std::make_shared<ZelvoraIOSViewController>(entryUrl);
@@ -342,7 +342,7 @@ TEST_F(FooterVisibilityTest, ThePageSwitchesTheFooter)
     EXPECT_TRUE(footer->isHidden());
 }
 
-/// A main queue whose thread is done with a block, and with more, before the submitter goes on.
+/// A main queue whose thread has run a submitted block, and later ones, before the submitter continues.
 class ImpatientMainQueue final : public platform::DispatchQueue {
 public:
     // platform::DispatchQueue
@@ -378,7 +378,7 @@ private:
     std::thread::id& m_destroyedOn;
 };
 
-TEST(FooterVisibilityThreadsTest, AContainerThatGoesDuringAPostOnAnotherThreadGoesOnTheMainThread)
+TEST(FooterVisibilityThreadsTest, AContainerReleasedDuringAPostOnAnotherThreadIsDestroyedOnTheMainThread)
 {
     auto& platform = tests::install<ImpatientPlatform>();
     std::thread::id destroyedOn;

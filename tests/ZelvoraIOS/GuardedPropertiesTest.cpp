@@ -20,7 +20,7 @@ protected:
     }
 };
 
-TEST_F(GuardedPropertiesTest, WhatAReplacedPropertyHeldMayCallTheSDKWhenItGoes)
+TEST_F(GuardedPropertiesTest, WhatAReplacedCallbackCapturedMayCallTheSDKWhenItIsDestroyed)
 {
     struct CallsOnItsWayOut {
         ~CallsOnItsWayOut()

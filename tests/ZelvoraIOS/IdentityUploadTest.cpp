@@ -8,7 +8,7 @@ namespace {
 using platform::Null;
 using Messages = std::vector<LogMessage>;
 
-// The routine that posts the SDK's identity keys, which nothing calls.
+// The upload of the identity keys, which nothing in the SDK calls.
 class IdentityUploadTest : public SDKTest {
 protected:
     IdentityUploadTest()
@@ -39,7 +39,7 @@ TEST_F(IdentityUploadTest, WithoutAnApiBaseNothingIsSent)
     EXPECT_TRUE(logMessages().empty());
 }
 
-TEST_F(IdentityUploadTest, AnApiBaseThatIsNoUrlSendsNothing)
+TEST_F(IdentityUploadTest, AnApiBaseThatIsNotAUrlSendsNothing)
 {
     ZelvoraSDKInspector::change([](auto& properties) { properties.apiURL = ""; });
     ZelvoraSDKInspector::sendData();
@@ -47,7 +47,7 @@ TEST_F(IdentityUploadTest, AnApiBaseThatIsNoUrlSendsNothing)
     EXPECT_TRUE(logMessages().empty());
 }
 
-TEST_F(IdentityUploadTest, TheRequestIsAPostToTheApiBaseAsItStands)
+TEST_F(IdentityUploadTest, TheRequestIsAPostToTheApiBaseUnchanged)
 {
     ZelvoraSDKInspector::sendData();
     auto const requests = urlSession().requests();
@@ -63,7 +63,7 @@ TEST_F(IdentityUploadTest, TheRequestIsAPostToTheApiBaseAsItStands)
     EXPECT_TRUE(logMessages().empty());
 }
 
-TEST_F(IdentityUploadTest, TheBodyHoldsTheFourIdentityKeys)
+TEST_F(IdentityUploadTest, TheBodyHasTheFourIdentityKeys)
 {
     ZelvoraSDKInspector::change([](auto& properties) {
         properties.userKey = "u";
@@ -76,7 +76,7 @@ TEST_F(IdentityUploadTest, TheBodyHoldsTheFourIdentityKeys)
         Value(Dictionary { { "userKey", "u" }, { "apiKey", "k" }, { "adId", "a" }, { "packageName", "p" } }));
 }
 
-TEST_F(IdentityUploadTest, WhatIsAbsentIsSentAsNull)
+TEST_F(IdentityUploadTest, AbsentKeysAreSentAsNull)
 {
     ZelvoraSDKInspector::sendData();
     EXPECT_EQ(bodyOf(urlSession().requests().front()),
@@ -84,7 +84,7 @@ TEST_F(IdentityUploadTest, WhatIsAbsentIsSentAsNull)
             { "userKey", Null {} }, { "apiKey", Null {} }, { "adId", Null {} }, { "packageName", Null {} } }));
 }
 
-TEST_F(IdentityUploadTest, AKeyThatJSONCannotHoldSendsNothing)
+TEST_F(IdentityUploadTest, AKeyThatJSONCannotRepresentSendsNothing)
 {
     ZelvoraSDKInspector::change([](auto& properties) { properties.userKey = "\xff"; });
     ZelvoraSDKInspector::sendData();
@@ -92,7 +92,7 @@ TEST_F(IdentityUploadTest, AKeyThatJSONCannotHoldSendsNothing)
     EXPECT_TRUE(logMessages().empty());
 }
 
-TEST_F(IdentityUploadTest, AfterInitializeItGoesToTheApiBaseOfTheEnvironment)
+TEST_F(IdentityUploadTest, AfterInitializeTheRequestGoesToTheApiBaseOfTheEnvironment)
 {
     initializeAndFinish({ .isDev = true });
     ZelvoraSDKInspector::sendData();
@@ -121,7 +121,7 @@ TEST_F(IdentityUploadTest, AnAnswerThatIsNotJSONIsLoggedAsAParsingError)
     }
 }
 
-TEST_F(IdentityUploadTest, JSONOfAnotherShapeIsPassedOverInSilence)
+TEST_F(IdentityUploadTest, JSONOfAnotherShapeIsIgnoredSilently)
 {
     for (auto const* body : { "{}", "[]", R"({"shop_id": 5})", R"({"shop_id": null})", R"(["shop_id"])",
              R"({"data": {"shop_id": "a"}})", R"({"shopId": "a"})" }) {
@@ -131,7 +131,7 @@ TEST_F(IdentityUploadTest, JSONOfAnotherShapeIsPassedOverInSilence)
     }
 }
 
-TEST_F(IdentityUploadTest, EveryStatusBut200IsPassedOverInSilence)
+TEST_F(IdentityUploadTest, EveryStatusExcept200IsIgnoredSilently)
 {
     for (auto const status : { 199, 201, 204, 299, 300, 404, 500 }) {
         sendAndAnswer(status, R"({"shop_id": "shop-5"})");
@@ -141,7 +141,7 @@ TEST_F(IdentityUploadTest, EveryStatusBut200IsPassedOverInSilence)
     }
 }
 
-TEST_F(IdentityUploadTest, AnAnswerThatIsNotHTTPIsPassedOverInSilence)
+TEST_F(IdentityUploadTest, AnAnswerThatIsNotHTTPIsIgnoredSilently)
 {
     ZelvoraSDKInspector::sendData();
     urlSession().answerNotHTTP(R"({"shop_id": "shop-5"})");
@@ -150,7 +150,7 @@ TEST_F(IdentityUploadTest, AnAnswerThatIsNotHTTPIsPassedOverInSilence)
     expectNothingKept();
 }
 
-TEST_F(IdentityUploadTest, ATransportErrorIsPassedOverInSilence)
+TEST_F(IdentityUploadTest, ATransportErrorIsIgnoredSilently)
 {
     ZelvoraSDKInspector::sendData();
     urlSession().fail(memory::URLSession::timedOut());
@@ -159,7 +159,7 @@ TEST_F(IdentityUploadTest, ATransportErrorIsPassedOverInSilence)
     expectNothingKept();
 }
 
-TEST_F(IdentityUploadTest, NothingInTheSDKSendsIt)
+TEST_F(IdentityUploadTest, NothingInTheSDKSendsTheIdentity)
 {
     saveEvents(1);
     initializeAndFinish();

@@ -41,7 +41,7 @@ TEST_F(InitializationSequenceTest, APromptWithoutAnswerKeepsTheSequenceWaiting)
     EXPECT_FALSE(isInitializing());
 }
 
-TEST_F(InactiveSequenceTest, AnAppThatNeverBecomesActiveKeepsEveryFurtherInitializeOut)
+TEST_F(InactiveSequenceTest, WhileTheAppNeverBecomesActiveEveryFurtherInitializeIsRefused)
 {
     begin();
     answerLookup();
@@ -53,7 +53,7 @@ TEST_F(InactiveSequenceTest, AnAppThatNeverBecomesActiveKeepsEveryFurtherInitial
     EXPECT_EQ(errors, (Errors { ZelvoraSDKError::initializing() }));
 }
 
-TEST_F(InitializationSequenceTest, LookupAndPermissionRunSideBySide)
+TEST_F(InitializationSequenceTest, LookupAndPermissionRunInParallel)
 {
     begin();
     advance(0.1);
@@ -89,7 +89,7 @@ TEST_F(InitializationSequenceTest, TheSequenceWaitsForTheLookupAfterThePermissio
     EXPECT_FALSE(isInitializing());
 }
 
-TEST_F(InitializationSequenceTest, QueuedEventsAreUploadedOnceWithTheIdentifierJustLearnt)
+TEST_F(InitializationSequenceTest, QueuedEventsAreUploadedOnceWithTheNewIdentifier)
 {
     saveEvents(600);
     initializeAndFinish();
@@ -137,7 +137,7 @@ TEST_F(AuthorizedSequenceTest, TheIdsStayUntilTheNextInitialize)
     EXPECT_EQ(properties().adId, "unknown");
 }
 
-TEST_F(AuthorizedSequenceTest, ALaunchMadeMeanwhileIsCarriedOutOnceAfterwards)
+TEST_F(AuthorizedSequenceTest, ALaunchRequestedDuringTheSequenceIsCarriedOutOnceAfterIt)
 {
     auto const presenter = std::make_shared<memory::ViewController>();
     begin();
@@ -214,7 +214,7 @@ TEST_F(AuthorizedSequenceTest, AStartBetweenTheEndAndTheDeferredLaunchLaunchesAt
     memory::peer(*presenter).dismiss(platform::Animated::No);
 }
 
-TEST_F(AuthorizedSequenceTest, ADeferredLaunchThatFailsIsTakenBackAfterItsErrorWasTold)
+TEST_F(AuthorizedSequenceTest, ADeferredLaunchThatFailsIsClearedAfterItsErrorWasReported)
 {
     std::vector<std::string_view> codes;
     std::vector<bool> wasPending;
@@ -234,7 +234,7 @@ TEST_F(AuthorizedSequenceTest, ADeferredLaunchThatFailsIsTakenBackAfterItsErrorW
     EXPECT_TRUE(platform.screen().transitions().empty());
 }
 
-TEST_F(AuthorizedSequenceTest, ThePresenterOfADeferredLaunchIsHeldUntilThen)
+TEST_F(AuthorizedSequenceTest, ThePresenterOfADeferredLaunchIsKeptAliveUntilThen)
 {
     std::weak_ptr<memory::ViewController> watched;
     begin();
@@ -248,7 +248,7 @@ TEST_F(AuthorizedSequenceTest, ThePresenterOfADeferredLaunchIsHeldUntilThen)
     EXPECT_TRUE(watched.expired());
 }
 
-// A screen of a host that takes itself back from the SDK.
+// A host's screen that calls the SDK when it is destroyed.
 class LeavingViewController final : public memory::ViewController {
 public:
     explicit LeavingViewController(bool& isGone) : m_isGone(isGone) { }
@@ -262,7 +262,7 @@ private:
     bool& m_isGone;
 };
 
-TEST_F(AuthorizedSequenceTest, APresenterThatIsReplacedMayCallTheSDKWhenItGoes)
+TEST_F(AuthorizedSequenceTest, AReplacedPresenterMayCallTheSDKWhenItIsDestroyed)
 {
     begin();
     bool isGone = false;
@@ -272,7 +272,7 @@ TEST_F(AuthorizedSequenceTest, APresenterThatIsReplacedMayCallTheSDKWhenItGoes)
     EXPECT_TRUE(isGone);
 }
 
-// What the facade looked like at the moment of each request.
+// Notes the busy flag at the time of each request.
 class WatchedSession final : public platform::URLSession {
 public:
     explicit WatchedSession(platform::URLSession& session) : m_session(session) { }
@@ -310,18 +310,18 @@ TEST(InitializationOrderTest, TheEventsAreSentBeforeTheBusyFlagIsCleared)
     EXPECT_FALSE(ZelvoraSDKInspector::isInitializing());
 }
 
-// The background on real threads; the main queue and the loader are turned by the test, which plays the main thread.
+// The global queue has real threads; the test is the main thread and runs the main queue and the loader's queue.
 class ThreadedPlatform final : public ForwardingPlatform {
 public:
     using ForwardingPlatform::ForwardingPlatform;
     [[nodiscard]] shared::ThreadPoolQueue& globalQueue() override { return m_globalQueue; }
 
-    // Turns the main queue and the loader's until something has become so.
+    // Runs the main queue and the loader's until the predicate is true. False after a timeout.
     template<typename Predicate>
-    [[nodiscard]] bool turnUntil(Predicate isSo)
+    [[nodiscard]] bool runUntil(Predicate isTrue)
     {
         auto const deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-        while (!isSo()) {
+        while (!isTrue()) {
             if (std::chrono::steady_clock::now() > deadline)
                 return false;
             if (memory.mainQueue().runAll() + memory.urlSession().loaderQueue().runAll() == 0)
@@ -341,11 +341,11 @@ TEST(InitializationThreadsTest, TheSequenceRunsOnBackgroundThreadsWhileTheMainTh
     saveEvents(3);
     for (int round = 0; round < 10; ++round) {
         EXPECT_TRUE(sdk.initialize("user", "key", true, round % 2 == 0, false));
-        EXPECT_TRUE(platform.turnUntil([&] {
+        EXPECT_TRUE(platform.runUntil([&] {
             if (platform.memory.urlSession().unansweredCount() > 0)
                 platform.memory.urlSession().answer(200, foundShop);
             sdk.setAllowsSwipeBack(true);
-            ZelvoraStorage::saveEventTrackingData(makeEvent("meanwhile"));
+            ZelvoraStorage::saveEventTrackingData(makeEvent("during the sequence"));
             (void)sdk.getCurrentUrl();
             return !ZelvoraSDKInspector::isInitializing();
         }));
@@ -361,14 +361,14 @@ TEST(InitializationThreadsTest, InitializedIsLoggedBeforeAnythingThatTheSequence
     for (int round = 0; round < 50; ++round) {
         platform.memory.log().clear();
         EXPECT_TRUE(ZelvoraSDK::shared().initialize("user", "key", true, false, false));
-        EXPECT_TRUE(platform.turnUntil([] { return !ZelvoraSDKInspector::isInitializing(); }));
+        EXPECT_TRUE(platform.runUntil([] { return !ZelvoraSDKInspector::isInitializing(); }));
         auto const lines = platform.memory.log().lines();
         ASSERT_FALSE(lines.empty());
         EXPECT_EQ(lines.front().text, "[ZelvoraSDK] Initialized");
     }
 }
 
-TEST(InitializationThreadsTest, TheHandlerHearsOfAFailedLookupOnABackgroundThread)
+TEST(InitializationThreadsTest, TheHandlerReceivesAFailedLookupOnABackgroundThread)
 {
     auto& platform = tests::install<ThreadedPlatform>(memory::Options { .trackingStatus = Status::Denied });
     std::mutex mutex;
@@ -378,30 +378,30 @@ TEST(InitializationThreadsTest, TheHandlerHearsOfAFailedLookupOnABackgroundThrea
             std::scoped_lock const lock(mutex);
             toldOn.push_back(std::this_thread::get_id());
         }));
-    EXPECT_TRUE(platform.turnUntil([&] { return platform.memory.urlSession().unansweredCount() > 0; }));
+    EXPECT_TRUE(platform.runUntil([&] { return platform.memory.urlSession().unansweredCount() > 0; }));
     platform.memory.urlSession().answer(500, "oops");
-    EXPECT_TRUE(platform.turnUntil([] { return !ZelvoraSDKInspector::isInitializing(); }));
+    EXPECT_TRUE(platform.runUntil([] { return !ZelvoraSDKInspector::isInitializing(); }));
     std::scoped_lock const lock(mutex);
     ASSERT_EQ(toldOn.size(), 1U);
     EXPECT_NE(toldOn.front(), std::this_thread::get_id());
 }
 
-TEST(InitializationThreadsTest, ALaunchThatRacesWithTheEndIsMadeExactlyOnce)
+TEST(InitializationThreadsTest, ALaunchThatRacesWithTheEndIsCarriedOutExactlyOnce)
 {
     auto& platform = tests::install<ThreadedPlatform>(memory::Options { .trackingStatus = Status::Denied });
     ZelvoraStorage::saveShopId("kept");
     for (int round = 0; round < 100; ++round) {
         auto const presenter = std::make_shared<memory::ViewController>();
         EXPECT_TRUE(ZelvoraSDK::shared().initialize("user", "key", true, false, false));
-        for (int turns = round; turns > 0; --turns)
+        for (int blocks = round; blocks > 0; --blocks)
             (void)platform.memory.mainQueue().runOne();
         EXPECT_TRUE(ZelvoraSDK::shared().start(presenter));
-        EXPECT_TRUE(platform.turnUntil([&presenter] {
+        EXPECT_TRUE(platform.runUntil([&presenter] {
             return !ZelvoraSDKInspector::isInitializing() && memory::peer(*presenter).presentedViewController();
         }));
         memory::peer(*presenter).dismiss(platform::Animated::No);
-        // The last hop of the sequence, where it is still on its way.
-        EXPECT_TRUE(platform.turnUntil([] { return !ZelvoraSDKInspector::properties().pendingViewController; }));
+        // The sequence's last step may still be queued.
+        EXPECT_TRUE(platform.runUntil([] { return !ZelvoraSDKInspector::properties().pendingViewController; }));
         (void)platform.memory.mainQueue().runAll();
     }
     std::size_t presentations = 0;

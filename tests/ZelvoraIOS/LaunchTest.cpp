@@ -71,7 +71,7 @@ TEST_F(LaunchTest, OfTwoStartsDuringInitializationOnlyTheSecondPresents)
     EXPECT_TRUE(containerPresentedBy(*second));
 }
 
-TEST_F(LaunchTest, ADeferredPresenterIsHeldUntilTheEndOfInitializationAndForgottenThen)
+TEST_F(LaunchTest, ADeferredPresenterIsKeptAliveUntilInitializationEndsAndThenReleased)
 {
     std::weak_ptr<memory::ViewController> const weak = presenter;
     initialize();
@@ -83,7 +83,7 @@ TEST_F(LaunchTest, ADeferredPresenterIsHeldUntilTheEndOfInitializationAndForgott
     EXPECT_TRUE(weak.expired());
 }
 
-TEST_F(LaunchTest, ASecondDeferredStartLetsGoOfTheFirstPresenter)
+TEST_F(LaunchTest, ASecondDeferredStartReleasesTheFirstPresenter)
 {
     std::weak_ptr<memory::ViewController> const weak = presenter;
     initialize();
@@ -185,7 +185,7 @@ TEST_F(LaunchTest, AStartWithoutAPresenterDuringInitializationFailsAtOnceAndKeep
     EXPECT_TRUE(containerPresentedBy(*presenter));
 }
 
-TEST_F(LaunchTest, AStartBeforeInitializeFailsWithE001AndTellsNobody)
+TEST_F(LaunchTest, AStartBeforeInitializeFailsWithE001AndCallsNoHandler)
 {
     auto const result = sdk().start(presenter);
     ASSERT_FALSE(result);
@@ -283,7 +283,7 @@ TEST_F(LaunchTest, AnEmptyNavigationControllerGetsThePushToo)
     EXPECT_TRUE(containerOn(*stack));
 }
 
-TEST_F(LaunchTest, WhatTheStackIsWhenTheMainQueueRunsDecidesAndNotWhatItWasAtTheCall)
+TEST_F(LaunchTest, TheStackWhenTheMainQueueRunsDecidesAndNotTheStackAtTheCall)
 {
     initializeAndFinish();
     sdk().start(presenter);
@@ -292,7 +292,7 @@ TEST_F(LaunchTest, WhatTheStackIsWhenTheMainQueueRunsDecidesAndNotWhatItWasAtThe
     EXPECT_TRUE(containerOn(*stack));
 }
 
-TEST_F(LaunchTest, TheQueuedPresentationHoldsThePresenter)
+TEST_F(LaunchTest, TheQueuedPresentationKeepsThePresenterAlive)
 {
     initializeAndFinish();
     std::weak_ptr<memory::ViewController> const weak = presenter;
@@ -325,7 +325,7 @@ TEST_F(LaunchTest, AStartOnAnotherThreadChecksThereAndShowsOnTheMainQueue)
     EXPECT_TRUE(containerPresentedBy(*presenter));
 }
 
-TEST_F(LaunchTest, AFailureOnAnotherThreadIsToldOnThatThread)
+TEST_F(LaunchTest, AFailureOnAnotherThreadIsReportedOnThatThread)
 {
     std::thread::id toldOn;
     ZelvoraSDKInspector::change([&](auto& properties) {

@@ -24,7 +24,7 @@ protected:
             .delegate = delegate });
     }
 
-    // Counts the object among those that have to be gone in the end.
+    // Adds the object to those that must be destroyed in the end.
     template<typename Object>
     std::shared_ptr<Object> watched(std::shared_ptr<Object> object)
     {
@@ -62,7 +62,7 @@ protected:
         EXPECT_FALSE(ZelvoraSDKInspector::properties().pendingViewController);
     }
 
-    // What a page and its user do in a while.
+    // Some of what a page and its user do.
     void use()
     {
         platform.runUntilIdle();
@@ -75,7 +75,7 @@ protected:
         platform.layout();
     }
 
-    // As the collector does at last, so that no upload stays open.
+    // The collector answers, so that no upload is left open.
     void answerUploads()
     {
         while (platform.urlSession().unansweredCount() > 0)
@@ -121,7 +121,7 @@ TEST_F(LifetimeTest, AHundredPushedContainersPoppedByTheHostLeaveNothingBehind)
     answerUploads();
     EXPECT_EQ(delegate->dismissals, static_cast<std::size_t>(rounds));
     EXPECT_EQ(watchedCount(), 8U * rounds);
-    // Held weakly where the system keeps it.
+    // The system keeps a weak reference to it.
     EXPECT_FALSE(stack->interactivePopGestureRecognizer()->delegate());
 }
 
@@ -149,7 +149,7 @@ TEST_F(LifetimeTest, AHundredContainersLeftBySwipesLeaveNothingBehind)
         platform.runUntilIdle();
         watchContainer(isPushed ? containerOn(*stack) : containerPresentedBy(*presenter));
         use();
-        // The gesture's view, as the system holds it while the gesture lasts.
+        // The system keeps the gesture's view alive during the gesture.
         auto root = engine().superview()->superview()->shared_from_this();
         memory::edgePan(*root);
         memory::edgePan(*root);
@@ -189,7 +189,7 @@ TEST_F(LifetimeTest, AHundredContainersThatAreGoneBeforeTheirQueuedWorkHasRunLea
     }
 }
 
-TEST_F(LifetimeTest, AQueuedCloseHoldsTheController)
+TEST_F(LifetimeTest, AQueuedCloseKeepsTheControllerAlive)
 {
     sdk().start(presenter);
     platform.runUntilIdle();
@@ -201,7 +201,7 @@ TEST_F(LifetimeTest, AQueuedCloseHoldsTheController)
     EXPECT_TRUE(weak.expired());
 }
 
-TEST_F(LifetimeTest, AQueuedAnswerHoldsTheWebViewAndNotTheController)
+TEST_F(LifetimeTest, AQueuedAnswerKeepsTheWebViewAliveAndNotTheController)
 {
     sdk().start(presenter);
     platform.runUntilIdle();
@@ -219,7 +219,7 @@ TEST_F(LifetimeTest, AQueuedAnswerHoldsTheWebViewAndNotTheController)
     EXPECT_EQ(held->evaluated().back(), "f(null);");
 }
 
-TEST_F(LifetimeTest, AQueuedAnswerLetsGoOfTheWebViewOnceItHasRun)
+TEST_F(LifetimeTest, AQueuedAnswerReleasesTheWebViewOnceItHasRun)
 {
     sdk().start(presenter);
     platform.runUntilIdle();
@@ -231,7 +231,7 @@ TEST_F(LifetimeTest, AQueuedAnswerLetsGoOfTheWebViewOnceItHasRun)
     EXPECT_TRUE(page.expired());
 }
 
-TEST_F(LifetimeTest, AnUploadOnItsWayHoldsNoContainer)
+TEST_F(LifetimeTest, AnUploadInProgressKeepsNoContainerAlive)
 {
     sdk().start(presenter);
     platform.runUntilIdle();
@@ -273,7 +273,7 @@ TEST_F(LifetimeTest, TwoContainersOnOneAnotherAreIndependent)
     ASSERT_EQ(stack->viewControllers().size(), 3U);
     watchContainer(containerOn(*stack));
     stack->popViewController(Animated::No);
-    // Only header and footer of the first are left of what was watched; their screen is still there.
+    // Of the watched objects, only the first container's header and footer are left; their screen still exists.
     EXPECT_EQ(aliveCount(), 2U);
     EXPECT_EQ(platform.webViews().size(), 1U);
     stack->popViewController(Animated::No);

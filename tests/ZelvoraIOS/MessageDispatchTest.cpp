@@ -15,10 +15,10 @@ namespace {
 using platform::Date;
 using platform::debugDescription;
 
-// Deep enough for any recursion to run out of stack.
+// Deep enough to overflow the stack of any recursion.
 constexpr std::size_t bottomless = 100'000;
 
-// A value that holds an array in an array, and so on.
+// Arrays nested in arrays.
 Value nestedArrays(std::size_t depth)
 {
     Value value { Array() };
@@ -42,7 +42,7 @@ protected:
         ZelvoraJavascriptInterface::handle({ name, std::move(body) }, webView, viewController);
     }
 
-    // All that may follow from a message: lines but the first, changes of the store, scripts, queued work.
+    // Every possible effect of a message: log lines after the first, changes of the store, scripts, queued work.
     void expectNoEffect(Value const& body) const
     {
         EXPECT_EQ(logMessages(),
@@ -69,7 +69,7 @@ class ForeignHandlerTest
     : public MessageDispatchTest
     , public ::testing::WithParamInterface<char const*> { };
 
-TEST_P(ForeignHandlerTest, AMessageUnderAnotherNameLeavesNoLineAndHasNoEffect)
+TEST_P(ForeignHandlerTest, AMessageUnderAnotherNameIsNotLoggedAndHasNoEffect)
 {
     handle(Dictionary { { "action", "setItem" }, { "key", "k" }, { "value", 1 } }, GetParam());
     handle(Dictionary { { "action", "close" } }, GetParam());
@@ -85,12 +85,12 @@ class AnyBodyTest
     : public MessageDispatchTest
     , public ::testing::WithParamInterface<Value> { };
 
-TEST_P(AnyBodyTest, ABodyThatIsNoMapIsLoggedAndDropped)
+TEST_P(AnyBodyTest, ABodyThatIsNotAMapIsLoggedAndIgnored)
 {
     expectDropped(GetParam());
 }
 
-TEST_P(AnyBodyTest, AnActionThatIsNoTextIsLoggedAndDropped)
+TEST_P(AnyBodyTest, AnActionThatIsNotTextIsLoggedAndIgnored)
 {
     expectDropped(Dictionary { { "action", GetParam() }, { "key", "k" } });
 }
@@ -287,7 +287,7 @@ TEST_F(MessageDispatchTest, ANullValueIsPassedOnAndRefusedByTheStoreSoThatTheFor
     EXPECT_EQ(storedItem("k_exp"), Value(10));
     EXPECT_TRUE(platform.standardUserDefaults().calls().empty());
     EXPECT_EQ(logMessages(OSLogType::Error).size(), 1U);
-    // It came as far as the store.
+    // The store received it.
     EXPECT_EQ(logMessages(OSLogType::Debug).back(), "set(forKey: k, value: " + debugDescription(Value()) + ")");
 }
 
@@ -297,7 +297,7 @@ TEST_F(MessageDispatchTest, AnEmptyKeyIsAKey)
     EXPECT_EQ(storedItem(""), Value("v"));
 }
 
-TEST_F(MessageDispatchTest, MembersThatNobodyAskedForAreIgnored)
+TEST_F(MessageDispatchTest, UnknownMembersAreIgnored)
 {
     handle(Dictionary { { "action", "setItem" }, { "key", "k" }, { "value", "v" }, { "callback", "f" }, { "x", 1 } });
     EXPECT_EQ(storedItem("k"), Value("v"));
@@ -333,7 +333,7 @@ TEST_F(MessageDispatchTest, AnExpiredItemIsAnsweredWithNullAndGone)
     EXPECT_FALSE(storedItem("k_exp"));
 }
 
-TEST_F(MessageDispatchTest, AnExpiryThatIsNotFiniteNeverComes)
+TEST_F(MessageDispatchTest, AnInfiniteOrNaNExpiryNeverExpires)
 {
     for (double const expire : { std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity() }) {
         handle(Dictionary { { "action", "setItem" }, { "key", "k" }, { "value", "v" }, { "expire", expire } });
@@ -436,7 +436,7 @@ TEST_F(MessageDispatchTest, ABooleanSwitchesTheFooterBeforeTheMessageIsDone)
     EXPECT_TRUE(platform.mainQueue().isEmpty());
 }
 
-TEST_F(MessageDispatchTest, WhatIsNoBooleanLeavesTheFooterAsItIs)
+TEST_F(MessageDispatchTest, AnythingButABooleanLeavesTheFooterUnchanged)
 {
     auto posts = 0;
     auto const observer = std::make_shared<int>();
@@ -498,7 +498,7 @@ class CustomActionDataTest
     : public CustomActionTest
     , public ::testing::WithParamInterface<Value> { };
 
-TEST_P(CustomActionDataTest, DataThatIsNoTextCountsAsAbsent)
+TEST_P(CustomActionDataTest, DataThatIsNotTextCountsAsAbsent)
 {
     handle(Dictionary { { "action", "invokeCustomAction" }, { "name", "open" }, { "data", GetParam() } });
     EXPECT_EQ(calls, (Calls { std::nullopt }));
@@ -541,7 +541,7 @@ TEST_F(CustomActionTest, OfTheEmptyNameIsCalledLikeAnyOther)
     EXPECT_EQ(calls, (Calls { "d" }));
 }
 
-TEST_F(CustomActionTest, NamedLikeABuiltInActionDoesNotStandInForIt)
+TEST_F(CustomActionTest, NamedLikeABuiltInActionDoesNotReplaceIt)
 {
     sdk().addCustomAction("removeItem", [this](auto const& data) { calls.push_back(data); });
     ZelvoraStorage::set("v", "k");
@@ -552,7 +552,7 @@ TEST_F(CustomActionTest, NamedLikeABuiltInActionDoesNotStandInForIt)
     EXPECT_EQ(calls.size(), 1U);
 }
 
-TEST_F(CustomActionTest, RegisteredAfterTheViewWasMadeIsFoundAllTheSame)
+TEST_F(CustomActionTest, RegisteredAfterTheViewWasMadeIsStillFound)
 {
     auto const container = makeContainer();
     sdk().addCustomAction("late", [this](auto const& data) { calls.push_back(data); });
@@ -587,7 +587,7 @@ TEST_F(CustomActionTest, MayCloseItsOwnContainer)
 
 class CloseTest : public MessageDispatchTest {
 protected:
-    // A screen that knows how many uploads there were when it went.
+    // A screen that notes the number of uploads when it is dismissed.
     class Presented final : public platform::UIViewController {
     public:
         explicit Presented(memory::Platform& platform) : m_platform(platform) { }
@@ -620,7 +620,7 @@ protected:
     std::shared_ptr<Presented> presented = std::make_shared<Presented>(platform);
 };
 
-TEST_F(CloseTest, UploadsAndThenDismissesWithAnimationOnALaterTurn)
+TEST_F(CloseTest, UploadsAndThenDismissesWithAnimationOnTheMainQueue)
 {
     handle(Dictionary { { "action", "close" } });
     EXPECT_TRUE(isPresented());
@@ -644,7 +644,7 @@ TEST_F(CloseTest, WithoutAScreenUploadsAndLeavesEverythingAsItIs)
     EXPECT_TRUE(isPresented());
 }
 
-TEST_F(CloseTest, WithoutAWebViewClosesAllTheSame)
+TEST_F(CloseTest, WithoutAWebViewStillCloses)
 {
     webView = nullptr;
     handle(Dictionary { { "action", "close" } });
@@ -713,7 +713,7 @@ TEST_F(MessageDispatchTest, MessagesTakeEffectInTheirOrder)
             "javascript:alert('null');", "c(null);" }));
 }
 
-// What no page should send.
+// Hostile input.
 
 TEST_F(MessageDispatchTest, AMillionLevelsAreNoMessage)
 {
@@ -722,7 +722,7 @@ TEST_F(MessageDispatchTest, AMillionLevelsAreNoMessage)
     expectNoEffect(body);
 }
 
-TEST_F(MessageDispatchTest, BottomlessValuesInAnArgumentNobodyAskedForAreIgnored)
+TEST_F(MessageDispatchTest, BottomlessValuesInAnUnknownArgumentAreIgnored)
 {
     handle(Dictionary {
         { "action", "setItem" }, { "key", "k" }, { "value", "v" }, { "more", nestedDictionaries(bottomless) } });
@@ -762,7 +762,7 @@ TEST_F(MessageDispatchTest, BottomlessValuesInAnEventAreRefusedAndTheQueueStays)
     EXPECT_EQ(names(ZelvoraStorage::getEventTrackingData()), (std::vector<std::string> { "a" }));
 }
 
-TEST_F(MessageDispatchTest, AsManyLevelsAsTheStoreTakesComeBackWhole)
+TEST_F(MessageDispatchTest, AsManyLevelsAsTheStoreAcceptsComeBackUnchanged)
 {
     handle(Dictionary { { "action", "setItem" }, { "key", "k" }, { "value", nestedArrays(Value::maximumNesting) } });
     handle(Dictionary { { "action", "getItem" }, { "key", "k" }, { "callback", "f" } });
@@ -776,7 +776,7 @@ TEST_F(MessageDispatchTest, AsManyLevelsAsTheStoreTakesComeBackWhole)
     EXPECT_EQ(logMessages(OSLogType::Error).size(), 1U);
 }
 
-TEST_F(MessageDispatchTest, AHugeTextIsStoredWholeAndLoggedInBrief)
+TEST_F(MessageDispatchTest, AHugeTextIsStoredWholeAndLoggedTruncated)
 {
     std::string const huge(4'000'000, 'x');
     handle(Dictionary { { "action", "setItem" }, { "key", "k" }, { "value", huge } });
@@ -812,7 +812,7 @@ TEST_F(MessageDispatchTest, TextsThatAreNotUTF8ArriveAsTheyAre)
     EXPECT_EQ(storedItem("\xFF"), Value("\xC3"));
 }
 
-TEST_F(MessageDispatchTest, TextsWithNULAreWholeTexts)
+TEST_F(MessageDispatchTest, TextsWithNULAreNotCutShort)
 {
     std::string const key("k\0k", 3);
     handle(Dictionary { { "action", "setItem" }, { "key", key }, { "value", "v" } });

@@ -18,7 +18,7 @@ protected:
         platform.runUntilIdle();
     }
 
-    // What the view decides, synchronously and exactly once, or the handler would stop the process.
+    // The view's decision. The handler stops the process unless it is called exactly once.
     [[nodiscard]] std::optional<Policy> decision(std::optional<platform::URL> target) const
     {
         std::optional<Policy> decided;
@@ -53,7 +53,7 @@ class ExternalNavigationTest
     : public NavigationPolicyTest
     , public ::testing::WithParamInterface<char const*> { };
 
-TEST_P(ExternalNavigationTest, AnotherSchemeThatNothingCanOpenIsCancelledWithAnErrorLine)
+TEST_P(ExternalNavigationTest, AnotherSchemeThatNoAppCanOpenIsCancelledWithAnErrorLine)
 {
     EXPECT_EQ(decision(GetParam()), Policy::Cancel);
     EXPECT_EQ(logMessages(),
@@ -62,7 +62,7 @@ TEST_P(ExternalNavigationTest, AnotherSchemeThatNothingCanOpenIsCancelledWithAnE
     EXPECT_TRUE(application().openedURLs().empty());
 }
 
-TEST_P(ExternalNavigationTest, AnotherSchemeThatTheSystemCanOpenIsCancelledAndHandedOverInSilence)
+TEST_P(ExternalNavigationTest, AnotherSchemeThatTheSystemCanOpenIsCancelledAndOpenedSilently)
 {
     auto scheme = url(GetParam()).scheme().value_or("");
     std::ranges::transform(scheme, scheme.begin(), [](unsigned char c) { return std::tolower(c); });
@@ -124,14 +124,14 @@ TEST_F(NavigationPolicyTest, TheErrorLineIsWrittenBeforeTheAnswer)
     EXPECT_EQ(linesBefore, 1U);
 }
 
-TEST_F(NavigationPolicyTest, TheErrorLineHoldsTheWholeEncodedUrl)
+TEST_F(NavigationPolicyTest, TheErrorLineHasTheWholeEncodedUrl)
 {
     EXPECT_EQ(decision("zelvorapay://pay?name=\xED\x95\x9C a"), Policy::Cancel);
     EXPECT_EQ(logMessages(OSLogType::Error),
         (std::vector<std::string> { "Cannot open external scheme: zelvorapay://pay?name=%ED%95%9C%20a" }));
 }
 
-TEST_F(NavigationPolicyTest, ACancelledLinkLeavesThePageWhereItIs)
+TEST_F(NavigationPolicyTest, ACancelledLinkLeavesThePageUnchanged)
 {
     application().setOpenableSchemes({ "tel" });
     engine(*view).navigate(url("tel:1"));
@@ -147,7 +147,7 @@ TEST_F(NavigationPolicyTest, AnAllowedLinkIsFollowed)
     EXPECT_TRUE(view->canGoBack());
 }
 
-TEST_F(NavigationPolicyTest, AFramesNavigationIsJudgedLikeThePages)
+TEST_F(NavigationPolicyTest, AFramesNavigationFollowsTheSamePolicy)
 {
     engine(*view).navigateFrame(url("data:text/html,x"));
     engine(*view).navigateFrame(url("zelvorapay://pay"));

@@ -14,7 +14,7 @@ namespace {
 
 class PageCallbackTest : public ContainerTest {
 protected:
-    // Puts a value where the page's key "k" is kept, also one that the store would not have taken.
+    // Puts a value under the page's key "k", even one that the store would refuse.
     void keep(Value value) { platform.standardUserDefaults().setContents({ { fullKey("k"), std::move(value) } }); }
 
     void get(std::string const& callback = "f", std::string const& key = "k")
@@ -24,7 +24,7 @@ protected:
             nullptr);
     }
 
-    // The answer to the page, its two steps being as they should.
+    // The value in the answer to the page, after checking both steps of the answer.
     [[nodiscard]] std::string encoded()
     {
         platform.log().clear();
@@ -59,7 +59,7 @@ TEST_F(PageCallbackTest, AnAbsentValueIsNull)
     EXPECT_EQ(encoded(), "null");
 }
 
-TEST_F(PageCallbackTest, ContainersThatJSONHoldsAreCompactJSON)
+TEST_F(PageCallbackTest, ContainersThatJSONCanRepresentAreCompactJSON)
 {
     EXPECT_EQ(encoded(Array()), "[]");
     EXPECT_EQ(encoded(Dictionary()), "{}");
@@ -77,7 +77,7 @@ TEST_F(PageCallbackTest, ATextIsAJSONStringLiteral)
     EXPECT_EQ(encoded("\xEC\xA3\xBC\xEB\xAC\xB8 \xF0\x9F\x9B\x92"), "\"\xEC\xA3\xBC\xEB\xAC\xB8 \xF0\x9F\x9B\x92\"");
 }
 
-TEST_F(PageCallbackTest, WhatALiteralCannotHoldIsEscaped)
+TEST_F(PageCallbackTest, CharactersThatALiteralCannotHaveAreEscaped)
 {
     EXPECT_EQ(encoded("a\"b"), R"("a\"b")");
     EXPECT_EQ(encoded("a\\b"), R"("a\\b")");
@@ -113,7 +113,7 @@ TEST_F(PageCallbackTest, ATextThatIsNotUTF8IsPutBetweenSingleQuotesAsItIs)
 {
     EXPECT_EQ(encoded("\xFF"), "'\xFF'");
     EXPECT_EQ(encoded("it's \"\xC3\" \\"), "'it's \"\xC3\" \\'");
-    // A surrogate, an overlong form and a cut character.
+    // A surrogate, an overlong form and a truncated character.
     EXPECT_EQ(encoded("\xED\xA0\x80"), "'\xED\xA0\x80'");
     EXPECT_EQ(encoded("\xC0\xAF"), "'\xC0\xAF'");
     EXPECT_EQ(encoded("\xEC\xA3"), "'\xEC\xA3'");
@@ -161,7 +161,7 @@ TEST_F(PageCallbackTest, AnythingElseIsNull)
     EXPECT_EQ(encoded(platform::Data { "bytes" }), "null");
 }
 
-TEST_F(PageCallbackTest, AContainerWithWhatJSONCannotHoldIsNullAsAWhole)
+TEST_F(PageCallbackTest, AContainerWithAValueThatJSONCannotRepresentIsNullAsAWhole)
 {
     EXPECT_EQ(encoded(Array { 1, platform::Date { 1 } }), "null");
     EXPECT_EQ(encoded(Array { platform::Data { "bytes" } }), "null");
@@ -204,7 +204,7 @@ TEST_F(PageCallbackTest, BothStepsAreOneTaskOfTheMainQueueThatRunsLater)
     EXPECT_EQ(webView->evaluated().size(), 2U);
 }
 
-TEST_F(PageCallbackTest, TheLineIsWrittenAtOnceAndHoldsTheValueAlone)
+TEST_F(PageCallbackTest, TheLineIsWrittenAtOnceAndHasTheValueAlone)
 {
     keep(Array { 1 });
     get("callback.name");
@@ -214,7 +214,7 @@ TEST_F(PageCallbackTest, TheLineIsWrittenAtOnceAndHoldsTheValueAlone)
     EXPECT_EQ(logMessages().size(), lines);
 }
 
-TEST_F(PageCallbackTest, TheValueIsThatOfTheRequestAndNotOfTheTurn)
+TEST_F(PageCallbackTest, TheValueIsReadAtTheRequestAndNotWhenTheQueueRuns)
 {
     keep(1);
     get();
@@ -227,7 +227,7 @@ class CallbackTextTest
     : public PageCallbackTest
     , public ::testing::WithParamInterface<std::string> { };
 
-TEST_P(CallbackTextTest, IsInsertedAsItStands)
+TEST_P(CallbackTextTest, IsInsertedUnchanged)
 {
     keep(1);
     get(GetParam());
@@ -272,7 +272,7 @@ TEST_F(PageCallbackTest, WithoutAWebViewTheStoreIsReadAndTheLineWrittenAndNothin
     EXPECT_TRUE(other->evaluated().empty());
 }
 
-TEST_F(PageCallbackTest, TheQueuedAnswerHoldsTheWebViewUntilItHasRun)
+TEST_F(PageCallbackTest, TheQueuedAnswerKeepsTheWebViewAliveUntilItHasRun)
 {
     std::weak_ptr<memory::WebView> const weak = webView;
     get();
@@ -299,7 +299,7 @@ protected:
     std::shared_ptr<platform::WKWebView> webView = platform.makeWebView({}, { platform.makeUserContentController() });
 };
 
-TEST_F(PageCallbackWriterTest, WhereTheWriterFailsAContainerIsNullAndATextIsPutBetweenSingleQuotes)
+TEST_F(PageCallbackWriterTest, IfTheWriterFailsAContainerIsNullAndATextIsPutBetweenSingleQuotes)
 {
     platform.jsonSerialization().setFailing(true);
     EXPECT_EQ(answerFor(Array { 1 }), "evaluateJavaScript f(null);");
@@ -311,7 +311,7 @@ TEST_F(PageCallbackWriterTest, WhereTheWriterFailsAContainerIsNullAndATextIsPutB
         EXPECT_EQ(line.type, OSLogType::Debug);
 }
 
-TEST_F(PageCallbackWriterTest, WhereTheWritersBytesAreNotUTF8TheSameHolds)
+TEST_F(PageCallbackWriterTest, IfTheWritersBytesAreNotUTF8TheResultIsTheSame)
 {
     platform.jsonSerialization().setOutput("[\"\xFF\"]");
     EXPECT_EQ(answerFor(Array { 1 }), "evaluateJavaScript f(null);");

@@ -20,7 +20,7 @@ memory::Options deniedTracking()
     return { .trackingStatus = platform::ATTrackingAuthorizationStatus::Denied };
 }
 
-// The permission is settled, so that the lookup alone keeps the sequence running.
+// The user has decided on tracking, so that the sequence waits for the lookup only.
 class ShopIdLookupTest : public SDKTest {
 protected:
     ShopIdLookupTest() : SDKTest(deniedTracking()) { }
@@ -28,7 +28,7 @@ protected:
     [[nodiscard]] static std::optional<std::string> shopId() { return ZelvoraSDKInspector::properties().shopId; }
     [[nodiscard]] memory::URLSession& urlSession() { return platform.urlSession(); }
 
-    // Begins the sequence and, where a request is expected, forgets the log lines up to it.
+    // Starts the sequence, expects the lookup's request and clears the log.
     void beginLookup(Configuration configuration = {})
     {
         ASSERT_TRUE(initialize(std::move(configuration)));
@@ -40,7 +40,7 @@ protected:
     {
         urlSession().answer(status, std::move(body));
         platform.runUntilIdle();
-        EXPECT_FALSE(ZelvoraSDKInspector::isInitializing()) << "the sequence goes on whatever the lookup brought";
+        EXPECT_FALSE(ZelvoraSDKInspector::isInitializing()) << "the sequence continues whatever the lookup's result";
     }
     void expectFailure(Messages const& messages, std::string const& detail)
     {
@@ -61,7 +61,7 @@ protected:
         EXPECT_EQ(shopId(), std::nullopt);
         EXPECT_EQ(stored(fullKey("shop_id")), std::nullopt);
     }
-    // Without what reading the event queue logs at the end of the sequence.
+    // The log without the lines for reading the event queue at the end of the sequence.
     [[nodiscard]] Messages lookupMessages() const
     {
         auto messages = logMessages();
@@ -157,7 +157,7 @@ TEST_F(ShopIdLookupTest, OtherMembersOfTheAnswerAreIgnoredAtBothLevels)
     EXPECT_EQ(shopId(), "shop-7");
 }
 
-TEST_F(ShopIdLookupTest, AnEmptyShopIdIsAStringLikeAnother)
+TEST_F(ShopIdLookupTest, AnEmptyShopIdIsAccepted)
 {
     beginLookup();
     answer(200, R"({"data": {"shopId": ""}})");
@@ -178,7 +178,7 @@ TEST_F(ShopIdLookupTest, AStoredValidIdIsUsedWithoutARequest)
     EXPECT_TRUE(errors.empty());
     EXPECT_TRUE(platform.log().holds(OSLogType::Debug, "Shop ID exists : kept"));
     EXPECT_FALSE(platform.log().holds(OSLogType::Debug, "Shop ID: kept"));
-    EXPECT_TRUE(platform.standardUserDefaults().calls().empty()) << "its lifetime does not start anew";
+    EXPECT_TRUE(platform.standardUserDefaults().calls().empty()) << "its lifetime does not restart";
     EXPECT_FALSE(ZelvoraSDKInspector::isInitializing());
 }
 
@@ -201,7 +201,7 @@ TEST_F(ShopIdLookupTest, AnExpiredStoredIdIsDeletedAndLookedUpAgain)
     EXPECT_EQ(shopId(), "new");
 }
 
-TEST_F(ShopIdLookupTest, AStoredIdThatIsNoTextIsLookedUpAgain)
+TEST_F(ShopIdLookupTest, AStoredIdThatIsNotTextIsLookedUpAgain)
 {
     ZelvoraStorage::set(42, "shop_id");
     beginLookup();
@@ -209,7 +209,7 @@ TEST_F(ShopIdLookupTest, AStoredIdThatIsNoTextIsLookedUpAgain)
     EXPECT_EQ(shopId(), "new");
 }
 
-TEST_F(ShopIdLookupTest, AnEndpointThatIsNoUrlEndsTheLookupInSilence)
+TEST_F(ShopIdLookupTest, AnEndpointThatIsNotAUrlEndsTheLookupSilently)
 {
     auto addresses = serviceAddresses();
     addresses.lookupEndpoint = "";
@@ -226,7 +226,7 @@ TEST_F(ShopIdLookupTest, AnEndpointThatIsNoUrlEndsTheLookupInSilence)
 
 TEST_F(ShopIdLookupTest, ABodyThatCannotBeWrittenIsLoggedByItsDescriptionAloneAndReported)
 {
-    // No JSON text can hold this byte.
+    // JSON text cannot contain this byte.
     EXPECT_TRUE(initialize({ .apiKey = "\xff" }));
     platform.runUntilIdle();
     ASSERT_EQ(errors.size(), 1U);
@@ -285,7 +285,7 @@ TEST_F(ShopIdLookupTest, Status500IsLoggedWithItsBodyAndReportedWithItsCode)
     EXPECT_EQ(errors.front()->errorDescription(), "Zelvora 서버 내부 통신 에러가 발생했습니다. fetchShopId - 500");
 }
 
-TEST_F(ShopIdLookupTest, EveryStatusBut200IsAFailureWhateverTheBody)
+TEST_F(ShopIdLookupTest, EveryStatusExcept200IsAFailureWhateverTheBody)
 {
     for (auto const status : { 100, 199, 201, 202, 204, 206, 299, 301, 304, 400, 401, 403, 404, 429, 503, 599 }) {
         errors.clear();
@@ -296,14 +296,14 @@ TEST_F(ShopIdLookupTest, EveryStatusBut200IsAFailureWhateverTheBody)
     }
 }
 
-TEST_F(ShopIdLookupTest, AnErrorBodyThatIsNotUTF8ReadsNoErrorBody)
+TEST_F(ShopIdLookupTest, AnErrorBodyThatIsNotUTF8IsLoggedAsNoErrorBody)
 {
     beginLookup();
     answer(500, "\xc3\x28");
     expectFailure({ { OSLogType::Error, "fetchShopId Error 500 - Error Body: No error body" } }, "fetchShopId - 500");
 }
 
-TEST_F(ShopIdLookupTest, AnEmptyErrorBodyReadsEmpty)
+TEST_F(ShopIdLookupTest, AnEmptyErrorBodyIsLoggedEmpty)
 {
     beginLookup();
     answer(404, "");
@@ -328,14 +328,14 @@ TEST_F(ShopIdLookupTest, ABodyThatIsNotJSONIsLoggedAsAnExceptionAndReportedWithT
     }
 }
 
-TEST_F(ShopIdLookupTest, AShopIdThatIsANumberIsPassedOverInSilence)
+TEST_F(ShopIdLookupTest, AShopIdThatIsANumberIsIgnoredSilently)
 {
     beginLookup();
     answer(200, R"({"data": {"shopId": 42}})");
     expectSilence();
 }
 
-TEST_F(ShopIdLookupTest, JSONOfAnotherShapeIsPassedOverInSilence)
+TEST_F(ShopIdLookupTest, JSONOfAnotherShapeIsIgnoredSilently)
 {
     for (auto const* body :
         { "{}", "[]", R"([{"data": {"shopId": "a"}}])", R"({"data": null})", R"({"data": "shopId"})", R"({"data": []})",
@@ -348,7 +348,7 @@ TEST_F(ShopIdLookupTest, JSONOfAnotherShapeIsPassedOverInSilence)
     }
 }
 
-TEST_F(ShopIdLookupTest, AHugeAnswerIsReadLikeAnother)
+TEST_F(ShopIdLookupTest, AHugeAnswerIsRead)
 {
     beginLookup();
     std::string const filler(5'000'000, 'x');
@@ -356,7 +356,7 @@ TEST_F(ShopIdLookupTest, AHugeAnswerIsReadLikeAnother)
     EXPECT_EQ(shopId(), "shop-7");
 }
 
-TEST_F(ShopIdLookupTest, AHugeAnswerThatIsNotJSONFailsLikeAnother)
+TEST_F(ShopIdLookupTest, AHugeAnswerThatIsNotJSONFailsOnce)
 {
     beginLookup();
     std::string body;
@@ -367,7 +367,7 @@ TEST_F(ShopIdLookupTest, AHugeAnswerThatIsNotJSONFailsLikeAnother)
     EXPECT_EQ(shopId(), std::nullopt);
 }
 
-TEST_F(ShopIdLookupTest, EveryFailureGoesWithoutAHandlerToo)
+TEST_F(ShopIdLookupTest, NoFailureNeedsAHandler)
 {
     auto const begin = [this] {
         EXPECT_TRUE(sdk().initialize("user", "key", true, false, false));
@@ -413,7 +413,7 @@ TEST_F(ShopIdLookupTest, NothingIsTriedAgainBeforeTheNextInitialize)
     EXPECT_EQ(urlSession().requests().size(), 2U);
 }
 
-TEST_F(ShopIdLookupTest, ALateAnswerIsWaitedForWithoutBlockingTheMainThread)
+TEST_F(ShopIdLookupTest, ALateAnswerIsAwaitedWithoutBlockingTheMainThread)
 {
     EXPECT_TRUE(initialize());
     platform.runUntilIdle();
@@ -449,11 +449,12 @@ TEST_F(ShopIdLookupTest, AHandlerMayStartOrInitializeAgain)
     platform.runUntilIdle();
     urlSession().answer(500, "oops");
     platform.runUntilIdle();
-    EXPECT_EQ(codes, (std::vector<std::string_view> { "E200", "E004" })) << "the sequence is still running then";
+    EXPECT_EQ(codes, (std::vector<std::string_view> { "E200", "E004" }))
+        << "the sequence is still running at that time";
     EXPECT_FALSE(ZelvoraSDKInspector::isInitializing());
 }
 
-// What the facade's shop id was at each step of a lookup.
+// Notes the shop id at each step of a lookup.
 class ShopIdLookupOrderTest : public ::testing::Test {
 protected:
     ShopIdLookupOrderTest()
@@ -503,7 +504,7 @@ TEST_F(ShopIdLookupOrderTest, AStoredShopIdIsSetBeforeItIsLogged)
     EXPECT_EQ(steps, (Texts { "logged with kept" }));
 }
 
-TEST_F(ShopIdLookupOrderTest, EveryFailureThatIsLoggedIsLoggedBeforeTheHandlerHearsOfIt)
+TEST_F(ShopIdLookupOrderTest, FailuresAreLoggedBeforeTheHandlerReceivesThem)
 {
     begin("\xff");
     EXPECT_EQ(errorLinesWhenTold, (std::vector<std::size_t> { 1 }));

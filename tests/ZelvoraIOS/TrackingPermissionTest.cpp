@@ -27,7 +27,7 @@ protected:
         }
         return texts;
     }
-    // Whether anything was written to or removed from the entries of the advertising id.
+    // Whether an entry of the advertising id was written or removed.
     [[nodiscard]] bool touchedStoredAdId() const
     {
         return std::ranges::any_of(platform.standardUserDefaults().calls(),
@@ -98,7 +98,7 @@ TEST_F(AuthorizedPermissionTest, AnInactiveAppIsNotWaitedFor)
     EXPECT_FALSE(isInitializing());
 }
 
-TEST_F(AuthorizedPermissionTest, AnIdentifierOfZerosIsTreatedLikeAnother)
+TEST_F(AuthorizedPermissionTest, AnIdentifierOfZerosIsAnIdentifier)
 {
     std::string const zeros = "00000000-0000-0000-0000-000000000000";
     platform.identifierManager().setAdvertisingIdentifier(zeros);
@@ -126,10 +126,10 @@ TEST_F(DeniedPermissionTest, TheAdvertisingIdIsUnknownWithoutAPrompt)
     EXPECT_EQ(properties().adId, "unknown");
     EXPECT_EQ(adIdLines(), (Texts { "ADID: unknown (Status: 2)" }));
     answerLookup();
-    EXPECT_TRUE(errors.empty()) << "a denial is no error";
+    EXPECT_TRUE(errors.empty()) << "a denial is not an error";
 }
 
-TEST_F(DeniedPermissionTest, AStoredAdvertisingIdIsLeftAsItIs)
+TEST_F(DeniedPermissionTest, AStoredAdvertisingIdIsUnchanged)
 {
     ZelvoraStorage::set("earlier", "adid", 5);
     platform.standardUserDefaults().clearCalls();
@@ -229,7 +229,7 @@ TEST_F(TrackingPermissionTest, APromptThatDecidesNothingLeavesItUnknown)
     EXPECT_FALSE(isInitializing());
 }
 
-TEST_F(TrackingPermissionTest, TheUserIsAskedAlsoWhereTrackingIsSwitchedOff)
+TEST_F(TrackingPermissionTest, TheUserIsAskedEvenIfTrackingIsSwitchedOff)
 {
     begin({ .isTrackingEnabled = false });
     advance(0.1);
@@ -277,13 +277,13 @@ TEST_F(InactivePermissionTest, ActivationsInQuickSuccessionCountOnce)
     platform.application().setApplicationState(State::Active);
     platform.application().setApplicationState(State::Inactive);
     platform.application().setApplicationState(State::Active);
-    EXPECT_GE(platform.mainQueue().pendingCount(), 2U) << "both notifications are on their way";
+    EXPECT_GE(platform.mainQueue().pendingCount(), 2U) << "both notifications are queued";
     advance(0.1);
     advance(0.1);
     EXPECT_EQ(tracking().requestCount(), 1U);
 }
 
-TEST_F(InactivePermissionTest, TheStateIsReadAndTheActivationHeardOnTheMainQueue)
+TEST_F(InactivePermissionTest, TheStateIsReadAndTheActivationReceivedOnTheMainQueue)
 {
     EXPECT_TRUE(initialize());
     (void)platform.globalQueue().runAll();
@@ -336,7 +336,7 @@ TEST(TrackingPermissionOrderTest, AnUnknownIdentifierIsSetBeforeItIsLogged)
     EXPECT_EQ(whenLogged, (std::vector<std::optional<std::string>> { "unknown" }));
 }
 
-// How many observers of the activation there were whenever a block was put off.
+// Notes the number of activation observers whenever a block is delayed.
 class WatchedQueue final : public platform::DispatchQueue {
 public:
     explicit WatchedQueue(memory::Platform& platform) : m_platform(platform) { }
@@ -364,7 +364,7 @@ private:
     WatchedQueue m_queue { memory };
 };
 
-TEST(TrackingPermissionOrderTest, TheObserverIsRemovedBeforeTheSequenceGoesOn)
+TEST(TrackingPermissionOrderTest, TheObserverIsRemovedBeforeTheSequenceContinues)
 {
     auto& platform = tests::install<WatchedQueuePlatform>(memory::Options { .applicationState = State::Inactive });
     EXPECT_TRUE(ZelvoraSDK::shared().initialize("user", "key", true, false, false));

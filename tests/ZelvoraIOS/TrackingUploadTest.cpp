@@ -32,7 +32,7 @@ protected:
         ZelvoraSDKInspector::change([isDev](auto& properties) { properties.isDev = isDev; });
     }
 
-    // Without what the store logs.
+    // The log without the store's lines.
     [[nodiscard]] Messages uploadMessages() const
     {
         auto messages = logMessages();
@@ -49,7 +49,7 @@ protected:
         EXPECT_TRUE(events && events->array());
         return events && events->array() ? *events->array() : Array {};
     }
-    // What becomes of one event on its way to the collector.
+    // The event as the collector receives it.
     [[nodiscard]] Dictionary sent(Dictionary const& event)
     {
         ZelvoraStorage::clearEventTrackingData();
@@ -57,7 +57,7 @@ protected:
         sdk().sendTrackingData();
         auto const events = sentEvents(urlSession().requests().back());
         EXPECT_EQ(events.size(), 1U);
-        EXPECT_EQ(ZelvoraStorage::getEventTrackingData(), Array { Value(event) }) << "the stored event is not touched";
+        EXPECT_EQ(ZelvoraStorage::getEventTrackingData(), Array { Value(event) }) << "the stored event is unchanged";
         return *events.at(0).dictionary();
     }
     void answer(int status, std::string body = {})
@@ -65,7 +65,7 @@ protected:
         urlSession().answer(status, std::move(body));
         platform.runUntilIdle();
     }
-    // Uploads the queue and returns what the answer made it log.
+    // Uploads the queue and returns what is logged about the answer.
     [[nodiscard]] Messages messagesAfter(int status, std::string body)
     {
         sdk().sendTrackingData();
@@ -83,7 +83,7 @@ TEST_F(TrackingUploadTest, AnEmptyQueueSendsAndLogsNothing)
     EXPECT_EQ(uploadMessages(), Messages {});
 }
 
-TEST_F(TrackingUploadTest, AForeignValueInTheQueuesPlaceSendsNothingAndStays)
+TEST_F(TrackingUploadTest, AForeignValueInPlaceOfTheQueueSendsNothingAndStays)
 {
     ZelvoraStorage::set("text", "tracking_event");
     sdk().sendTrackingData();
@@ -107,7 +107,7 @@ TEST_F(TrackingUploadTest, TheRequestIsAPostToTheCollectorWithTheContentTypeAndN
     EXPECT_EQ(requests.front(), expected);
 }
 
-TEST_F(TrackingUploadTest, TheBodyHoldsTheEventsAndTheProfileAndIsCompact)
+TEST_F(TrackingUploadTest, TheBodyHasTheEventsAndTheProfileAndIsCompact)
 {
     setAdId("ad-1");
     saveEvents(2);
@@ -187,7 +187,7 @@ TEST_F(TrackingUploadTest, OnlyTheMembersOfTheEventItselfLoseTheirNulls)
     EXPECT_EQ(*sent({ { "nested", nested } }).find("nested"), nested);
 }
 
-TEST_F(TrackingUploadTest, AllOtherMembersAreSentAsTheyAre)
+TEST_F(TrackingUploadTest, AllOtherMembersAreSentUnchanged)
 {
     Dictionary const event { { "eventId", "e" }, { "adid", "a" }, { "text", "\"quoted\" 한글 \n" }, { "n", 0.1 },
         { "flag", false }, { "nested", Dictionary { { "list", Array { 1, "two", true } } } } };
@@ -213,7 +213,7 @@ TEST_F(TrackingUploadTest, TheNormalisedEventsAreLoggedAsPrettyPrintedJSON)
     EXPECT_NE(output.text().find("[ZelvoraSDK-debug] " + messages.front().text + "\n"), std::string::npos);
 }
 
-TEST_F(TrackingUploadTest, AnEndpointThatIsNoUrlEndsInSilenceAfterTheEventsWereLogged)
+TEST_F(TrackingUploadTest, AnEndpointThatIsNotAUrlEndsTheUploadSilentlyAfterTheEventsWereLogged)
 {
     auto addresses = serviceAddresses();
     addresses.trackingEndpoint = "";
@@ -229,7 +229,7 @@ TEST_F(TrackingUploadTest, AnEndpointThatIsNoUrlEndsInSilenceAfterTheEventsWereL
     EXPECT_EQ(queued(), (Names { "0", "1" }));
 }
 
-TEST_F(TrackingUploadTest, AnEndpointThatIsNoUrlIsSeenBeforeABodyThatCannotBeWritten)
+TEST_F(TrackingUploadTest, AnEndpointThatIsNotAUrlIsFoundBeforeABodyThatCannotBeWritten)
 {
     auto addresses = serviceAddresses();
     addresses.trackingEndpoint = "";
@@ -239,7 +239,7 @@ TEST_F(TrackingUploadTest, AnEndpointThatIsNoUrlIsSeenBeforeABodyThatCannotBeWri
     EXPECT_TRUE(logMessages(OSLogType::Error).empty());
 }
 
-TEST_F(TrackingUploadTest, EventsThatJSONCannotHoldAreDescribedAndReportedAndStay)
+TEST_F(TrackingUploadTest, EventsThatJSONCannotRepresentAreDescribedAndReportedAndStay)
 {
     std::vector<Value> const unwritable { Date { 1 }, Data { "x" }, std::numeric_limits<double>::quiet_NaN(),
         std::numeric_limits<double>::infinity(), Array { Date { 1 } }, "\xff" };
@@ -278,7 +278,7 @@ TEST_F(TrackingUploadTest, AnEventAsDeepAsTheQueueTakesIsSent)
     EXPECT_TRUE(logMessages(OSLogType::Error).empty());
 }
 
-TEST_F(TrackingUploadTest, EventsThatJSONCannotHoldAreLoggedByTheirDebugDescription)
+TEST_F(TrackingUploadTest, EventsThatJSONCannotRepresentAreLoggedByTheirDebugDescription)
 {
     setAdId("ad-1");
     ZelvoraStorage::saveEventTrackingData({ { "eventId", Null {} }, { "when", Date { 1 } } });
@@ -296,7 +296,7 @@ TEST_F(TrackingUploadTest, EverySuccessfulStatusRemovesTheEventsAndLogsTheirNumb
             (Messages { { OSLogType::Debug, "sendTrackingData Success - Sent 3 events" } }))
             << status;
         EXPECT_TRUE(queued().empty()) << status;
-        EXPECT_TRUE(platform.standardUserDefaults().contents().empty()) << "the entry goes with its last event";
+        EXPECT_TRUE(platform.standardUserDefaults().contents().empty()) << "the entry is removed with its last event";
     }
 }
 
@@ -379,7 +379,7 @@ TEST_F(TrackingUploadTest, TheBodyOfASuccessIsNotRead)
         (Messages { { OSLogType::Debug, "sendTrackingData Success - Sent 1 events" } }));
 }
 
-TEST_F(TrackingUploadTest, AHugeAnswerIsTakenLikeAnother)
+TEST_F(TrackingUploadTest, AHugeAnswerIsAccepted)
 {
     saveEvents(1);
     std::string body;

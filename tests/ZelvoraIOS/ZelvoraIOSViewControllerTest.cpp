@@ -15,7 +15,7 @@ constexpr char const* footerNotification = "ZelvoraFooterVisibilityChanged";
 
 class ZelvoraIOSViewControllerTest : public ContainerTest {
 protected:
-    // The frame of the container's web view, after a layout pass that left nothing open.
+    // The frame of the container's web view after a layout pass without ambiguities.
     [[nodiscard]] CGRect webViewFrame() const
     {
         platform.layout();
@@ -63,7 +63,7 @@ TEST_F(ZelvoraIOSViewControllerTest, TheWebViewIsOnTheEntryUrlAndActsOnThisScree
     EXPECT_EQ(engine().initialFrame(), CGRect());
 }
 
-TEST_F(ZelvoraIOSViewControllerTest, AnEntryUrlThatIsNoneLeavesTheWebViewBlank)
+TEST_F(ZelvoraIOSViewControllerTest, AnEntryUrlThatIsNotAUrlLeavesTheWebViewBlank)
 {
     auto const container = makeContainer("");
     EXPECT_TRUE(engine().loadedRequests().empty());
@@ -104,7 +104,7 @@ TEST_F(ZelvoraIOSViewControllerTest, AHeaderHangsFromTheSafeTopWithTheWebViewBel
     EXPECT_FALSE(header->isHidden());
 }
 
-TEST_F(ZelvoraIOSViewControllerTest, AFooterStandsOnTheVeryBottomWithTheWebViewAboveIt)
+TEST_F(ZelvoraIOSViewControllerTest, AFooterIsAtTheVeryBottomWithTheWebViewAboveIt)
 {
     auto const footer = makeBar(60);
     setFooter(footer);
@@ -122,7 +122,7 @@ TEST_F(ZelvoraIOSViewControllerTest, TheWebViewFillsWhatHeaderAndFooterLeave)
     EXPECT_EQ(webViewFrame(), (CGRect { 0, safeTop + 44, screenWidth, screenHeight - safeTop - 44 - 60 }));
 }
 
-TEST_F(ZelvoraIOSViewControllerTest, AHiddenFooterIsLaidOutAllTheSameAndTheWebViewReachesTheBottom)
+TEST_F(ZelvoraIOSViewControllerTest, AHiddenFooterIsStillLaidOutAndTheWebViewReachesTheBottom)
 {
     auto const footer = makeBar(60);
     setFooter(footer);
@@ -300,7 +300,7 @@ protected:
     std::shared_ptr<memory::NavigationController> stack;
 };
 
-TEST_F(DisappearanceTest, TheHostIsToldBeforeTheEventsAreUploaded)
+TEST_F(DisappearanceTest, TheDelegateIsCalledBeforeTheEventsAreUploaded)
 {
     auto const container = push();
     std::optional<std::size_t> uploadsBefore;
@@ -311,14 +311,14 @@ TEST_F(DisappearanceTest, TheHostIsToldBeforeTheEventsAreUploaded)
     EXPECT_EQ(uploadCount(), 1U);
 }
 
-TEST_F(DisappearanceTest, AppearingTellsNobodyAndUploadsNothing)
+TEST_F(DisappearanceTest, AppearingCallsNoDelegateAndUploadsNothing)
 {
     auto const container = push();
     EXPECT_EQ(delegate->dismissals, 0U);
     EXPECT_EQ(uploadCount(), 0U);
 }
 
-TEST_F(DisappearanceTest, APresentedContainerThatIsDismissedCountsToo)
+TEST_F(DisappearanceTest, DismissingAPresentedContainerCountsToo)
 {
     auto const presenter = std::make_shared<memory::ViewController>();
     presenter->present(std::make_shared<ZelvoraIOSViewController>(entryUrl), Animated::No);
@@ -365,7 +365,7 @@ TEST_F(DisappearanceTest, NothingIsTornDown)
     EXPECT_TRUE(engine().navigationDelegate());
 }
 
-TEST_F(DisappearanceTest, WithoutADelegateTheEventsAreUploadedAllTheSame)
+TEST_F(DisappearanceTest, WithoutADelegateTheEventsAreStillUploaded)
 {
     sdk().setDelegate(nullptr);
     auto const container = push();
@@ -373,7 +373,7 @@ TEST_F(DisappearanceTest, WithoutADelegateTheEventsAreUploadedAllTheSame)
     EXPECT_EQ(uploadCount(), 1U);
 }
 
-TEST_F(DisappearanceTest, ADelegateThatIsGoneIsNotTold)
+TEST_F(DisappearanceTest, AReleasedDelegateIsNotCalled)
 {
     delegate.reset();
     auto const container = push();
@@ -381,7 +381,7 @@ TEST_F(DisappearanceTest, ADelegateThatIsGoneIsNotTold)
     EXPECT_EQ(uploadCount(), 1U);
 }
 
-TEST_F(DisappearanceTest, TheDelegateOfTheMomentIsTold)
+TEST_F(DisappearanceTest, TheCurrentDelegateIsCalled)
 {
     auto const container = push();
     auto const later = std::make_shared<DelegateSpy>();
@@ -420,7 +420,7 @@ TEST(ZelvoraIOSViewControllerWithoutPlatformDeathTest, AControllerMadeBeforeAPla
         "the SDK was used before a platform was installed: call Platform::install first");
 }
 
-// A navigation stack whose swipe to pop stands in the record.
+// A navigation stack that records changes of its swipe to pop.
 class RecordingStack final : public platform::UINavigationController {
 public:
     explicit RecordingStack(memory::CallRecord& record) : m_pop(std::make_shared<Pop>(record)) { }
@@ -535,7 +535,7 @@ TEST_F(ContainerOrderTest, TheControllerStopsObservingWhenItIsDestroyed)
 TEST_F(ContainerOrderTest, AWebViewIsTakenApartInThisOrder)
 {
     auto view = std::make_shared<ZelvoraWebView>(CGRect {}, "https://shop.example/", false);
-    // What is on its way to the page may hold the system's web view longer.
+    // A queued answer may keep the system's web view alive longer.
     auto const held = view->subviews().at(0);
     platform.memory.screen().calls().clear();
     view.reset();

@@ -219,7 +219,7 @@ TEST(ZelvoraLoggerDeathTest, ThreadsOfTheSystemMayLogWhileTheProcessEnds)
             std::exit(EXIT_SUCCESS);
         },
         testing::ExitedWithCode(EXIT_SUCCESS), "^$")
-        << "the logger has to stay";
+        << "the logger must outlive the process's destructors";
 }
 
 }

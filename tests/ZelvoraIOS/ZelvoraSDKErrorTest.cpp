@@ -118,7 +118,7 @@ TEST(ZelvoraSDKErrorTest, ADetailOfBlanksAndTabsLeavesTheTextAlone)
     EXPECT_EQ(ZelvoraSDKError::otherError(" \t ").errorDescription(), otherText);
 }
 
-TEST(ZelvoraSDKErrorTest, AnEmptyDetailReadsLikeNone)
+TEST(ZelvoraSDKErrorTest, AnEmptyDetailReadsLikeNoDetail)
 {
     EXPECT_EQ(ZelvoraSDKError::networkError("").errorDescription(), networkText);
 }
@@ -134,7 +134,7 @@ TEST(ZelvoraSDKErrorTest, BlanksBeforeALineFeedAtTheEndStayToo)
     EXPECT_EQ(ZelvoraSDKError::otherError("x \n ").errorDescription(), std::string(otherText) + " x \n");
 }
 
-TEST(ZelvoraSDKErrorTest, ErrorsAreEqualWhereCaseAndDetailAre)
+TEST(ZelvoraSDKErrorTest, ErrorsAreEqualIfCaseAndDetailAreEqual)
 {
     EXPECT_EQ(ZelvoraSDKError::networkError("a"), ZelvoraSDKError::networkError("a"));
     EXPECT_NE(ZelvoraSDKError::networkError("a"), ZelvoraSDKError::networkError("b"));

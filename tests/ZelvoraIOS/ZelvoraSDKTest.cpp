@@ -28,14 +28,14 @@ class ZelvoraSDKTest : public SDKTest {
 protected:
     [[nodiscard]] static auto properties() { return ZelvoraSDKInspector::properties(); }
 
-    // An earlier call that is still running.
+    // Starts an initialization that keeps running.
     ZelvoraSDK::Result initializeWith(ZelvoraSDK::CompletionHandler handler)
     {
         return sdk().initialize("user", "key", true, false, false, nullptr, nullptr, nullptr, std::move(handler));
     }
 };
 
-TEST_F(ZelvoraSDKTest, ThereIsOneSDKThatNobodyElseCanMake)
+TEST_F(ZelvoraSDKTest, ThereIsOneSDKAndHostsCannotMakeAnother)
 {
     EXPECT_EQ(&ZelvoraSDK::shared(), &ZelvoraSDK::shared());
     EXPECT_FALSE(std::is_default_constructible_v<ZelvoraSDK>);
@@ -172,7 +172,7 @@ TEST_F(ZelvoraSDKTest, ASuccessfulInitializationNeverCallsTheHandler)
     EXPECT_TRUE(errors.empty());
 }
 
-TEST_F(ZelvoraSDKTest, ASecondCallTooEarlyTellsTheFirstCallersHandlerAndNotItsOwn)
+TEST_F(ZelvoraSDKTest, ASecondCallTooEarlyCallsTheFirstCallersHandlerAndNotItsOwn)
 {
     Errors toldA;
     Errors toldB;
@@ -184,7 +184,7 @@ TEST_F(ZelvoraSDKTest, ASecondCallTooEarlyTellsTheFirstCallersHandlerAndNotItsOw
     EXPECT_TRUE(toldB.empty());
 }
 
-TEST_F(ZelvoraSDKTest, ASecondCallTooEarlyTellsItsOwnHandlerWhereTheFirstHadNone)
+TEST_F(ZelvoraSDKTest, ASecondCallTooEarlyCallsItsOwnHandlerIfTheFirstHadNone)
 {
     Errors told;
     EXPECT_TRUE(initializeWith(nullptr));
@@ -360,7 +360,7 @@ TEST_F(ZelvoraSDKTest, SetFooterVisibleWithNoContainerSetsTheFlagAndPostsIt)
     EXPECT_TRUE(platform.log().lines().empty());
 }
 
-TEST_F(ZelvoraSDKTest, SetFooterVisiblePostsAlsoWhereNothingChanges)
+TEST_F(ZelvoraSDKTest, SetFooterVisiblePostsEvenIfNothingChanges)
 {
     auto const observer = std::make_shared<int>();
     int posts = 0;
@@ -381,7 +381,7 @@ TEST_F(ZelvoraSDKTest, SetFooterVisiblePostsOnTheCallersThread)
     EXPECT_EQ(postedOn, std::this_thread::get_id());
 }
 
-// Which properties have the values of the second of two calls.
+// The names of the properties that have the values of the second of two calls.
 std::string newProperties()
 {
     auto const all = ZelvoraSDKInspector::properties();

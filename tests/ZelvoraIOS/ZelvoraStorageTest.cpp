@@ -29,7 +29,7 @@ protected:
     void advance(double seconds) { platform.clock().advance(seconds); }
 };
 
-// A value that nests so deep: an array in an array and so on.
+// Arrays nested in arrays to this depth.
 Value nested(std::size_t depth)
 {
     Value value = "leaf";
@@ -55,7 +55,7 @@ TEST_F(ZelvoraStorageTest, WithoutABundleIdentifierEveryKeyBeginsWithUnknown)
     EXPECT_EQ(ZelvoraStorage::get("a"), "v");
 }
 
-TEST_F(ZelvoraStorageTest, ThePrefixIsFormedAnewAtEveryCall)
+TEST_F(ZelvoraStorageTest, ThePrefixIsBuiltAtEveryCall)
 {
     ZelvoraStorage::set("v", "a");
     platform.mainBundle().setBundleIdentifier("com.example.renamed");
@@ -66,7 +66,7 @@ TEST_F(ZelvoraStorageTest, ThePrefixIsFormedAnewAtEveryCall)
             { "ZelvoraSDK_Storage_com.example.host_a", "v" }, { "ZelvoraSDK_Storage_com.example.renamed_a", "w" } }));
 }
 
-TEST_F(ZelvoraStorageTest, AnEmptyKeyIsAKeyLikeAnother)
+TEST_F(ZelvoraStorageTest, AnEmptyKeyIsAKey)
 {
     ZelvoraStorage::set("v", "");
     EXPECT_EQ(contents(), (Contents { { "ZelvoraSDK_Storage_com.example.host_", "v" } }));
@@ -105,7 +105,7 @@ TEST_F(ZelvoraStorageTest, TheDateIsADateAndTheExpiryANumberKeptUnchanged)
     }
 }
 
-TEST_F(ZelvoraStorageTest, AValueIsReturnedWithinItsExpiryAndGoesWithAllItsEntriesAfterIt)
+TEST_F(ZelvoraStorageTest, AValueIsReturnedWithinItsExpiryAndRemovedWithAllItsEntriesAfterIt)
 {
     ZelvoraStorage::set("v", "a", 10);
     advance(5);
@@ -174,7 +174,7 @@ TEST_F(ZelvoraStorageTest, AValueWrittenWithoutExpiryNeverInheritsAnEarlierOne)
     EXPECT_EQ(ZelvoraStorage::get("a"), "w");
 }
 
-TEST_F(ZelvoraStorageTest, AWriteStartsTheLifetimeAnew)
+TEST_F(ZelvoraStorageTest, AWriteRestartsTheLifetime)
 {
     ZelvoraStorage::set("v", "a", 10);
     advance(9);
@@ -211,7 +211,7 @@ TEST_F(ZelvoraStorageTest, AnAbsentValueWithoutExpiryDeletesAllThreeEntries)
     EXPECT_TRUE(contents().empty());
 }
 
-TEST_F(ZelvoraStorageTest, AnExpiryOfZeroHoldsOnlyWhileNoTimePasses)
+TEST_F(ZelvoraStorageTest, AValueWithAnExpiryOfZeroIsValidOnlyWhileNoTimePasses)
 {
     ZelvoraStorage::set("v", "a", 0);
     EXPECT_EQ(ZelvoraStorage::get("a"), "v");
@@ -228,7 +228,7 @@ TEST_F(ZelvoraStorageTest, ANegativeExpiryIsOverAtTheFirstRead)
     EXPECT_TRUE(contents().empty());
 }
 
-TEST_F(ZelvoraStorageTest, AnExpiryThatIsInfiniteOrNoNumberNeverComes)
+TEST_F(ZelvoraStorageTest, AnInfiniteOrNaNLifetimeNeverExpires)
 {
     ZelvoraStorage::set("v", "a", std::numeric_limits<double>::infinity());
     ZelvoraStorage::set("w", "b", std::numeric_limits<double>::quiet_NaN());
@@ -251,7 +251,7 @@ TEST_F(ZelvoraStorageTest, ElapsedTimeIsThatOfTheWallClock)
     EXPECT_EQ(ZelvoraStorage::get("a"), std::nullopt);
 }
 
-TEST_F(ZelvoraStorageTest, ATimestampThatIsNoDateMeansNoExpiry)
+TEST_F(ZelvoraStorageTest, ATimestampThatIsNotADateMeansNoExpiry)
 {
     for (auto const& timestamp : { Value("2020-01-01"), Value(0), Value(true), Value(Array {}), Value(Data { "x" }) }) {
         Contents const foreign { { fullKey("a"), "v" }, { fullKey("a_ts"), timestamp }, { fullKey("a_exp"), 1 } };
@@ -262,7 +262,7 @@ TEST_F(ZelvoraStorageTest, ATimestampThatIsNoDateMeansNoExpiry)
     }
 }
 
-TEST_F(ZelvoraStorageTest, AnExpiryThatIsNoNumberMeansNoExpiry)
+TEST_F(ZelvoraStorageTest, AnExpiryThatIsNotANumberMeansNoExpiry)
 {
     for (auto const& expiry : { Value("1"), Value(Date { 1 }), Value(Array { 1 }), Value(Data { "1" }) }) {
         Contents const foreign { { fullKey("a"), "v" }, { fullKey("a_ts"), platform.clock().now() },

@@ -18,7 +18,7 @@ protected:
         return std::make_shared<ZelvoraWebView>(frame, address, allowsSwipeBack);
     }
 
-    // The system's web view, held beyond the life of the SDK's.
+    // The system's web view, which may outlive the SDK's.
     [[nodiscard]] std::shared_ptr<memory::WebView> lastEngine() const { return platform.webViews().back(); }
 
     // What `onPageNavigation` was called with.
@@ -52,7 +52,7 @@ TEST_F(ZelvoraWebViewTest, SetUpAsksTheSystemInThisOrder)
         }));
 }
 
-TEST_F(ZelvoraWebViewTest, TheViewHearsMessagesUnderTheBridgesNameOnly)
+TEST_F(ZelvoraWebViewTest, TheViewReceivesMessagesUnderTheBridgesNameOnly)
 {
     auto const view = makeView();
     auto const& controller = engine(*view).userContentController();
@@ -127,7 +127,7 @@ TEST_F(ZelvoraWebViewTest, TheAddressIsLoadedOnceWithTheProtocolsCachePolicyAndS
     EXPECT_EQ(requests[0].timeoutInterval, 60);
 }
 
-TEST_F(ZelvoraWebViewTest, AnAddressWithWhatAUrlCannotHoldIsEncodedAndLoads)
+TEST_F(ZelvoraWebViewTest, AnAddressWithCharactersThatAUrlCannotHaveIsEncodedAndLoads)
 {
     auto const view = makeView("https://shop.example/a b?q=\xED\x95\x9C");
     EXPECT_EQ(view->currentUrl(), "https://shop.example/a%20b?q=%ED%95%9C");
@@ -148,7 +148,7 @@ TEST_P(BlankViewTest, AnAddressThatFormsNoUrlLeavesTheViewBlankAndLogsNothing)
     EXPECT_FALSE(view->canGoBack());
     EXPECT_TRUE(logMessages().empty());
     EXPECT_TRUE(navigations.empty());
-    // All else is as with an address.
+    // Everything else is set up as usual.
     EXPECT_EQ(engine(*view).observerCount(), 1U);
     EXPECT_EQ(engine(*view).calls().back(), "observeURL");
 }
@@ -251,7 +251,7 @@ TEST_F(ZelvoraWebViewTest, WithoutACallbackAChangeOfTheUrlDoesNothing)
     EXPECT_TRUE(logMessages().empty());
 }
 
-TEST_F(ZelvoraWebViewTest, TheCallbackOfTheMomentOfTheChangeIsCalled)
+TEST_F(ZelvoraWebViewTest, TheCallbackSetAtTheTimeOfTheChangeIsCalled)
 {
     auto const view = makeView();
     platform.runUntilIdle();
@@ -339,7 +339,7 @@ TEST_F(ZelvoraWebViewTest, CustomActionsRegisteredLaterAreNotInTheViewsScript)
     EXPECT_EQ(source.find("after"), std::string::npos);
 }
 
-TEST_F(ZelvoraWebViewTest, ADestroyedViewHearsAndReportsNothingMore)
+TEST_F(ZelvoraWebViewTest, ADestroyedViewReceivesAndReportsNothingMore)
 {
     listen();
     auto view = makeView();

@@ -146,7 +146,7 @@ memory::WebView& ContainerTest::engine(ZelvoraWebView const& view)
 {
     auto* const found = view.subviews().empty() ? nullptr : dynamic_cast<memory::WebView*>(view.subviews()[0].get());
     if (!found)
-        platform::fatalError("the view holds no web view of the system's");
+        platform::fatalError("the view has no system web view");
     return *found;
 }
 

@@ -35,7 +35,7 @@ namespace zelvora::tests {
 using platform::Animated;
 using platform::CGRect;
 
-/// A host's delegate that remembers what it was asked and told.
+/// A host's delegate that records its calls.
 class DelegateSpy final : public ZelvoraSDK::ZelvoraSDKDelegate {
 public:
     // ZelvoraSDK::ZelvoraSDKDelegate
@@ -45,12 +45,12 @@ public:
     bool answer = true;
     std::vector<ZelvoraWebView const*> askedWith;
     std::size_t dismissals = 0;
-    /// Called before the answer is given.
+    /// Called before the answer is returned.
     std::function<void()> onAsked;
     std::function<void()> onWillDismiss;
 };
 
-/// What it takes to put containers on the screen in memory: 390 by 844 points, 47 of them safe area at the top.
+/// Shows containers on the screen in memory: 390 by 844 points, with 47 points outside the safe area at the top.
 class ContainerTest : public SDKTest {
 protected:
     static constexpr char const* entryUrl = "https://shop-1.shop.zelvora.example/v1/";
@@ -60,11 +60,11 @@ protected:
 
     using SDKTest::SDKTest;
 
-    /// Carries through an initialization that a test began: the lookup answers with "shop-1", a prompt for tracking is
-    /// answered with authorized.
+    /// Runs an initialization that a test has started to its end: the lookup answers with "shop-1", and a prompt for
+    /// tracking is answered with authorized.
     void finishInitialization();
 
-    /// A container that was made by hand, with its root view loaded.
+    /// A container created directly, with its root view loaded.
     [[nodiscard]] static std::shared_ptr<ZelvoraIOSViewController> makeContainer(std::string const& url = entryUrl);
     /// The container that the host's screen presents, or nullptr.
     [[nodiscard]] static std::shared_ptr<ZelvoraIOSViewController> containerPresentedBy(
@@ -72,23 +72,23 @@ protected:
     /// The container on top of a stack, or nullptr.
     [[nodiscard]] static std::shared_ptr<ZelvoraIOSViewController> containerOn(
         memory::NavigationController const& stack);
-    /// A stack that holds the screen.
+    /// A stack with this screen on it.
     [[nodiscard]] static std::shared_ptr<memory::NavigationController> makeStack(
         std::shared_ptr<platform::UIViewController> root = std::make_shared<memory::ViewController>(),
         memory::NavigationController::SwipeToPop swipe = memory::NavigationController::SwipeToPop::Yes);
 
-    /// A view of a height of its own, as hosts' headers and footers are.
+    /// A view with an intrinsic height, as hosts' headers and footers have.
     [[nodiscard]] static std::shared_ptr<memory::View> makeBar(double height);
-    /// Lets containers have the view as their header or footer.
+    /// Makes containers use the view as their header or footer.
     static void setHeader(std::shared_ptr<platform::UIView> view);
     static void setFooter(std::shared_ptr<platform::UIView> view);
 
-    /// The system's web view in one of the SDK's.
+    /// The system's web view inside one of the SDK's.
     [[nodiscard]] static memory::WebView& engine(ZelvoraWebView const& view);
-    /// That of the container that was made last.
+    /// The one in the active web view.
     [[nodiscard]] static memory::WebView& engine();
 
-    /// The page of the container that was made last posts to the bridge.
+    /// Posts to the bridge from the page in the active web view.
     static void post(Dictionary body);
 
     [[nodiscard]] static platform::URL url(std::string const& text);

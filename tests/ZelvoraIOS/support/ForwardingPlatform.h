@@ -4,7 +4,7 @@
 
 namespace zelvora::tests {
 
-/// A platform in memory of which a derived one replaces single services, to watch a call while it is made or to run on
+/// A platform in memory whose derived classes replace single services, to watch a call as it happens or to run on
 /// real threads.
 class ForwardingPlatform : public platform::Platform {
 public:

@@ -19,7 +19,7 @@ public:
     {
     }
 
-    /// The observer objects that were removed, for comparing only.
+    /// The observer objects that were removed, for comparison only.
     [[nodiscard]] std::vector<void const*> const& removed() const { return m_removed; }
 
     // platform::NotificationCenter
@@ -35,14 +35,13 @@ private:
     std::vector<void const*> m_removed;
 };
 
-/// A JSON writer that fails at what it declared valid, when it is told to, and counts how often it is given what it
-/// declared invalid.
+/// A JSON writer that can be made to fail for valid values, and counts how often it is given invalid ones.
 class FailingJSONSerialization final : public platform::JSONSerialization {
 public:
     explicit FailingJSONSerialization(platform::JSONSerialization const& json) : m_json(json) { }
 
     void setFailing(bool failing) { m_failing = failing; }
-    /// Writes these bytes from now on, whatever it is given.
+    /// Writes these bytes from now on, whatever the value.
     void setOutput(std::string bytes) { m_output = std::move(bytes); }
     [[nodiscard]] std::size_t invalidCount() const { return m_invalidCount; }
 
@@ -65,8 +64,7 @@ private:
     std::size_t mutable m_invalidCount = 0;
 };
 
-/// The system's web view as far as it is asked anything: all of it stands in the record, and "invalidate" for the end
-/// of an observation.
+/// A system's web view that records every call, and "invalidate" for the end of an observation.
 class RecordingWebView final : public platform::WKWebView {
 public:
     RecordingWebView(
@@ -94,11 +92,11 @@ private:
     memory::CallRecord& m_record;
 };
 
-/// The system in memory, some of its parts under observation: what a test of an order of steps over several of them
-/// needs. Everything recorded stands in the one record of the screen.
+/// A platform in memory that records the calls of several services in the screen's one record, for tests of the order
+/// of steps across them.
 class RecordingPlatform final : public ForwardingPlatform {
 public:
-    /// The texts of everything recorded, in one order.
+    /// All recorded calls, in order.
     [[nodiscard]] std::vector<std::string> calls();
 
     // platform::Platform

@@ -16,7 +16,7 @@
 
 namespace zelvora::platform {
 
-// For the messages of failed expectations.
+// Used in the messages of failed expectations.
 void PrintTo(OSLogType type, std::ostream* stream);
 void PrintTo(Value const& value, std::ostream* stream);
 void PrintTo(Array const& array, std::ostream* stream);
@@ -38,7 +38,7 @@ using platform::Dictionary;
 using platform::OSLogType;
 using platform::Value;
 
-/// A line of the system log without the prefix that every line has.
+/// A line of the system log without the prefix common to all lines.
 struct LogMessage {
     OSLogType type = OSLogType::Default;
     std::string text;
@@ -59,31 +59,31 @@ struct Configuration {
     std::shared_ptr<ZelvoraSDK::ZelvoraSDKDelegate> delegate {};
 };
 
-/// A fresh system in memory with the SDK on it; each test runs in a process of its own. Nothing happens by itself:
-/// queues are turned by `platform.runUntilIdle()`. A derived fixture passes other options on.
+/// A fresh platform in memory with the SDK on it; each test runs in its own process. Queues run only when a test calls
+/// `platform.runUntilIdle()` or runs them itself.
 class SDKTest : public ::testing::Test {
 protected:
     explicit SDKTest(memory::Options options = {});
 
     [[nodiscard]] static ZelvoraSDK& sdk() { return ZelvoraSDK::shared(); }
 
-    /// Initializes with a completion handler that keeps what it is told in `errors`; no queue is turned.
+    /// Initializes with a completion handler that appends to `errors`. Runs no queue.
     ZelvoraSDK::Result initialize(Configuration configuration = {});
-    /// Initializes and carries the sequence through: the lookup answers with the shop id, a prompt for tracking is
-    /// answered with authorized. Afterwards nothing is pending but an upload, where events were queued.
+    /// Initializes and runs the sequence to its end: the lookup answers with the shop id, and a prompt for tracking is
+    /// answered with authorized. If events were queued, their upload is still unanswered afterwards.
     void initializeAndFinish(Configuration configuration = {}, std::string const& shopId = "shop-1");
 
     /// All lines of the system log, without their prefix.
     [[nodiscard]] std::vector<LogMessage> logMessages() const;
-    /// Those of one type.
+    /// The lines of one type.
     [[nodiscard]] std::vector<std::string> logMessages(OSLogType type) const;
 
-    /// The key under which the store keeps a caller's key.
+    /// The preferences key for a caller's key.
     [[nodiscard]] static std::string fullKey(std::string const& key);
-    /// What the preferences hold under a full key.
+    /// The value in the preferences under a full key.
     [[nodiscard]] std::optional<Value> stored(std::string const& fullKey) const;
 
-    /// What the body of a request holds.
+    /// The parsed body of a request.
     [[nodiscard]] static Value bodyOf(platform::URLRequest const& request);
 
     memory::Platform& platform;
@@ -91,9 +91,9 @@ protected:
     std::vector<std::optional<ZelvoraSDKError>> errors;
 };
 
-/// An event that can be told from others.
+/// An event with a name to distinguish it from others.
 [[nodiscard]] Dictionary makeEvent(std::string const& name);
-/// As many events as asked, named "0", "1" and so on, put into the queue.
+/// Queues this many events, named "0", "1" and so on.
 void saveEvents(std::size_t count);
 /// The "name" of each event.
 [[nodiscard]] std::vector<std::string> names(Array const& events);

@@ -27,7 +27,7 @@ protected:
     [[nodiscard]] memory::ATTrackingManager& tracking() { return platform.trackingManager(); }
     [[nodiscard]] std::size_t requestCount() { return platform.urlSession().requests().size(); }
 
-    /// Initializes and runs the queues until nothing is left to do without an answer or more time.
+    /// Initializes and runs the queues until the sequence waits for an answer or for time to pass.
     void begin(Configuration configuration = {})
     {
         ASSERT_TRUE(initialize(std::move(configuration)));

@@ -7,7 +7,7 @@
 
 namespace zelvora::tests {
 
-/// Catches what the process writes to standard output while it lives. One at a time.
+/// Captures what the process writes to standard output during its lifetime. One at a time.
 class StandardOutput final {
 public:
     StandardOutput();
@@ -17,7 +17,7 @@ public:
 
     /// Everything written so far.
     [[nodiscard]] std::string text() const;
-    /// The same by lines, without the line feeds.
+    /// The same, split into lines.
     [[nodiscard]] std::vector<std::string> lines() const;
 
 private:

@@ -11,22 +11,22 @@
 
 namespace zelvora::tests {
 
-/// The system in memory, with a look at the moment of each log line, of each value read and stored and of each question
-/// for the bundle: for an order of steps that their outcome does not show.
+/// A platform in memory that calls watchers at each log line, each value read or stored and each use of the bundle, for
+/// tests of an order of steps that the outcome does not show.
 class WatchingPlatform final : public ForwardingPlatform {
 public:
     using Watcher = std::function<void(std::string const&)>;
 
     using ForwardingPlatform::ForwardingPlatform;
 
-    /// Called with the message of each line, before the log has it.
+    /// Called with the message of each line, before it is logged.
     void watchLog(Watcher watcher) { m_logWatcher = std::move(watcher); }
-    /// Called with the full key of each value, before the preferences have it.
+    /// Called with the full key of each value, before it is stored.
     void watchStoring(Watcher watcher) { m_storingWatcher = std::move(watcher); }
-    /// Called with the full key of each value, after it was read and before the reader has it.
+    /// Called with the full key of each value, after it was read and before it is returned.
     void watchReading(Watcher watcher) { m_readingWatcher = std::move(watcher); }
     void watchBundle(std::function<void()> watcher) { m_bundleWatcher = std::move(watcher); }
-    /// How often the preferences were asked for.
+    /// How often the SDK asked the platform for the preferences.
     [[nodiscard]] std::size_t preferencesCount() const { return m_preferencesCount; }
 
     // platform::Platform

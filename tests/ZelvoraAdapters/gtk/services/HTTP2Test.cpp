@@ -31,7 +31,7 @@ protected:
 
     TestAuthority m_authority;
     TemporaryDirectory m_directory;
-    LoopbackServer m_server { m_authority.makeIdentity("localhost") };
+    LoopbackServer m_server { m_authority.identityOf("localhost") };
     std::atomic<SoupHTTPVersion> m_version = SOUP_HTTP_1_0;
     Loading m_loading { { .additionalAuthorities = m_directory.write("authority.pem", m_authority.certificatePEM()) } };
 };

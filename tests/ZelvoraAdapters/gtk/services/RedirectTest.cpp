@@ -129,7 +129,7 @@ TEST(RedirectTest, FromASecureToAnInsecureAddressIsAnError)
     TestAuthority const authority;
     TemporaryDirectory const directory;
     LoopbackServer insecure;
-    LoopbackServer secure(authority.makeIdentity("localhost"));
+    LoopbackServer secure(authority.identityOf("localhost"));
     auto const there = insecure.serve("/", arrived);
     auto const url = secure.serve("/", redirecting(307, there.absoluteString()));
     Loading loading({ .additionalAuthorities = directory.write("authority.pem", authority.certificatePEM()) });

@@ -18,7 +18,7 @@ class ServerTrustTest : public testing::Test {
 protected:
     platform::URL serve(std::string const& host)
     {
-        m_server.emplace(m_authority.makeIdentity(host));
+        m_server.emplace(m_authority.identityOf(host));
         m_server->serve("/", [](SoupServerMessage* message) { answer(message, 200, "secret"); });
         return m_server->url("/");
     }
@@ -68,7 +68,8 @@ TEST_F(ServerTrustTest, WithoutTheAuthorityTheServerIsNotTrusted)
 TEST_F(ServerTrustTest, AnotherAuthorityDoesNotHelp)
 {
     auto const url = serve("localhost");
-    Loading loading({ .additionalAuthorities = m_directory.write("other.pem", TestAuthority().certificatePEM()) });
+    Loading loading(
+        { .additionalAuthorities = m_directory.write("other.pem", TestAuthority("second").certificatePEM()) });
     expectUntrusted(loading.load({ .url = url }));
 }
 

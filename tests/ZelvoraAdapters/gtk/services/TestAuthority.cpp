@@ -1,31 +1,32 @@
 #include "tests/ZelvoraAdapters/gtk/services/TestAuthority.h"
 
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+
 namespace zelvora::tests {
 
-namespace x509 = examples::x509;
-
-namespace {
-
-constexpr std::time_t anHour = 3600;
-
-}
-
-TestAuthority::TestAuthority()
-    : m_key(x509::makeKey())
-    , m_certificate(x509::makeAuthority(m_key, "Test Authority", anHour))
+TestAuthority::TestAuthority(std::string const& name)
+    : m_directory(std::filesystem::path(ZELVORA_TEST_CERTIFICATES) / name)
 {
 }
 
 std::string TestAuthority::certificatePEM() const
 {
-    return x509::text(m_certificate);
+    return read("ca.pem");
 }
 
-LoopbackServer::Identity TestAuthority::makeIdentity(std::string const& host) const
+LoopbackServer::Identity TestAuthority::identityOf(std::string const& host) const
 {
-    auto const key = x509::makeKey();
-    auto const certificate = x509::makeServer(key, { host }, anHour, m_certificate, m_key);
-    return { .certificatePEM = x509::text(certificate), .keyPEM = x509::text(key) };
+    return { .certificatePEM = read(host + ".pem"), .keyPEM = read(host + "-key.pem") };
+}
+
+std::string TestAuthority::read(std::string const& file) const
+{
+    std::ifstream stream(m_directory / file, std::ios::binary);
+    EXPECT_TRUE(stream) << "There is no " << m_directory / file << ".";
+    return { std::istreambuf_iterator<char>(stream), {} };
 }
 
 }

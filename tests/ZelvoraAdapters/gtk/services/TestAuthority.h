@@ -1,6 +1,5 @@
 #pragma once
 
-#include "examples/service/X509.h"
 #include "tests/contract/gtk/LoopbackServer.h"
 
 #include <filesystem>
@@ -8,18 +7,20 @@
 
 namespace zelvora::tests {
 
-/// A certificate authority made on the spot.
+/// A certificate authority that no system trusts, and the servers that it signed. Made with the build.
 class TestAuthority final {
 public:
-    TestAuthority();
+    /// "first" and "second" are two authorities that do not vouch for each other's servers.
+    explicit TestAuthority(std::string const& name = "first");
 
     [[nodiscard]] std::string certificatePEM() const;
-    /// Makes a server that this authority vouches for, under a host name.
-    [[nodiscard]] LoopbackServer::Identity makeIdentity(std::string const& host) const;
+    /// The server of a host name, one of those in the build's list for this authority.
+    [[nodiscard]] LoopbackServer::Identity identityOf(std::string const& host) const;
 
 private:
-    examples::x509::Key m_key;
-    examples::x509::Certificate m_certificate;
+    [[nodiscard]] std::string read(std::string const& file) const;
+
+    std::filesystem::path m_directory;
 };
 
 }

@@ -29,12 +29,12 @@ protected:
 
     static LoopbackServer::Identity& pageIdentity()
     {
-        static auto s_identity = authority().makeIdentity("page.localhost");
+        static auto s_identity = authority().identityOf("page.localhost");
         return s_identity;
     }
     static LoopbackServer::Identity& frameIdentity()
     {
-        static auto s_identity = authority().makeIdentity("frame.localhost");
+        static auto s_identity = authority().identityOf("frame.localhost");
         return s_identity;
     }
 
@@ -81,7 +81,8 @@ class OtherAuthorityWebsiteTest : public WebsiteTrustTest {
 protected:
     OtherAuthorityWebsiteTest()
         : WebsiteTrustTest([](gtk::HostOptions& options) {
-            options.certificateAuthorityFile = write(options, "authority.pem", TestAuthority().certificatePEM());
+            options.certificateAuthorityFile =
+                write(options, "authority.pem", TestAuthority("second").certificatePEM());
         })
     {
     }

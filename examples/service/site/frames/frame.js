@@ -9,7 +9,7 @@ function tell(line) {
     const item = document.createElement('li');
     item.textContent = line;
     byId('frame-log').prepend(item);
-    // The shop may be on any port; what is told is no secret.
+    // The shop may be on any port, and the line is not secret.
     parent.postMessage({ told: line }, '*');
 }
 
@@ -28,7 +28,7 @@ function act(name) {
     tell(`frame ${name}`);
 }
 
-// Answers go to the page that holds this frame, so this is not expected to be called.
+// Answers go to the page around this frame, so this should never be called.
 window.onFrameItem = (value) => tell(`frame onFrameItem(${JSON.stringify(value)})`);
 
 window.addEventListener('message', (message) => {

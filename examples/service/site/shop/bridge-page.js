@@ -88,7 +88,7 @@ function listenToCustomButtons() {
     byId('custom-name').value = names[0] ?? 'showMessage';
 }
 
-// A page cannot reach into a frame of another origin, so it asks the frame to call the bridge itself.
+// A page cannot call into a frame of another origin, so it asks the frame to call the bridge.
 function showFrame() {
     const origin = sibling('frames');
     const ask = (action) => () => byId('frame').contentWindow.postMessage({ ask: action }, origin);

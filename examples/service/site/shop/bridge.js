@@ -1,15 +1,15 @@
 import { entry } from './shop.js';
 
-/// The object that the app put into this page; undefined in an ordinary browser.
+// The object that the app injected; undefined in an ordinary browser.
 export function bridge() {
     return window.ZelvoraSDKBridge;
 }
 
-// The app answers a read by calling a global function by its name, in the order of the requests.
+// The app answers a read by calling the global function that the request named. Answers come in the order of the requests.
 const waiting = [];
 window.onItemRead = (value) => waiting.shift()?.(value);
 
-/// Without an app, values last as long as the tab.
+// Without an app, values last as long as the tab.
 export function readItem(key) {
     if (!bridge())
         return Promise.resolve(JSON.parse(sessionStorage.getItem(key)));
@@ -33,7 +33,7 @@ export function removeItem(key) {
         sessionStorage.removeItem(key);
 }
 
-/// The advertising id is left to the app when the entry address brought none.
+// If the entry URL has no advertising id, the app fills it in.
 export function saveEvent(eventId, members) {
     bridge()?.saveEvent({
         eventId,

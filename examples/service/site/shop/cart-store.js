@@ -3,13 +3,13 @@ import { productWithId } from './products.js';
 
 const sevenDays = 7 * 24 * 60 * 60;
 
-/// The lines of the cart, each with a product that still exists.
+// The lines of the cart whose products still exist.
 export async function readCart() {
     const kept = await readItem('cart');
     return Array.isArray(kept) ? kept.filter((line) => productWithId(line.productId)) : [];
 }
 
-// A change is a read and a write with an answer awaited in between, so changes take turns.
+// A change reads, awaits the answer and writes. Changes run one after another, so that none is lost.
 let lastChange = Promise.resolve();
 
 function change(edit) {

@@ -5,7 +5,7 @@ const query = new URLSearchParams(location.search);
 
 export const language = query.get('lang') === 'en' ? 'en' : 'ko';
 
-/// What the app said about its user when it opened the shop. Every link hands it on.
+// What the app told about its user in the entry URL. Every link passes it on.
 export const entry = Object.fromEntries(['adid', 'uKey', 'rid'].map((name) => [name, query.get(name) ?? '']));
 
 export function text(name) {
@@ -20,7 +20,7 @@ export function address(page, more = {}, inLanguage = language) {
     return `${page}?${new URLSearchParams({ ...entry, ...more, lang: inLanguage })}`;
 }
 
-/// The address of this page's sibling host, on the same port.
+// The origin of another host of the service, on the same port.
 export function sibling(host) {
     return `https://${location.host.replace(/^[^.]+\.(shop|dev)\./, `${host}.`)}`;
 }
@@ -39,7 +39,7 @@ export function picture(product) {
     return element('img', { src: `pictures/${product.id}.svg`, alt: product.name[language], className: 'picture' });
 }
 
-/// Shows a short notice at the bottom of the window until the next one comes.
+// Shows a notice at the bottom of the window until the next one.
 export function notify(message) {
     const notice = byId('notice');
     notice.textContent = message;
@@ -99,8 +99,8 @@ async function showShopName() {
     document.title = shop.name[language];
 }
 
-/// Puts the parts around the page that all pages share and fills in its texts, at once.
-/// What comes from elsewhere, the shop's name and the cart, is there when the promise is kept.
+// Adds the parts that all pages share and fills in the texts immediately. The promise resolves once the shop's name
+// and the cart are shown as well.
 export function dressPage(current) {
     document.documentElement.lang = language;
     for (const place of document.querySelectorAll('[data-text]'))
@@ -113,7 +113,7 @@ export function dressPage(current) {
     return Promise.all([showShopName(), showCartCount()]);
 }
 
-/// Tells whoever watches the page from outside that it is complete.
+// Marks the page as complete for programs that drive it from outside.
 export async function finishPage() {
     await Promise.allSettled([...document.images].map((image) => image.decode()));
     document.body.dataset.state = 'ready';

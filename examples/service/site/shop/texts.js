@@ -1,4 +1,4 @@
-/// What the pages say, under the names that their data-text attributes use.
+// The texts of the pages. The keys are the values of the pages' data-text attributes.
 export const texts = {
     ko: {
         shop: '상점',

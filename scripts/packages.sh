@@ -2,7 +2,7 @@
 
 PACKAGES_BUILD=(
     cmake ninja-build pkgconf g++-12 libgtest-dev
-    libgtk-4-dev libwebkitgtk-6.0-dev libsoup-3.0-dev libsystemd-dev libgnutls28-dev libsqlite3-dev nlohmann-json3-dev gnutls-bin
+    libgtk-4-dev libwebkitgtk-6.0-dev libsoup-3.0-dev libsystemd-dev libsqlite3-dev nlohmann-json3-dev gnutls-bin
 )
 PACKAGES_CLANG=(clang-19 lld-19 llvm-19 libclang-rt-19-dev)
 PACKAGES_LIBCXX=(libc++-19-dev libc++abi-19-dev)

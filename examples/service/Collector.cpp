@@ -1,78 +1,133 @@
 #include "examples/service/Collector.h"
 
-#include "examples/service/CollectorPage.h"
 #include "examples/service/CollectorStore.h"
-#include "examples/service/Json.h"
+#include "examples/service/Site.h"
 
 #include <algorithm>
+#include <ranges>
+#include <string_view>
 
 namespace zelvora::examples {
 
 namespace {
 
-bool isBatch(nlohmann::json const& json)
+// A page of all events would soon be too long to read; /events.json has them all.
+constexpr std::size_t mostShownEvents = 200;
+
+bool isBatch(Json const& json)
 {
     if (!json.is_object() || json.size() != 2 || !json.contains("data") || !json.contains("profile"))
         return false;
     auto const& events = json.at("data");
     auto const& profile = json.at("profile");
-    return events.is_array() && std::ranges::all_of(events, &nlohmann::json::is_object)
+    return events.is_array() && std::ranges::all_of(events, [](Json const& event) { return event.is_object(); })
         && (profile == "dev" || profile == "prd");
 }
 
-} // namespace
-
-Collector::Collector(CollectorStore& store) : m_store(store) { }
-
-Reply Collector::answer(Request const& request)
+Reply collect(CollectorStore& store, Request const& request)
 {
-    if (request.path == "/v1/events")
-        return request.method == "POST" ? collect(request) : methodNotAllowed("POST");
-    if (request.path != "/" && request.path != "/events.json")
-        return errorReply(404, "the collector knows /v1/events, / and /events.json");
-    if (!isRead(request))
-        return methodNotAllowed("GET");
-    if (request.path == "/events.json")
-        return list();
-    return { .status = 200,
-        .contentType = "text/html; charset=utf-8",
-        .body = collectorPage(m_store.batches(), wantsEnglish(request) ? Language::English : Language::Korean) };
-}
-
-Reply Collector::collect(Request const& request)
-{
-    if (!isJson(request))
-        return errorReply(415, "the body must be application/json");
-    auto const json = parseJson(request.body);
-    if (!json || !isBatch(*json))
-        return errorReply(400, "the body must be an object with data, an array of objects, and profile, dev or prd");
-
-    auto const events = rawElements(request.body, "data");
-    if (!m_store.add(json->at("profile").get<std::string>(), events))
+    auto const batch = readPost(request, "/v1/events");
+    if (!batch)
+        return batch.error();
+    if (!isBatch(*batch))
+        return errorReply(400, "the body must be an object of data (an array of objects) and profile (dev or prd)");
+    auto const& events = batch->at("data");
+    if (!store.add(batch->at("profile").get<std::string>(), events))
         return errorReply(503, "the events could not be kept");
     return jsonReply(200, { { "received", events.size() } });
 }
 
-Reply Collector::list() const
+std::string escaped(std::string_view text)
 {
-    // Put together as text, so that every event reads exactly as it came.
-    std::string body = R"({"batches":[)";
-    for (auto const& batch : m_store.batches()) {
-        nlohmann::json const head = { { "number", batch.number }, { "receivedAt", batch.receivedAt },
-            { "profile", batch.profile } };
-        if (body.back() == '}')
-            body += ',';
-        auto const text = head.dump();
-        body.append(text, 0, text.size() - 1).append(R"(,"events":[)");
-        for (auto const& event : batch.events) {
-            if (body.back() == '}')
-                body += ',';
-            body += event;
-        }
-        body += "]}";
+    std::string result;
+    for (auto const character : text) {
+        if (character == '&')
+            result += "&amp;";
+        else if (character == '<')
+            result += "&lt;";
+        else if (character == '>')
+            result += "&gt;";
+        else
+            result += character;
     }
-    body += "]}";
-    return { .status = 200, .contentType = "application/json", .body = std::move(body) };
+    return result;
 }
 
-} // namespace zelvora::examples
+std::string eventRow(std::size_t number, Json const& event)
+{
+    auto const id = event.find("eventId");
+    auto const name = id == event.end() ? "" : id->is_string() ? id->get<std::string>() : id->dump();
+    return "<div class=event><b>" + std::to_string(number) + "</b><div><span class=name>" + escaped(name)
+        + "</span><code>" + escaped(event.dump()) + "</code></div></div>\n";
+}
+
+// The newest batch first.
+std::string batchSections(Json const& batches, std::string const& title)
+{
+    std::string sections;
+    auto room = mostShownEvents;
+    for (auto const& batch : batches | std::views::reverse) {
+        if (room == 0)
+            break;
+        sections += "<section><h2>" + title + " " + batch.at("number").dump() + " <span class=profile>"
+            + batch.at("profile").get<std::string>() + "</span> <time>" + batch.at("receivedAt").get<std::string>()
+            + "</time></h2>\n";
+        auto const& events = batch.at("events");
+        auto const shown = std::min(room, events.size());
+        for (std::size_t i = 0; i < shown; ++i)
+            sections += eventRow(i + 1, events.at(i));
+        sections += "</section>\n";
+        room -= shown;
+    }
+    return sections;
+}
+
+std::string page(Json const& batches, bool isEnglish)
+{
+    auto const say = [isEnglish](char const* korean, char const* english) -> std::string {
+        return isEnglish ? english : korean;
+    };
+    auto const title = say("수집된 이벤트", "Collected events");
+    std::size_t events = 0;
+    for (auto const& batch : batches)
+        events += batch.at("events").size();
+
+    auto page = "<!DOCTYPE html>\n<html lang=" + say("ko", "en") + "><head><meta charset=utf-8><title>" + title
+        + "</title><meta name=viewport content='width=device-width, initial-scale=1'>"
+          "<link rel=stylesheet href=style.css></head><body><main><header><h1>"
+        + title + "</h1>" + say("<a href='?lang=en'>English</a>", "<a href='?lang=ko'>한국어</a>")
+        + "</header>\n<div class=totals><div>" + say("묶음", "Batches") + "<b>" + std::to_string(batches.size())
+        + "</b></div><div>" + say("이벤트", "Events") + "<b>" + std::to_string(events) + "</b></div></div>\n";
+    if (batches.empty())
+        page += "<p>" + say("아직 받은 이벤트가 없습니다.", "No events have arrived yet.") + "</p>\n";
+    page += batchSections(batches, say("묶음", "Batch"));
+    if (events > mostShownEvents)
+        page += "<p>"
+            + say("이전 이벤트는 /events.json 에서 볼 수 있습니다.", "Older events are listed at /events.json.")
+            + "</p>\n";
+    return page + "</main></body></html>\n";
+}
+
+}
+
+Reply answerCollector(CollectorStore& store, std::filesystem::path const& pages, Request const& request)
+{
+    auto const& path = request.path;
+    if (path == "/v1/events")
+        return collect(store, request);
+    if (path != "/" && path != "/events.json" && path != "/style.css")
+        return errorReply(404, "this host knows /v1/events, / and /events.json");
+    if (!isRead(request))
+        return methodNotAllowed("GET");
+    if (path == "/style.css")
+        return readPage(pages, "style.css");
+    if (path == "/events.json")
+        return jsonReply(200, { { "batches", store.batches() } });
+    auto const isEnglish = ("&" + request.query + "&").contains("&lang=en&");
+    return { .status = 200,
+        .contentType = "text/html; charset=utf-8",
+        .body = page(store.batches(), isEnglish),
+        .headers = {} };
+}
+
+}

@@ -2,22 +2,13 @@
 
 #include "examples/service/Http.h"
 
+#include <filesystem>
+
 namespace zelvora::examples {
 
 class CollectorStore;
 
-/// The tracking collector: takes batches of events, and shows what it took to people and to programs.
-class Collector final : public Endpoint {
-public:
-    explicit Collector(CollectorStore& store);
+/// The collector: takes batches of events, and shows them to programs and, as a page, to people.
+[[nodiscard]] Reply answerCollector(CollectorStore& store, std::filesystem::path const& pages, Request const& request);
 
-    Reply answer(Request const& request) override;
-
-private:
-    Reply collect(Request const& request);
-    Reply list() const;
-
-    CollectorStore& m_store;
-};
-
-} // namespace zelvora::examples
+}

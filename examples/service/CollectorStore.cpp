@@ -1,85 +1,82 @@
 #include "examples/service/CollectorStore.h"
 
-#include <cstddef>
-#include <utility>
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+
+#include <fstream>
 
 namespace zelvora::examples {
 
 namespace {
 
-constexpr auto s_schema = R"sql(
-    CREATE TABLE IF NOT EXISTS batches (
-        number INTEGER PRIMARY KEY AUTOINCREMENT,
-        received_at TEXT NOT NULL DEFAULT (strftime('%Y-%m-%dT%H:%M:%fZ', 'now')),
-        profile TEXT NOT NULL
-    );
-    CREATE TABLE IF NOT EXISTS events (
-        batch INTEGER NOT NULL REFERENCES batches (number),
-        position INTEGER NOT NULL,
-        json TEXT NOT NULL,
-        PRIMARY KEY (batch, position)
-    ) WITHOUT ROWID;
-)sql";
-
-} // namespace
-
-std::expected<CollectorStore, std::string> CollectorStore::open(std::filesystem::path const& file)
+std::string now()
 {
-    auto database = Database::open(file);
-    if (!database)
-        return std::unexpected(database.error());
-    if (!database->execute(s_schema))
-        return std::unexpected("cannot prepare " + file.string() + ": " + database->lastError());
-    return CollectorStore(std::move(*database));
+    std::unique_ptr<GDateTime, gtk::Releasing<g_date_time_unref>> const time(g_date_time_new_now_utc());
+    return gtk::GTextPointer(g_date_time_format_iso8601(time.get())).get();
 }
 
-CollectorStore::CollectorStore(Database database) : m_database(std::move(database)) { }
-
-bool CollectorStore::add(std::string_view profile, std::vector<std::string> const& events)
-{
-    std::scoped_lock const lock(*m_mutex);
-    if (!m_database.execute("BEGIN IMMEDIATE"))
-        return false;
-    if (insert(profile, events) && m_database.execute("COMMIT"))
-        return true;
-    m_database.execute("ROLLBACK");
-    return false;
 }
 
-bool CollectorStore::insert(std::string_view profile, std::vector<std::string> const& events)
+CollectorStore::CollectorStore(std::filesystem::path file) : m_file(std::move(file)) { }
+
+std::expected<std::unique_ptr<CollectorStore>, std::string> CollectorStore::open(std::filesystem::path file)
 {
-    if (!m_database.prepare("INSERT INTO batches (profile) VALUES (?1)").bind(1, profile).run())
-        return false;
-    auto const batch = m_database.lastInsertedRow();
-    auto statement = m_database.prepare("INSERT INTO events (batch, position, json) VALUES (?1, ?2, ?3)");
-    for (std::size_t i = 0; i < events.size(); ++i) {
-        if (!statement.bind(1, batch).bind(2, static_cast<std::int64_t>(i)).bind(3, events[i]).run())
+    std::unique_ptr<CollectorStore> store(new CollectorStore(std::move(file)));
+    if (!store->readLines())
+        return std::unexpected("cannot use " + store->m_file.string());
+    return store;
+}
+
+bool CollectorStore::readLines()
+{
+    std::fstream stream(m_file, std::ios::in | std::ios::out | std::ios::app | std::ios::binary);
+    std::uintmax_t complete = 0;
+    for (std::string line; std::getline(stream, line) && !stream.eof(); complete += line.size() + 1) {
+        auto batch = Json::parse(line, nullptr, false);
+        if (!batch.is_object())
             return false;
+        m_batches.push_back(std::move(batch));
     }
+    if (!stream.is_open() || stream.bad())
+        return false;
+    std::error_code failure;
+    std::filesystem::resize_file(m_file, complete, failure);
+    return !failure;
+}
+
+bool CollectorStore::add(std::string const& profile, Json const& events)
+{
+    std::scoped_lock const lock(m_mutex);
+    Json batch = { { "number", m_batches.size() + 1 }, { "receivedAt", now() }, { "profile", profile },
+        { "events", events } };
+    std::error_code failure;
+    auto const before = std::filesystem::file_size(m_file, failure);
+    if (failure)
+        return false;
+    std::ofstream stream(m_file, std::ios::app | std::ios::binary);
+    stream << batch.dump() << '\n';
+    stream.close();
+    if (!stream) {
+        std::filesystem::resize_file(m_file, before, failure);
+        return false;
+    }
+    m_batches.push_back(std::move(batch));
     return true;
 }
 
 bool CollectorStore::clear()
 {
-    std::scoped_lock const lock(*m_mutex);
-    return m_database.execute("BEGIN IMMEDIATE; DELETE FROM events; DELETE FROM batches; COMMIT");
+    std::scoped_lock const lock(m_mutex);
+    std::error_code failure;
+    std::filesystem::resize_file(m_file, 0, failure);
+    if (!failure)
+        m_batches.clear();
+    return !failure;
 }
 
-std::vector<CollectedBatch> CollectorStore::batches() const
+Json CollectorStore::batches() const
 {
-    std::scoped_lock const lock(*m_mutex);
-    std::vector<CollectedBatch> batches;
-    auto rows = m_database.prepare("SELECT number, received_at, profile FROM batches ORDER BY number");
-    while (rows.nextRow())
-        batches.push_back({ .number = rows.integer(0), .receivedAt = rows.text(1), .profile = rows.text(2) });
-
-    for (auto& batch : batches) {
-        auto events = m_database.prepare("SELECT json FROM events WHERE batch = ?1 ORDER BY position");
-        events.bind(1, batch.number);
-        while (events.nextRow())
-            batch.events.push_back(events.text(0));
-    }
-    return batches;
+    std::scoped_lock const lock(m_mutex);
+    return m_batches;
 }
 
-} // namespace zelvora::examples
+}

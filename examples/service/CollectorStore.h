@@ -1,41 +1,37 @@
 #pragma once
 
-#include "examples/service/Database.h"
+#include "examples/service/Http.h"
 
-#include <cstdint>
 #include <expected>
 #include <filesystem>
+#include <memory>
 #include <mutex>
+#include <nlohmann/json.hpp>
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace zelvora::examples {
 
-/// One upload as it came: its events are JSON texts exactly as the sender wrote them, in its order.
-struct CollectedBatch {
-    std::int64_t number = 0;
-    std::string receivedAt;
-    std::string profile;
-    std::vector<std::string> events = {};
-};
-
-/// What the tracking collector received, kept in a file. May be used from any thread.
-class CollectorStore {
+/// The uploads that the collector took, also kept in a file with one line of JSON for each. Thread-safe.
+class CollectorStore final {
 public:
-    static std::expected<CollectorStore, std::string> open(std::filesystem::path const& file);
+    /// Reads what an earlier service left in the file. A last line that is not complete is removed: that upload was
+    /// never acknowledged. On failure the text says why.
+    [[nodiscard]] static std::expected<std::unique_ptr<CollectorStore>, std::string> open(std::filesystem::path file);
 
-    /// Keeps all of the batch or none of it; false when it could not be kept.
-    bool add(std::string_view profile, std::vector<std::string> const& events);
-    bool clear();
-    std::vector<CollectedBatch> batches() const;
+    /// Returns after the batch was written; if the process is killed then, the batch is not lost. False if it could not
+    /// be written, and nothing of it is kept.
+    [[nodiscard]] bool add(std::string const& profile, Json const& events);
+    [[nodiscard]] bool clear();
+    /// An array of objects with `number`, `receivedAt`, `profile` and `events`, in the order of arrival.
+    [[nodiscard]] Json batches() const;
 
 private:
-    explicit CollectorStore(Database database);
-    bool insert(std::string_view profile, std::vector<std::string> const& events);
+    explicit CollectorStore(std::filesystem::path file);
+    [[nodiscard]] bool readLines();
 
-    std::unique_ptr<std::mutex> m_mutex = std::make_unique<std::mutex>();
-    mutable Database m_database;
+    std::filesystem::path m_file;
+    mutable std::mutex m_mutex;
+    Json m_batches = Json::array();
 };
 
-} // namespace zelvora::examples
+}

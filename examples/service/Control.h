@@ -7,19 +7,7 @@ namespace zelvora::examples {
 class CollectorStore;
 class Faults;
 
-/// Where tests and people tell the service to fail, and to be well again.
-class Control final : public Endpoint {
-public:
-    Control(Faults& faults, CollectorStore& store);
+/// Takes the orders of tests and people: what goes wrong, and when to start over.
+[[nodiscard]] Reply answerControl(Faults& faults, CollectorStore& store, Request const& request);
 
-    Reply answer(Request const& request) override;
-
-private:
-    Reply setFault(Request const& request);
-    Reply reset(Request const& request);
-
-    Faults& m_faults;
-    CollectorStore& m_store;
-};
-
-} // namespace zelvora::examples
+}

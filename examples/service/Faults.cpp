@@ -1,7 +1,6 @@
 #include "examples/service/Faults.h"
 
-#include "examples/service/FaultNames.h"
-
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <utility>
 
@@ -9,51 +8,65 @@ namespace zelvora::examples {
 
 namespace {
 
-std::string hugeJson(std::size_t bytes)
+constexpr unsigned longestDelay = 600'000;
+constexpr unsigned hugestBody = 100U * 1024 * 1024;
+constexpr unsigned mostRequests = 1'000'000;
+
+// In the order of the enumerations.
+constexpr std::array<std::string_view, 3> targetNames { "lookup", "collector", "site" };
+constexpr std::array<std::string_view, 2> cutNames { "before-answer", "mid-body" };
+constexpr std::array<std::string_view, 5> bodyNames { "empty", "broken-json", "wrong-shape", "huge", "text" };
+
+template<typename Place>
+bool readNumber(Place& place, Json const& value, unsigned lowest, unsigned highest)
 {
-    static constexpr std::string_view s_start = R"({"padding":")";
-    static constexpr std::string_view s_end = R"("})";
-    std::string body(bytes, 'z');
-    if (bytes < s_start.size() + s_end.size())
-        return body;
-    body.replace(0, s_start.size(), s_start);
-    body.replace(bytes - s_end.size(), s_end.size(), s_end);
-    return body;
+    if (!value.is_number_unsigned() || value < lowest || value > highest)
+        return false;
+    place = Place(value.get<unsigned>());
+    return true;
 }
 
-std::string wrongShape(Target target)
+template<typename Enumeration, typename Names>
+bool readName(std::optional<Enumeration>& place, Json const& value, Names const& names)
 {
-    return target == Target::Lookup ? R"({"data":{"shopId":42}})" : R"([{"unexpected":true}])";
+    auto const* const found = value.is_string() ? std::ranges::find(names, value.get<std::string>()) : names.end();
+    if (found == names.end())
+        return false;
+    place = static_cast<Enumeration>(found - names.begin());
+    return true;
 }
 
-std::string spoiledBody(Target target, Fault const& fault)
+bool readMember(Fault& fault, std::string_view name, Json const& value)
 {
-    switch (*fault.body) {
-    case BodyFault::Empty:
-        return {};
-    case BodyFault::BrokenJson:
-        return R"({"data":{"shopId":)";
-    case BodyFault::WrongShape:
-        return wrongShape(target);
-    case BodyFault::Huge:
-        return hugeJson(fault.bytes);
-    case BodyFault::Text:
-        return fault.text;
-    }
-    std::unreachable();
+    if (name == "status")
+        return readNumber(fault.status, value, 200, 599);
+    if (name == "delay")
+        return readNumber(fault.delay, value, 0, longestDelay);
+    if (name == "cut")
+        return readName(fault.cut, value, cutNames);
+    if (name == "body")
+        return readName(fault.body, value, bodyNames);
+    if (name == "bytes")
+        return readNumber(fault.bytes, value, 0, hugestBody);
+    if (name == "requests")
+        return readNumber(fault.requests, value, 1, mostRequests);
+    if (name != "text" || !value.is_string())
+        return false;
+    fault.text = value.get<std::string>();
+    return true;
 }
 
-nlohmann::json describeFault(Fault const& fault)
+Json describeFault(Fault const& fault)
 {
-    auto json = nlohmann::json::object();
+    auto json = Json::object();
     if (fault.status)
         json["status"] = *fault.status;
     if (fault.delay.count() > 0)
         json["delay"] = fault.delay.count();
-    if (fault.cut != Cut::None)
-        json["cut"] = nameOf(fault.cut);
+    if (fault.cut)
+        json["cut"] = cutNames.at(std::to_underlying(*fault.cut));
     if (fault.body)
-        json["body"] = nameOf(*fault.body);
+        json["body"] = bodyNames.at(std::to_underlying(*fault.body));
     if (fault.body == BodyFault::Huge)
         json["bytes"] = fault.bytes;
     if (fault.body == BodyFault::Text)
@@ -63,17 +76,57 @@ nlohmann::json describeFault(Fault const& fault)
     return json;
 }
 
-} // namespace
+// JSON of exactly this length, unless that is too short for any.
+std::string hugeBody(std::size_t bytes)
+{
+    constexpr std::string_view start = R"({"padding":")";
+    constexpr std::string_view end = R"("})";
+    std::string body(bytes, 'z');
+    if (bytes < start.size() + end.size())
+        return body;
+    body.replace(0, start.size(), start);
+    body.replace(bytes - end.size(), end.size(), end);
+    return body;
+}
+
+std::string spoiledBody(Fault const& fault, Target target)
+{
+    switch (*fault.body) {
+    case BodyFault::Empty:
+        return {};
+    case BodyFault::BrokenJson:
+        return R"({"data":{"shopId":)";
+    case BodyFault::WrongShape:
+        return target == Target::Lookup ? R"({"data":{"shopId":42}})" : R"([{"unexpected":true}])";
+    case BodyFault::Huge:
+        return hugeBody(fault.bytes);
+    case BodyFault::Text:
+        return fault.text;
+    }
+    std::unreachable();
+}
+
+}
 
 bool Fault::refuses() const
 {
     return cut == Cut::BeforeAnswer || (status && (*status < 200 || *status > 299));
 }
 
+Reply Fault::spoil(Reply reply, Target target) const
+{
+    reply.status = status.value_or(reply.status);
+    if (!body)
+        return refuses() ? errorReply(reply.status, "told to fail") : reply;
+    reply.body = spoiledBody(*this, target);
+    reply.contentType = body == BodyFault::Text ? "text/plain; charset=utf-8" : "application/json";
+    return reply;
+}
+
 void Faults::set(Target target, Fault fault)
 {
     std::scoped_lock const lock(m_mutex);
-    stateOf(target).fault = std::move(fault);
+    m_states.at(std::to_underlying(target)).fault = std::move(fault);
 }
 
 void Faults::reset()
@@ -85,58 +138,42 @@ void Faults::reset()
 std::optional<Fault> Faults::meet(Target target)
 {
     std::scoped_lock const lock(m_mutex);
-    auto& state = stateOf(target);
-    ++state.requests;
-    auto const fault = state.fault;
-    if (fault && fault->requests) {
-        auto const left = *fault->requests - 1;
-        if (left == 0)
-            state.fault.reset();
-        else
-            state.fault->requests = left;
-    }
-    return fault;
+    auto& [fault, requests] = m_states.at(std::to_underlying(target));
+    ++requests;
+    auto const met = fault;
+    if (fault && fault->requests && --*fault->requests == 0)
+        fault.reset();
+    return met;
 }
 
 unsigned Faults::requests(Target target) const
 {
     std::scoped_lock const lock(m_mutex);
-    return stateOf(target).requests;
+    return m_states.at(std::to_underlying(target)).requests;
 }
 
-nlohmann::json Faults::describe() const
+Json Faults::describe() const
 {
     std::scoped_lock const lock(m_mutex);
-    auto json = nlohmann::json::object();
-    for (auto const& [target, name] : s_targetNames) {
-        auto const& state = stateOf(target);
-        json[std::string(name)] = { { "requests", state.requests },
-            { "fault", state.fault ? describeFault(*state.fault) : nlohmann::json() } };
+    auto json = Json::object();
+    for (std::size_t i = 0; i < targetNames.size(); ++i) {
+        auto const& [fault, requests] = m_states.at(i);
+        json[targetNames.at(i)] = { { "requests", requests }, { "fault", fault ? describeFault(*fault) : Json() } };
     }
     return json;
 }
 
-Faults::State& Faults::stateOf(Target target)
+std::expected<FaultOrder, std::string> readFaultOrder(Json const& json)
 {
-    return m_states.at(static_cast<std::size_t>(target));
-}
-
-Faults::State const& Faults::stateOf(Target target) const
-{
-    return m_states.at(static_cast<std::size_t>(target));
-}
-
-Reply spoil(Reply reply, Target target, Fault const& fault)
-{
-    if (fault.status)
-        reply.status = *fault.status;
-    if (fault.refuses() && !fault.body)
-        return errorReply(reply.status, "told to fail");
-    if (fault.body) {
-        reply.body = spoiledBody(target, fault);
-        reply.contentType = fault.body == BodyFault::Text ? "text/plain; charset=utf-8" : "application/json";
+    std::optional<Target> target;
+    if (!json.is_object() || !json.contains("target") || !readName(target, json.at("target"), targetNames))
+        return std::unexpected("the body must be an object whose target is lookup, collector or site");
+    FaultOrder order { .target = *target, .fault = {} };
+    for (auto const& [name, value] : json.items()) {
+        if (name != "target" && !readMember(order.fault, name, value))
+            return std::unexpected(name + " is not a member of a fault, or cannot have this value");
     }
-    return reply;
+    return order;
 }
 
-} // namespace zelvora::examples
+}

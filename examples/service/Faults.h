@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <expected>
 #include <mutex>
-#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
 
@@ -17,61 +16,60 @@ namespace zelvora::examples {
 /// What can be told to fail.
 enum class Target : std::uint8_t { Lookup, Collector, Site };
 
-enum class Cut : std::uint8_t {
-    None,
-    BeforeAnswer, ///< The request is read, nothing is done about it, and the connection ends.
-    MidBody, ///< The request is carried out, and the connection ends after half of the answer's body.
-};
+/// Where the connection is closed: before the request is carried out, or after half of the answer's body.
+enum class Cut : std::uint8_t { BeforeAnswer, MidBody };
 
 enum class BodyFault : std::uint8_t { Empty, BrokenJson, WrongShape, Huge, Text };
 
-/// How the next answers of one target go wrong. Whatever is not said stays as it would have been.
+/// How the next answers of a target go wrong. A member that is not set changes nothing.
 struct Fault {
     std::optional<unsigned> status = std::nullopt;
     std::chrono::milliseconds delay { 0 };
-    Cut cut = Cut::None;
+    std::optional<Cut> cut = std::nullopt;
     std::optional<BodyFault> body = std::nullopt;
-    std::size_t bytes = 0; ///< The length of a huge body.
-    std::string text = {}; ///< The body when it is a given text.
-    std::optional<unsigned> requests = std::nullopt; ///< How many requests it meets; all of them when absent.
+    /// The length of a huge body.
+    std::size_t bytes = 0;
+    /// The body of BodyFault::Text.
+    std::string text = {};
+    /// How many requests meet the fault; all of them if absent.
+    std::optional<unsigned> requests = std::nullopt;
 
-    /// Whether the request gets no further than the door: a failure status, or cut before it is answered.
-    bool refuses() const;
+    /// Whether the request is not carried out: its status is a failure, or the connection is closed before the answer.
+    [[nodiscard]] bool refuses() const;
+    /// The reply with the status and the body of the fault.
+    [[nodiscard]] Reply spoil(Reply reply, Target target) const;
 };
 
-/// The faults in force, one per target, and how often each target was asked. May be used from any thread.
-class Faults {
+/// The faults in force, one for each target, and how many requests each target has had. Thread-safe.
+class Faults final {
 public:
     void set(Target target, Fault fault);
+    /// Removes all faults and sets the numbers of requests to zero.
     void reset();
 
-    /// Counts a request, and gives the fault it meets.
+    /// Counts a request and returns the fault that it meets.
     std::optional<Fault> meet(Target target);
-    unsigned requests(Target target) const;
+    [[nodiscard]] unsigned requests(Target target) const;
 
-    nlohmann::json describe() const;
+    /// As the control host shows it.
+    [[nodiscard]] Json describe() const;
 
 private:
     struct State {
         std::optional<Fault> fault;
         unsigned requests = 0;
     };
-    State& stateOf(Target target);
-    State const& stateOf(Target target) const;
 
     mutable std::mutex m_mutex;
     std::array<State, 3> m_states;
 };
 
 struct FaultOrder {
-    Target target;
+    Target target = Target::Lookup;
     Fault fault;
 };
 
-/// Reads what the control endpoint was sent; the error is a sentence for its sender.
-std::expected<FaultOrder, std::string> readFaultOrder(nlohmann::json const& json);
+/// Reads what was posted to the control host; the error is a sentence for the sender.
+[[nodiscard]] std::expected<FaultOrder, std::string> readFaultOrder(Json const& json);
 
-/// The reply after the fault had its way with its status and body.
-Reply spoil(Reply reply, Target target, Fault const& fault);
-
-} // namespace zelvora::examples
+}

@@ -1,101 +1,85 @@
 #include "examples/service/Service.h"
 
-#include "examples/service/Certificates.h"
 #include "examples/service/Collector.h"
 #include "examples/service/Control.h"
 #include "examples/service/HttpServer.h"
-#include "examples/service/Identity.h"
-#include "examples/service/Lookup.h"
-#include "examples/service/ShopDirectory.h"
+#include "examples/service/Shops.h"
 #include "examples/service/Site.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace zelvora::examples {
 
 namespace {
 
-constexpr std::string_view s_domain = ".zelvora.localhost";
-
 std::string hostNamed(std::string_view name)
 {
-    return std::string(name) + std::string(s_domain);
+    return std::string(name) + ".zelvora.localhost";
 }
 
-std::vector<std::string> certifiedNames()
+bool matches(std::string_view host, std::string_view name)
 {
-    return { hostNamed("lookup"), hostNamed("collector"), hostNamed("frames"), hostNamed("api"), hostNamed("control"),
-        hostNamed("*.shop"), hostNamed("*.dev") };
+    if (!name.starts_with('.'))
+        return host == name;
+    return host.ends_with(name) && host.size() > name.size() && host.find('.') == host.size() - name.size();
 }
 
-std::unique_ptr<Router> makeRouter(
-    Faults& faults, CollectorStore& store, ShopDirectory const& shops, std::filesystem::path const& pages)
-{
-    auto router = std::make_unique<Router>(faults);
-    router->add(hostNamed("lookup"), std::make_unique<Lookup>(shops), Target::Lookup);
-    router->add(hostNamed("collector"), std::make_unique<Collector>(store), Target::Collector);
-    router->add(hostNamed("api"), std::make_unique<Identity>(shops));
-    router->add(hostNamed("control"), std::make_unique<Control>(faults, store));
-    router->add(hostNamed("frames"), std::make_unique<Frames>(pages / "frames"));
-    router->add(
-        hostNamed(".shop"), std::make_unique<Site>(pages / "shop", shops, hostNamed(".shop"), "prd"), Target::Site);
-    router->add(
-        hostNamed(".dev"), std::make_unique<Site>(pages / "shop", shops, hostNamed(".dev"), "dev"), Target::Site);
-    return router;
 }
-
-} // namespace
 
 std::expected<std::unique_ptr<Service>, std::string> Service::start(ServiceOptions const& options)
 {
+    std::filesystem::path const certificates(ZELVORA_SERVICE_CERTIFICATES);
+    auto const& data = options.dataDirectory;
     std::error_code failure;
-    std::filesystem::create_directories(options.dataDirectory, failure);
+    std::filesystem::create_directories(data, failure);
+    for (auto const* file : { "ca.pem", "server.pem" }) {
+        if (!failure)
+            copy_file(certificates / file, data / file, std::filesystem::copy_options::overwrite_existing, failure);
+    }
     if (failure)
-        return std::unexpected("cannot make " + options.dataDirectory.string() + ": " + failure.message());
+        return std::unexpected("cannot make " + data.string() + ": " + failure.message());
 
-    auto store = CollectorStore::open(options.dataDirectory / "service.sqlite");
+    auto store = CollectorStore::open(data / "collected.jsonl");
     if (!store)
         return std::unexpected(store.error());
-    std::unique_ptr<Service> service(new Service(std::move(*store)));
-    if (auto const running = service->run(options); !running)
-        return std::unexpected(running.error());
+    auto const site = options.siteDirectory.empty() ? ZELVORA_SERVICE_SITE : options.siteDirectory;
+    std::unique_ptr<Service> service(new Service(std::move(*store), site));
+    auto const handler = [&service = *service](Request const& request) { return service.route(request); };
+    auto server = HttpServer::start(certificates, options.port, handler);
+    if (!server)
+        return std::unexpected("cannot listen: " + server.error());
+    service->m_authority = data / "ca.pem";
+    service->m_port = (*server)->port();
+    service->m_server = std::move(*server);
     return service;
 }
 
-Service::Service(CollectorStore store) : m_shops(std::make_unique<ShopDirectory>()), m_store(std::move(store)) { }
+Service::Service(std::unique_ptr<CollectorStore> store, std::filesystem::path const& site) : m_store(std::move(store))
+{
+    auto const collect = [this, pages = site / "collector"](
+                             Request const& request) { return answerCollector(*m_store, pages, request); };
+    auto const control = [this](Request const& request) { return answerControl(m_faults, *m_store, request); };
+    auto const frames = [pages = site / "frames"](Request const& request) { return answerFrames(pages, request); };
+    auto const shop = [pages = site / "shop"](char const* profile) {
+        return [pages, profile](Request const& request) { return answerShop(pages, profile, request); };
+    };
+    m_hosts = {
+        { hostNamed("lookup"), answerLookup, Target::Lookup },
+        { hostNamed("collector"), collect, Target::Collector },
+        { hostNamed("api"), answerIdentity },
+        { hostNamed("control"), control },
+        { hostNamed("frames"), frames },
+        { hostNamed(".shop"), shop("prd"), Target::Site },
+        { hostNamed(".dev"), shop("dev"), Target::Site },
+    };
+}
 
 Service::~Service() = default;
-
-std::expected<void, std::string> Service::run(ServiceOptions const& options)
-{
-    auto const certificates = prepareCertificates(options.dataDirectory, certifiedNames());
-    if (!certificates)
-        return std::unexpected(certificates.error());
-
-    auto const pages =
-        options.siteDirectory.empty() ? std::filesystem::path(ZELVORA_SITE_DIRECTORY) : options.siteDirectory;
-    auto server = HttpServer::start(*certificates, options.port, makeRouter(m_faults, m_store, *m_shops, pages));
-    if (!server)
-        return std::unexpected("cannot listen: " + server.error());
-    m_authority = certificates->authority;
-    m_server = std::move(*server);
-    m_port = m_server->port();
-    return {};
-}
 
 void Service::stop()
 {
     m_server.reset();
-}
-
-std::uint16_t Service::port() const
-{
-    return m_port;
-}
-
-std::filesystem::path const& Service::authority() const
-{
-    return m_authority;
 }
 
 std::string Service::address(std::string_view host) const
@@ -103,14 +87,17 @@ std::string Service::address(std::string_view host) const
     return "https://" + hostNamed(host) + ":" + std::to_string(m_port);
 }
 
-Faults& Service::faults()
+Outcome Service::route(Request const& request)
 {
-    return m_faults;
+    auto const host =
+        std::ranges::find_if(m_hosts, [&request](Host const& host) { return matches(request.host, host.name); });
+    if (host == m_hosts.end())
+        return { .reply = errorReply(404, "there is no such host") };
+    auto const fault = host->target ? m_faults.meet(*host->target) : std::nullopt;
+    if (!fault)
+        return { .reply = host->endpoint(request) };
+    auto reply = fault->refuses() ? Reply {} : host->endpoint(request);
+    return { .reply = fault->spoil(std::move(reply), *host->target), .delay = fault->delay, .cut = fault->cut };
 }
 
-CollectorStore& Service::collected()
-{
-    return m_store;
 }
-
-} // namespace zelvora::examples

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "examples/service/CollectorStore.h"
+#include "examples/service/Delivery.h"
 #include "examples/service/Faults.h"
+#include "examples/service/Http.h"
 
 #include <cstdint>
 #include <expected>
@@ -9,52 +11,63 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zelvora::examples {
 
 class HttpServer;
-class ShopDirectory;
 
 struct ServiceOptions {
-    std::filesystem::path dataDirectory; ///< Made when absent; keeps the certificates and what was collected.
-    std::filesystem::path siteDirectory = {}; ///< Empty for the pages that belong to this program.
-    std::uint16_t port = 0; ///< 0 lets the system choose.
+    /// Created if absent. Keeps what was collected, and gets the certificates that clients must trust.
+    std::filesystem::path dataDirectory;
+    /// Empty for the pages that come with this program.
+    std::filesystem::path siteDirectory = {};
+    /// With 0 the system chooses a port.
+    std::uint16_t port = 0;
 };
 
-/// The whole service of the examples: lookup, collector, shops, frames, identity and control, all on one
-/// loopback port and told apart by host name. It runs on a thread of its own from start to stop, so a
-/// test may have it in its own process; every member may be called from any thread, stop from one at a time.
-class Service {
+/// The service of the examples: lookup, collector, shops, frames, API and control, all on one loopback port and told
+/// apart by host name. It runs on a thread of its own, so that a test can have it in its own process. All members are
+/// thread-safe except `stop`, which one thread may call at a time.
+class Service final {
 public:
     /// On failure the text says why.
-    static std::expected<std::unique_ptr<Service>, std::string> start(ServiceOptions const& options);
+    [[nodiscard]] static std::expected<std::unique_ptr<Service>, std::string> start(ServiceOptions const& options);
 
     Service(Service const&) = delete;
     Service& operator=(Service const&) = delete;
     ~Service();
 
-    /// Closes the port and all connections. What was collected stays readable.
+    /// Closes the port and all connections. What was collected can still be read.
     void stop();
 
-    std::uint16_t port() const;
-    /// The file with the authority that clients must trust.
-    std::filesystem::path const& authority() const;
-    /// The address of one of the hosts, "lookup" for example: "https://lookup.zelvora.localhost:PORT".
-    std::string address(std::string_view host) const;
+    [[nodiscard]] std::uint16_t port() const { return m_port; }
+    /// The file of the authority that clients must trust.
+    [[nodiscard]] std::filesystem::path const& authority() const { return m_authority; }
+    /// The address of a host: of "lookup", for example, "https://lookup.zelvora.localhost:PORT".
+    [[nodiscard]] std::string address(std::string_view host) const;
 
-    Faults& faults();
-    CollectorStore& collected();
+    [[nodiscard]] Faults& faults() { return m_faults; }
+    [[nodiscard]] CollectorStore& collected() { return *m_store; }
 
 private:
-    explicit Service(CollectorStore store);
-    std::expected<void, std::string> run(ServiceOptions const& options);
+    struct Host {
+        /// If it begins with a dot, it matches every name with exactly one label before it.
+        std::string name;
+        Endpoint endpoint;
+        std::optional<Target> target = std::nullopt;
+    };
 
-    std::unique_ptr<ShopDirectory> m_shops;
-    CollectorStore m_store;
+    Service(std::unique_ptr<CollectorStore> store, std::filesystem::path const& site);
+    [[nodiscard]] Outcome route(Request const& request);
+
+    std::unique_ptr<CollectorStore> m_store;
     Faults m_faults;
+    std::vector<Host> m_hosts;
     std::filesystem::path m_authority;
     std::uint16_t m_port = 0;
-    std::unique_ptr<HttpServer> m_server; // The last member: its thread uses the others.
+    // The last member, because its thread uses the others.
+    std::unique_ptr<HttpServer> m_server;
 };
 
-} // namespace zelvora::examples
+}

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "examples/service/Handles.h"
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 
 #include <libsoup/soup.h>
 
@@ -10,28 +10,27 @@
 namespace zelvora::examples {
 
 struct Answer {
-    unsigned status = 0; ///< 0 when no answer came at all.
+    /// 0 if no answer came.
+    unsigned status = 0;
     std::string contentType;
     std::string body;
-    std::string error; ///< Why the answer did not come, or not whole.
+    /// Why the answer is missing or not complete; empty if it is complete.
+    std::string error;
 };
 
-/// A client that trusts one authority, or only the system's when none is given. It waits for every answer.
-class ServiceClient {
+/// A client that blocks until the answer is there. It follows no redirect.
+class ServiceClient final {
 public:
-    ServiceClient();
-    explicit ServiceClient(std::filesystem::path const& authority);
+    /// Trusts this authority alone; without one, or if the file cannot be read, those that the system trusts.
+    explicit ServiceClient(std::filesystem::path const& authority = {});
 
     Answer get(std::string const& address);
     Answer post(std::string const& address, std::string const& body, char const* contentType = "application/json");
     Answer send(char const* method, std::string const& address);
-    /// Asks for exactly this path, which a client would tidy up if it were part of an address; gives the status line.
-    std::string statusOfPath(std::string const& address, std::string const& path);
+    Answer send(SoupMessage* message);
 
 private:
-    Answer answerTo(SoupMessage* message);
-
-    ObjectPointer<SoupSession> m_session;
+    gtk::GObjectPointer<SoupSession> m_session;
 };
 
-} // namespace zelvora::examples
+}

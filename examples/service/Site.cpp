@@ -1,55 +1,104 @@
 #include "examples/service/Site.h"
 
-#include "examples/service/ShopDirectory.h"
+#include "examples/service/Shops.h"
 
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <iterator>
 #include <nlohmann/json.hpp>
-#include <utility>
 
 namespace zelvora::examples {
 
 namespace {
 
-Reply moved(std::string location)
+constexpr std::string_view root = "/v1/";
+
+std::string contentTypeOf(std::filesystem::path const& file)
+{
+    static constexpr std::array<std::pair<std::string_view, char const*>, 6> types { {
+        { ".html", "text/html; charset=utf-8" },
+        { ".css", "text/css; charset=utf-8" },
+        { ".js", "text/javascript; charset=utf-8" },
+        { ".json", "application/json" },
+        { ".svg", "image/svg+xml" },
+        { ".png", "image/png" },
+    } };
+    auto const extension = file.extension().string();
+    auto const* const found = std::ranges::find(types, extension, [](auto const& type) { return type.first; });
+    return found == types.end() ? "application/octet-stream" : found->second;
+}
+
+bool isPlain(std::filesystem::path const& path)
+{
+    return path.is_relative() && std::ranges::none_of(path, [](std::filesystem::path const& part) {
+        return part.string().starts_with('.') || part.string().contains('\\');
+    });
+}
+
+// A symbolic link can lead out of the directory although the path does not.
+bool isBelow(std::filesystem::path const& directory, std::filesystem::path const& file)
+{
+    std::error_code failure;
+    auto const realDirectory = std::filesystem::canonical(directory, failure);
+    if (failure)
+        return false;
+    auto const realFile = std::filesystem::weakly_canonical(file, failure);
+    return !failure && std::ranges::mismatch(realDirectory, realFile).in1 == realDirectory.end();
+}
+
+Reply movedTo(std::string location)
 {
     return { .status = 301, .contentType = {}, .body = {}, .headers = { { "Location", std::move(location) } } };
 }
 
-} // namespace
-
-Site::Site(std::filesystem::path directory, ShopDirectory const& shops, std::string hostSuffix, std::string profile)
-    : m_pages(std::move(directory))
-    , m_shops(shops)
-    , m_hostSuffix(std::move(hostSuffix))
-    , m_profile(std::move(profile))
+Reply describe(Shop const& shop, std::string_view profile)
 {
+    Json const name = { { "ko", shop.koreanName }, { "en", shop.englishName } };
+    return jsonReply(200, { { "shopId", shop.shopId }, { "profile", profile }, { "name", name } });
 }
 
-Reply Site::answer(Request const& request)
+}
+
+Reply readPage(std::filesystem::path const& directory, std::string_view path)
 {
-    auto const shop = m_shops.shopOfId(request.host.substr(0, request.host.size() - m_hostSuffix.size()));
+    std::filesystem::path relative(path);
+    if (path.empty() || path.ends_with('/'))
+        relative /= "index.html";
+    auto const file = directory / relative;
+    if (!isPlain(relative) || !isBelow(directory, file))
+        return errorReply(403, "this path leads out of the site");
+    std::error_code ignored;
+    std::ifstream stream(file, std::ios::binary);
+    if (!std::filesystem::is_regular_file(file, ignored) || !stream)
+        return errorReply(404, "there is no such page");
+    return { .status = 200,
+        .contentType = contentTypeOf(file),
+        .body = std::string(std::istreambuf_iterator<char>(stream), {}),
+        .headers = { { "Cache-Control", "no-cache" }, { "X-Content-Type-Options", "nosniff" } } };
+}
+
+Reply answerShop(std::filesystem::path const& pages, std::string_view profile, Request const& request)
+{
+    auto const* const shop = shopWithId(std::string_view(request.host).substr(0, request.host.find('.')));
     if (!shop)
         return errorReply(404, "there is no such shop");
     if (!isRead(request))
         return methodNotAllowed("GET");
     if (request.path == "/v1")
-        return moved(request.query.empty() ? "/v1/" : "/v1/?" + request.query);
-    if (!request.path.starts_with("/v1/"))
-        return errorReply(404, "the shop lives below /v1/");
-    if (request.path == "/v1/shop.json") {
-        return jsonReply(200,
-            { { "shopId", shop->shopId }, { "profile", m_profile },
-                { "name", { { "ko", shop->koreanName }, { "en", shop->englishName } } } });
-    }
-    return m_pages.read(std::string_view(request.path).substr(std::string_view("/v1/").size()));
+        return movedTo(request.query.empty() ? "/v1/" : "/v1/?" + request.query);
+    if (!request.path.starts_with(root))
+        return errorReply(404, "the shop is below /v1/");
+    if (request.path == "/v1/shop.json")
+        return describe(*shop, profile);
+    return readPage(pages, std::string_view(request.path).substr(root.size()));
 }
 
-Frames::Frames(std::filesystem::path directory) : m_pages(std::move(directory)) { }
-
-Reply Frames::answer(Request const& request)
+Reply answerFrames(std::filesystem::path const& pages, Request const& request)
 {
     if (!isRead(request))
         return methodNotAllowed("GET");
-    return m_pages.read(std::string_view(request.path).substr(1));
+    return readPage(pages, std::string_view(request.path).substr(1));
 }
 
-} // namespace zelvora::examples
+}

@@ -1,38 +1,20 @@
 #pragma once
 
 #include "examples/service/Http.h"
-#include "examples/service/StaticFiles.h"
 
-#include <string>
+#include <filesystem>
+#include <string_view>
 
 namespace zelvora::examples {
 
-class ShopDirectory;
+/// A file below the directory. It is read at every request, so that a page can be edited while the service runs.
+/// A path that leads out of the directory, or to a hidden file, is refused.
+[[nodiscard]] Reply readPage(std::filesystem::path const& directory, std::string_view path);
 
-/// The shopping site: one shop per host name, all of them with the same pages.
-class Site final : public Endpoint {
-public:
-    /// `hostSuffix` is what follows the shop id in the host names of this environment.
-    Site(std::filesystem::path directory, ShopDirectory const& shops, std::string hostSuffix, std::string profile);
+/// The shopping site. All shops have the same pages; the first label of the host name is the shop id. `profile` is the
+/// environment that a page is told: "prd" or "dev".
+[[nodiscard]] Reply answerShop(std::filesystem::path const& pages, std::string_view profile, Request const& request);
+/// A site of another origin, whose pages the shop embeds in frames.
+[[nodiscard]] Reply answerFrames(std::filesystem::path const& pages, Request const& request);
 
-    Reply answer(Request const& request) override;
-
-private:
-    StaticFiles m_pages;
-    ShopDirectory const& m_shops;
-    std::string m_hostSuffix;
-    std::string m_profile;
-};
-
-/// The other origin, whose pages the shop embeds in frames.
-class Frames final : public Endpoint {
-public:
-    explicit Frames(std::filesystem::path directory);
-
-    Reply answer(Request const& request) override;
-
-private:
-    StaticFiles m_pages;
-};
-
-} // namespace zelvora::examples
+}

@@ -1,3 +1,4 @@
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "examples/service/Service.h"
 
 #include <glib-unix.h>
@@ -5,7 +6,6 @@
 #include <charconv>
 #include <cstdlib>
 #include <iostream>
-#include <memory>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -15,8 +15,6 @@ namespace {
 using zelvora::examples::Service;
 using zelvora::examples::ServiceOptions;
 
-constexpr std::string_view s_usage = "usage: zelvora-service --data DIRECTORY [--site DIRECTORY] [--port NUMBER]\n";
-
 bool readPort(std::string_view text, std::uint16_t& port)
 {
     auto const [end, failure] = std::from_chars(text.data(), text.data() + text.size(), port);
@@ -25,14 +23,11 @@ bool readPort(std::string_view text, std::uint16_t& port)
 
 bool readOption(ServiceOptions& options, std::string_view name, std::string_view value)
 {
-    if (name == "--data")
-        options.dataDirectory = value;
-    else if (name == "--site")
-        options.siteDirectory = value;
-    else if (name == "--port")
+    if (name == "--port")
         return readPort(value, options.port);
-    else
+    if (name != "--data" && name != "--site")
         return false;
+    (name == "--data" ? options.dataDirectory : options.siteDirectory) = value;
     return !value.empty();
 }
 
@@ -48,51 +43,33 @@ std::optional<ServiceOptions> readArguments(std::span<char*> arguments)
     return options;
 }
 
-/// Runs until the process is told to end. Listens to that from its construction on, so that whoever has seen
-/// the port may tell it at once.
-class Loop {
-public:
-    Loop()
-    {
-        g_unix_signal_add(SIGINT, &Loop::quit, m_loop.get());
-        g_unix_signal_add(SIGTERM, &Loop::quit, m_loop.get());
-    }
+gboolean quit(gpointer loop)
+{
+    g_main_loop_quit(static_cast<GMainLoop*>(loop));
+    return G_SOURCE_CONTINUE;
+}
 
-    void run() { g_main_loop_run(m_loop.get()); }
-
-private:
-    struct Unref {
-        void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
-    };
-
-    static gboolean quit(gpointer loop)
-    {
-        g_main_loop_quit(static_cast<GMainLoop*>(loop));
-        return G_SOURCE_CONTINUE;
-    }
-
-    std::unique_ptr<GMainLoop, Unref> m_loop { g_main_loop_new(nullptr, FALSE) };
-};
-
-} // namespace
+}
 
 int main(int count, char** arguments)
 {
     auto const options = readArguments({ arguments, static_cast<std::size_t>(count) });
     if (!options) {
-        std::cerr << s_usage;
+        std::cerr << "usage: zelvora-service --data DIRECTORY [--site DIRECTORY] [--port NUMBER]\n";
         return EXIT_FAILURE;
     }
-    Loop loop;
+    // Before the port is printed, because whoever reads it may send a signal at once.
+    zelvora::gtk::GMainLoopPointer const loop(g_main_loop_new(nullptr, FALSE));
+    g_unix_signal_add(SIGINT, &quit, loop.get());
+    g_unix_signal_add(SIGTERM, &quit, loop.get());
     auto const service = Service::start(*options);
     if (!service) {
         std::cerr << "zelvora-service: " << service.error() << '\n';
         return EXIT_FAILURE;
     }
-
     std::cerr << "trust " << (*service)->authority().string()
               << "\ncollected events: " << (*service)->address("collector") << "/\n";
     std::cout << "listening " << (*service)->port() << '\n' << std::flush;
-    loop.run();
+    g_main_loop_run(loop.get());
     return EXIT_SUCCESS;
 }

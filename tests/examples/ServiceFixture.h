@@ -2,7 +2,7 @@
 
 #include "examples/service/Service.h"
 #include "examples/service/ServiceClient.h"
-#include "tests/examples/TemporaryDirectory.h"
+#include "tests/ZelvoraAdapters/gtk/services/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -10,46 +10,54 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-namespace zelvora::examples {
+namespace zelvora::tests {
 
-/// A running service with a fresh directory, and a client that trusts it.
+/// Compares objects without regard to the order of their members.
+using Json = nlohmann::json;
+
+/// A running service with an empty directory, and a client that trusts it.
 class ServiceFixture : public testing::Test {
 protected:
     void SetUp() override { restart(); }
 
     void restart(std::filesystem::path const& site = {})
     {
-        service.reset();
-        auto started = Service::start({ .dataDirectory = directory.path() / "data", .siteDirectory = site });
+        m_service.reset();
+        auto started =
+            examples::Service::start({ .dataDirectory = m_directory.path() / "data", .siteDirectory = site });
         ASSERT_TRUE(started) << started.error();
-        service = std::move(*started);
-        client = ServiceClient(service->authority());
+        m_service = std::move(*started);
+        m_client = examples::ServiceClient(m_service->authority());
     }
 
-    std::string at(std::string const& host, std::string const& path) const { return service->address(host) + path; }
+    std::string at(std::string const& host, std::string const& path) const { return m_service->address(host) + path; }
 
-    Answer lookUp(std::string const& apiKey)
+    examples::Answer get(std::string const& host, std::string const& path) { return m_client.get(at(host, path)); }
+
+    examples::Answer post(std::string const& host, std::string const& path, std::string const& body,
+        char const* contentType = "application/json")
     {
-        nlohmann::json const question = { { "profile", "prd" }, { "api_key", apiKey } };
-        return client.post(at("lookup", "/"), question.dump());
+        return m_client.post(at(host, path), body, contentType);
     }
 
-    Answer collect(std::string const& body) { return client.post(at("collector", "/v1/events"), body); }
-
-    nlohmann::json collected()
+    examples::Answer lookUp(std::string const& apiKey)
     {
-        return nlohmann::json::parse(client.get(at("collector", "/events.json")).body).at("batches");
+        return post("lookup", "/", Json({ { "profile", "prd" }, { "api_key", apiKey } }).dump());
     }
+
+    examples::Answer collect(std::string const& body) { return post("collector", "/v1/events", body); }
+
+    Json collected() { return Json::parse(get("collector", "/events.json").body).at("batches"); }
 
     void setFault(std::string const& fault)
     {
-        auto const answer = client.post(at("control", "/faults"), fault);
+        auto const answer = post("control", "/faults", fault);
         ASSERT_EQ(answer.status, 200U) << answer.body;
     }
 
-    TemporaryDirectory directory;
-    std::unique_ptr<Service> service;
-    ServiceClient client;
+    TemporaryDirectory m_directory;
+    std::unique_ptr<examples::Service> m_service;
+    examples::ServiceClient m_client;
 };
 
-} // namespace zelvora::examples
+}

@@ -1,7 +1,6 @@
 #include "tests/live/LiveShop.h"
 
 #include "ZelvoraAdapters/gtk/Tracking/TrackingStore.h"
-#include "examples/service/CollectorStore.h"
 
 #include <cstdlib>
 #include <iostream>

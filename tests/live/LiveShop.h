@@ -7,7 +7,7 @@
 #include "ZelvoraPlatform/Tracking/ATTrackingManager.h"
 #include "examples/driving/Page.h"
 #include "examples/service/Service.h"
-#include "tests/examples/TemporaryDirectory.h"
+#include "tests/ZelvoraAdapters/gtk/services/TemporaryDirectory.h"
 
 #include <filesystem>
 #include <memory>
@@ -60,7 +60,7 @@ private:
 
     struct Errors;
 
-    examples::TemporaryDirectory m_directory;
+    TemporaryDirectory m_directory;
     std::unique_ptr<examples::Service> m_service;
     std::filesystem::path m_data;
     std::filesystem::path m_certificates;

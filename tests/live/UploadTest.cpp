@@ -1,11 +1,9 @@
 #include "ZelvoraIOS/ZelvoraStorage.h"
-#include "examples/service/CollectorStore.h"
 #include "tests/live/LiveShop.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
-#include <nlohmann/json.hpp>
 #include <string>
 
 namespace zelvora::tests {
@@ -44,14 +42,13 @@ TEST(UploadTest, TwelveHundredEventsReachTheCollectorInOrderInThreeCallsWithRest
 
     auto const batches = shop.service().collected().batches();
     ASSERT_EQ(batches.size(), 3U);
-    EXPECT_EQ(batches.at(0).events.size(), 500U);
-    EXPECT_EQ(batches.at(1).events.size(), 500U);
-    EXPECT_EQ(batches.at(2).events.size(), 200U);
+    EXPECT_EQ(batches.at(0).at("events").size(), 500U);
+    EXPECT_EQ(batches.at(1).at("events").size(), 500U);
+    EXPECT_EQ(batches.at(2).at("events").size(), 200U);
     auto expected = 0;
     for (auto const& batch : batches) {
-        EXPECT_EQ(batch.profile, "prd");
-        for (auto const& text : batch.events) {
-            auto const event = nlohmann::json::parse(text);
+        EXPECT_EQ(batch.at("profile"), "prd");
+        for (auto const& event : batch.at("events")) {
             EXPECT_EQ(event.at("n"), expected);
             EXPECT_EQ(event.at("eventId"), "event " + std::to_string(expected));
             EXPECT_EQ(event.at("adid"), expected < 500 ? "unknown" : "");
@@ -84,7 +81,7 @@ TEST(UploadTest, EventsThatTheCollectorRefusesStayAndGoWithTheNextCall)
     EXPECT_NE(output.find("sendTrackingData Success - Sent 1 events"), std::string::npos);
     auto const batches = shop.service().collected().batches();
     ASSERT_EQ(batches.size(), 1U);
-    EXPECT_EQ(nlohmann::json::parse(batches.front().events.front()).at("memo"), "");
+    EXPECT_EQ(batches.front().at("events").front().at("memo"), "");
 }
 
 }

@@ -1,6 +1,7 @@
 #include "ZelvoraAdapters/gtk/Host.h"
 
 #include "ZelvoraAdapters/gtk/Platform.h"
+#include "ZelvoraAdapters/gtk/UIKit/NavigationController.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewControllerPeer.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewPeer.h"
 #include "ZelvoraAdapters/gtk/UIKit/WidgetView.h"
@@ -8,7 +9,6 @@
 #include "ZelvoraAdapters/gtk/WebKit/WebView.h"
 #include "ZelvoraPlatform/fatalError.h"
 
-#include <cstdlib>
 #include <utility>
 
 namespace zelvora::gtk {
@@ -36,7 +36,7 @@ private:
         // UIViewControllerPeer
         [[nodiscard]] std::shared_ptr<UIView> makeView() override { return std::exchange(m_screen, nullptr); }
 
-        // Until the controller takes it.
+        // Kept until the controller takes it.
         std::shared_ptr<UIView> m_screen;
     };
 };
@@ -61,7 +61,7 @@ private:
         [[nodiscard]] GtkWindow* window() const override { return static_cast<GtkWindow*>(m_window); }
 
     private:
-        // Reset by the window's end.
+        // Reset when the window is destroyed.
         gpointer m_window;
     };
 };
@@ -75,8 +75,6 @@ void install(HostOptions options)
     if (!gtk_is_initialized())
         platform::fatalError("gtk::install was called before gtk_init");
     platform::Platform::install(std::make_unique<Platform>(std::move(options)));
-    // The installed platform is never destroyed.
-    std::atexit([] { Platform::current().synchronizeUserDefaults(); });
 }
 
 std::shared_ptr<UIView> wrapWidget(GtkWidget* widget)
@@ -94,13 +92,19 @@ std::shared_ptr<UIViewController> wrapWindow(GtkWindow* window)
     return std::make_shared<WindowController>(window);
 }
 
+std::shared_ptr<platform::UINavigationController> makeNavigationController(
+    std::shared_ptr<UIViewController> rootViewController)
+{
+    return NavigationController::create(std::move(rootViewController));
+}
+
 void setRootViewController(GtkWindow* window, std::shared_ptr<UIViewController> controller)
 {
     using Held = std::shared_ptr<UIViewController>;
     WindowPresentations::of(window).setContent(widgetOf(controller->view()));
     g_object_set_data_full(G_OBJECT(window), rootKey, new Held(std::move(controller)), [](gpointer data) {
         std::unique_ptr<Held> const held(static_cast<Held*>(data));
-        // It may be the one that asks for another.
+        // The controller that is being replaced may be the caller.
         releaseLater(*held);
     });
 }

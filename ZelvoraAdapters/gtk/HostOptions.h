@@ -1,7 +1,6 @@
 #pragma once
 
-#include "ZelvoraAdapters/gtk/SafeAreaInsets.h"
-#include "ZelvoraAdapters/gtk/WebKit/WebsiteSession.h"
+#include "ZelvoraAdapters/shared/Layout/SafeAreaInsets.h"
 #include "ZelvoraPlatform/ServiceAddresses.h"
 
 #include <filesystem>
@@ -11,18 +10,30 @@
 
 namespace zelvora::gtk {
 
-/// What the adapter cannot find out on its own. Everything but the names is for phones with notches, for services of
-/// one's own and for tests.
+using shared::SafeAreaInsets;
+
+/// A server of your own, whose certificate no public authority has signed.
+struct TrustedCertificate {
+    std::string host;
+    /// The server's certificate, a PEM file.
+    std::filesystem::path file;
+};
+
+/// What the adapter cannot find out by itself. Most hosts set the two names only; the other options are for phones with
+/// notches, for services of your own and for tests.
 struct HostOptions {
     /// The application id. It names the folders in which the app's data is kept.
     std::optional<std::string> bundleIdentifier;
-    /// As people know the app; shown in the question about tracking.
+    /// The name of the app as its users know it; shown when they are asked for permission to track.
     std::string appName;
+    /// Used instead of the addresses that are compiled in.
     std::optional<platform::ServiceAddresses> serviceAddresses {};
-    /// A PEM file of an authority to trust beside the system's: see `WebsiteSession` about what pages load.
+    /// A PEM file of an authority to trust in addition to the system's: for the SDK's own requests and for the pages
+    /// themselves. The engine does not consult it for what a page loads from other hosts; those need
+    /// `trustedCertificates`. A file that cannot be read is logged and ignored.
     std::filesystem::path certificateAuthorityFile {};
     std::vector<TrustedCertificate> trustedCertificates {};
-    /// In place of the app's folders in $XDG_DATA_HOME and $XDG_CACHE_HOME.
+    /// Used instead of the app's folders in $XDG_DATA_HOME and $XDG_CACHE_HOME.
     std::filesystem::path dataDirectory {};
     SafeAreaInsets safeAreaInsets {};
 };

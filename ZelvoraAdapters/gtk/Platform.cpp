@@ -1,13 +1,29 @@
 #include "ZelvoraAdapters/gtk/Platform.h"
 
+#include "ZelvoraAdapters/gtk/Concurrency/MainContextQueue.h"
+#include "ZelvoraAdapters/gtk/Foundation/Bundle.h"
+#include "ZelvoraAdapters/gtk/Foundation/Clock.h"
 #include "ZelvoraAdapters/gtk/Foundation/DataDirectory.h"
+#include "ZelvoraAdapters/gtk/Foundation/URLSession.h"
+#include "ZelvoraAdapters/gtk/Tracking/ASIdentifierManager.h"
+#include "ZelvoraAdapters/gtk/Tracking/ATTrackingManager.h"
+#include "ZelvoraAdapters/gtk/Tracking/TrackingStore.h"
+#include "ZelvoraAdapters/gtk/UIKit/UIApplication.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewControllerPeer.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewPeer.h"
 #include "ZelvoraAdapters/gtk/UIKit/ViewAnimation.h"
 #include "ZelvoraAdapters/gtk/WebKit/UserContentController.h"
 #include "ZelvoraAdapters/gtk/WebKit/WebView.h"
+#include "ZelvoraAdapters/gtk/WebKit/WebsiteSession.h"
 #include "ZelvoraAdapters/gtk/os/Logger.h"
+#include "ZelvoraAdapters/shared/Concurrency/ThreadPoolQueue.h"
+#include "ZelvoraAdapters/shared/Foundation/NotificationCenter.h"
+#include "ZelvoraAdapters/shared/JSON/JSONSerialization.h"
+#include "ZelvoraAdapters/shared/Journal/JournaledUserDefaults.h"
+#include "ZelvoraPlatform/fatalError.h"
 
+#include <cstdlib>
+#include <filesystem>
 #include <utility>
 
 namespace zelvora::gtk {
@@ -28,16 +44,19 @@ std::filesystem::path cacheDirectoryFor(HostOptions const& options, std::filesys
 
 std::string preferencesFile(std::filesystem::path const& dataDirectory)
 {
-    // Where there is no folder the journal says that it cannot write.
+    // Without a folder the journal logs that it cannot write.
     (void)ensureDataDirectory(dataDirectory);
     return dataDirectory / "preferences.journal";
 }
 
-// As GLib has it: to the journal where standard error leads there, else to standard error.
+// GLib writes it to the system's journal if standard error leads there, and to standard error otherwise.
 void warn(std::string const& line)
 {
     g_log("Zelvora", G_LOG_LEVEL_WARNING, "%s", line.c_str());
 }
+
+// Reset by the destructor.
+Platform* s_current = nullptr;
 
 URLSession::Options urlSessionOptions(HostOptions const& options)
 {
@@ -48,17 +67,142 @@ URLSession::Options urlSessionOptions(HostOptions const& options)
 
 }
 
+struct Platform::Services {
+    explicit Services(HostOptions hostOptions)
+        : options(std::move(hostOptions))
+        , directory(dataDirectoryFor(options))
+        , mainBundle(options.bundleIdentifier)
+        , userDefaults(preferencesFile(directory), warn)
+        , urlSession(urlSessionOptions(options))
+        , trackingStore(directory)
+        , trackingManager(trackingStore, options.appName)
+        , identifierManager(trackingStore)
+        , application(notificationCenter, [this] { globalQueue.async([this] { userDefaults.synchronize(); }); })
+    {
+    }
+
+    WebsiteSession& websites()
+    {
+        if (!websiteSession) {
+            websiteSession.emplace(directory, cacheDirectoryFor(options, directory), options.certificateAuthorityFile,
+                options.trustedCertificates);
+        }
+        return *websiteSession;
+    }
+
+    HostOptions options;
+    std::filesystem::path directory;
+    Bundle mainBundle;
+    Clock clock;
+    shared::JournaledUserDefaults userDefaults;
+    shared::NotificationCenter notificationCenter;
+    shared::JSONSerialization jsonSerialization;
+    MainContextQueue mainQueue;
+    shared::ThreadPoolQueue globalQueue;
+    URLSession urlSession;
+    TrackingStore trackingStore;
+    ATTrackingManager trackingManager;
+    ASIdentifierManager identifierManager;
+    UIApplication application;
+    // Made with the first web view, because it starts processes.
+    std::optional<WebsiteSession> websiteSession;
+};
+
 Platform::Platform(HostOptions options)
-    : m_options(std::move(options))
-    , m_dataDirectory(dataDirectoryFor(m_options))
-    , m_mainBundle(m_options.bundleIdentifier)
-    , m_userDefaults(preferencesFile(m_dataDirectory), warn)
-    , m_urlSession(urlSessionOptions(m_options))
-    , m_trackingStore(m_dataDirectory)
-    , m_trackingManager(m_trackingStore, m_options.appName)
-    , m_identifierManager(m_trackingStore)
-    , m_application(m_notificationCenter, [this] { m_globalQueue.async([this] { synchronizeUserDefaults(); }); })
 {
+    if (!gtk_is_initialized())
+        platform::fatalError("gtk::Platform was made before gtk_init");
+    if (s_current)
+        platform::fatalError("gtk::Platform was made twice");
+    m_services = std::make_unique<Services>(std::move(options));
+    s_current = this;
+    // An installed platform is never destroyed.
+    [[maybe_unused]] static int const registration = std::atexit([] {
+        if (s_current)
+            s_current->synchronizeUserDefaults();
+    });
+}
+
+Platform::~Platform()
+{
+    s_current = nullptr;
+}
+
+Platform& Platform::current()
+{
+    if (!s_current)
+        platform::fatalError("there is no gtk::Platform: call gtk::install first");
+    return *s_current;
+}
+
+SafeAreaInsets const& Platform::safeAreaInsets() const
+{
+    return m_services->options.safeAreaInsets;
+}
+
+void Platform::synchronizeUserDefaults()
+{
+    m_services->userDefaults.synchronize();
+}
+
+std::optional<platform::ServiceAddresses> Platform::serviceAddresses() const
+{
+    return m_services->options.serviceAddresses;
+}
+
+platform::Bundle& Platform::mainBundle()
+{
+    return m_services->mainBundle;
+}
+
+platform::Clock& Platform::clock()
+{
+    return m_services->clock;
+}
+
+platform::UserDefaults& Platform::standardUserDefaults()
+{
+    return m_services->userDefaults;
+}
+
+platform::NotificationCenter& Platform::notificationCenter()
+{
+    return m_services->notificationCenter;
+}
+
+platform::URLSession& Platform::urlSession()
+{
+    return m_services->urlSession;
+}
+
+platform::JSONSerialization& Platform::jsonSerialization()
+{
+    return m_services->jsonSerialization;
+}
+
+platform::DispatchQueue& Platform::mainQueue()
+{
+    return m_services->mainQueue;
+}
+
+platform::DispatchQueue& Platform::globalQueue()
+{
+    return m_services->globalQueue;
+}
+
+platform::ATTrackingManager& Platform::trackingManager()
+{
+    return m_services->trackingManager;
+}
+
+platform::ASIdentifierManager& Platform::identifierManager()
+{
+    return m_services->identifierManager;
+}
+
+platform::UIApplication& Platform::application()
+{
+    return m_services->application;
 }
 
 std::unique_ptr<platform::Logger> Platform::makeLogger(std::string const& subsystem, std::string const& category)
@@ -84,21 +228,12 @@ std::shared_ptr<platform::WKUserContentController> Platform::makeUserContentCont
 std::shared_ptr<platform::WKWebView> Platform::makeWebView(
     platform::CGRect frame, platform::WKWebViewConfiguration configuration)
 {
-    return std::make_shared<WebView>(frame, configuration, websiteSession());
+    return std::make_shared<WebView>(frame, configuration, m_services->websites());
 }
 
 void Platform::animate(platform::TimeInterval duration, std::function<void()> const& animations)
 {
     runAnimated(duration, animations);
-}
-
-WebsiteSession& Platform::websiteSession()
-{
-    if (!m_websiteSession) {
-        m_websiteSession.emplace(m_dataDirectory, cacheDirectoryFor(m_options, m_dataDirectory),
-            m_options.certificateAuthorityFile, m_options.trustedCertificates);
-    }
-    return *m_websiteSession;
 }
 
 }

@@ -63,7 +63,7 @@ void ShopHost::build()
     m_home = gtk::wrapScreen(m_homePage->widget());
     gtk_window_set_title(m_window, "Example host");
     gtk_window_set_default_size(m_window, phoneWidth, phoneHeight);
-    gtk::setRootViewController(m_window, gtk::NavigationController::create(m_home));
+    gtk::setRootViewController(m_window, gtk::makeNavigationController(m_home));
     m_windowPresenter = gtk::wrapWindow(m_window);
     gtk_window_present(m_window);
 }

@@ -1,21 +1,14 @@
 #pragma once
 
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+#include "ZelvoraAdapters/gtk/HostOptions.h"
 
 #include <webkit/webkit.h>
 
 #include <filesystem>
-#include <string>
 #include <vector>
 
 namespace zelvora::gtk {
-
-/// A server of one's own, whose certificate no public authority has signed.
-struct TrustedCertificate {
-    std::string host;
-    /// The server's certificate, PEM.
-    std::filesystem::path file;
-};
 
 /// What the app's web views share: cookies and stored data of the sites, kept in the app's folders, and the
 /// certificates that are trusted beyond the system's. Main thread.

@@ -3,6 +3,7 @@
 #include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 
 #include <gtest/gtest.h>
+#include <webkit/webkit.h>
 
 #include <cmath>
 #include <cstdio>
@@ -116,7 +117,7 @@ void GtkHarness::show(std::shared_ptr<platform::UIViewController> controller)
 std::shared_ptr<platform::UINavigationController> GtkHarness::makeNavigationController(
     std::shared_ptr<platform::UIViewController> root)
 {
-    return gtk::NavigationController::create(std::move(root));
+    return gtk::makeNavigationController(std::move(root));
 }
 
 std::shared_ptr<platform::UIView> GtkHarness::makeContentView(double contentHeight)

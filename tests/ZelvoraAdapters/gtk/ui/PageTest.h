@@ -6,6 +6,7 @@
 #include "tests/contract/gtk/GtkHarness.h"
 
 #include <gtest/gtest.h>
+#include <webkit/webkit.h>
 
 #include <memory>
 #include <string>

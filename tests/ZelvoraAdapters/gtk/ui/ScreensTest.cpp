@@ -84,7 +84,7 @@ protected:
     std::size_t m_taken = 0;
     GtkHarness m_harness;
     std::shared_ptr<platform::UIViewController> m_home = gtk::wrapScreen(gtk_label_new("home"));
-    std::shared_ptr<gtk::NavigationController> m_stack = gtk::NavigationController::create(m_home);
+    std::shared_ptr<platform::UINavigationController> m_stack = gtk::makeNavigationController(m_home);
     std::shared_ptr<ShopScreen> m_shop = std::make_shared<ShopScreen>("shop", m_record);
 };
 
@@ -265,7 +265,7 @@ TEST_F(ScreensTest, AWidgetThatIsAWindowsChildBecomesItsFirstScreen)
     auto* label = gtk_label_new("first");
     gtk_window_set_child(window, label);
     auto const screen = gtk::wrapScreen(label);
-    gtk::setRootViewController(window, gtk::NavigationController::create(screen));
+    gtk::setRootViewController(window, gtk::makeNavigationController(screen));
     gtk_window_present(window);
     EXPECT_TRUE(m_harness.runUntil([&] { return gtk_widget_get_mapped(label); }));
     EXPECT_EQ(gtk_widget_get_parent(label), gtk::widgetOf(screen->view()));

@@ -28,7 +28,7 @@ struct ZELVORA_API NSLayoutAnchor {
 
 /// "This edge equals that one." A plain value: two constraints that name the same edges are the same constraint. While
 /// active it is kept by the nearest common ancestor of its two views, and it ends when either view leaves that
-/// ancestor. Main thread.
+/// ancestor. If active constraints contradict one another, the adapter leaves one out and reports it. Main thread.
 ///
 ///     auto const safeArea = root->safeAreaLayoutGuide();
 ///     auto const pinned = header->topAnchor().constraintEqualTo(safeArea.topAnchor());

@@ -89,8 +89,8 @@ std::string Service::address(std::string_view host) const
 
 Outcome Service::route(Request const& request)
 {
-    auto const host =
-        std::ranges::find_if(m_hosts, [&request](Host const& host) { return matches(request.host, host.name); });
+    auto const isAsked = [&request](Host const& host) { return matches(request.host, host.name); };
+    auto const host = std::ranges::find_if(m_hosts, isAsked);
     if (host == m_hosts.end())
         return { .reply = errorReply(404, "there is no such host") };
     auto const fault = host->target ? m_faults.meet(*host->target) : std::nullopt;

@@ -4,7 +4,8 @@
 #include "ZelvoraAdapters/gtk/UIKit/NavigationController.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewControllerPeer.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewPeer.h"
-#include "ZelvoraAdapters/gtk/UIKit/WidgetView.h"
+#include "ZelvoraAdapters/gtk/UIKit/View.h"
+#include "ZelvoraAdapters/gtk/UIKit/ViewController.h"
 #include "ZelvoraAdapters/gtk/UIKit/WindowPresentations.h"
 #include "ZelvoraAdapters/gtk/WebKit/WebView.h"
 #include "ZelvoraPlatform/fatalError.h"
@@ -17,29 +18,6 @@ using platform::UIView;
 using platform::UIViewController;
 
 namespace {
-
-/// The host's own screen.
-class ScreenController final : public UIViewController {
-public:
-    explicit ScreenController(GtkWidget* widget) : UIViewController(std::make_unique<Peer>(*this, widget)) { }
-
-private:
-    class Peer final : public UIViewControllerPeer {
-    public:
-        Peer(UIViewController& owner, GtkWidget* widget)
-            : UIViewControllerPeer(owner)
-            , m_screen(WidgetView::create(widget))
-        {
-        }
-
-    private:
-        // UIViewControllerPeer
-        [[nodiscard]] std::shared_ptr<UIView> makeView() override { return std::exchange(m_screen, nullptr); }
-
-        // Kept until the controller takes it.
-        std::shared_ptr<UIView> m_screen;
-    };
-};
 
 /// The host's window, as a presenter.
 class WindowController final : public UIViewController {
@@ -79,12 +57,12 @@ void install(HostOptions options)
 
 std::shared_ptr<UIView> wrapWidget(GtkWidget* widget)
 {
-    return WidgetView::create(widget);
+    return View::create(widget);
 }
 
 std::shared_ptr<UIViewController> wrapScreen(GtkWidget* widget)
 {
-    return std::make_shared<ScreenController>(widget);
+    return std::make_shared<ViewController>(widget);
 }
 
 std::shared_ptr<UIViewController> wrapWindow(GtkWindow* window)

@@ -3,6 +3,7 @@
 #include "ZelvoraAdapters/memory/UIKit/UIViewControllerPeer.h"
 #include "ZelvoraAdapters/memory/UIKit/UIViewPeer.h"
 #include "ZelvoraAdapters/memory/WebKit/UserContentController.h"
+#include "ZelvoraAdapters/memory/os/Logger.h"
 #include "ZelvoraPlatform/fatalError.h"
 
 #include <utility>
@@ -39,7 +40,7 @@ std::vector<std::shared_ptr<WebView>> Platform::webViews() const
 
 std::unique_ptr<platform::Logger> Platform::makeLogger(std::string const& subsystem, std::string const& category)
 {
-    return m_log.makeLogger(subsystem, category);
+    return std::make_unique<Logger>(m_log, subsystem, category);
 }
 
 std::unique_ptr<platform::UIView::Peer> Platform::makeViewPeer(platform::UIView& owner, platform::CGRect frame)

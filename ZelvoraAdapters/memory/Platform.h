@@ -23,7 +23,7 @@
 
 namespace zelvora::memory {
 
-/// How a platform starts out. All of it can also be set later, part by part.
+/// The initial state of a platform. Each part can also be set later.
 struct Options {
     std::optional<std::string> bundleIdentifier = "com.example.host";
     platform::Date now = Clock::start;
@@ -35,8 +35,8 @@ struct Options {
 };
 
 /// The whole system in memory, for testing the SDK and its hosts: nothing happens on its own, nothing depends on the
-/// machine, and everything that was asked of it can be read back. Queues are turned, time is advanced, requests,
-/// prompts and pages are answered through the parts; the thread that does so plays the system's threads.
+/// machine, and every call can be read back. The test runs the queues, advances the time, and answers requests, prompts
+/// and pages through the parts below; its thread acts as the system's threads.
 ///
 ///     auto& platform = memory::install();
 ///     ZelvoraSDK::shared().initialize(...);
@@ -47,20 +47,20 @@ class ZELVORA_API Platform final : public platform::Platform {
 public:
     explicit Platform(Options options = {});
 
-    /// Before the SDK first asks.
+    /// Call before the SDK first reads them.
     void setServiceAddresses(std::optional<platform::ServiceAddresses> addresses)
     {
         m_serviceAddresses = std::move(addresses);
     }
 
-    /// Turns the main queue, the global queue and the loader's queue until no block is due on any.
+    /// Runs the main queue, the global queue and the loader's queue until no block is due on any.
     void runUntilIdle();
     /// See `Screen::layout`.
     void layout() { m_screen.layout(); }
 
     [[nodiscard]] Screen& screen() { return m_screen; }
     [[nodiscard]] Log& log() { return m_log; }
-    /// Those that still live, in the order of their making.
+    /// The web views that still exist, oldest first.
     [[nodiscard]] std::vector<std::shared_ptr<WebView>> webViews() const;
 
     // platform::Platform
@@ -104,7 +104,7 @@ private:
     std::vector<std::weak_ptr<WebView>> m_webViews;
     DispatchQueue m_mainQueue { m_clock };
     DispatchQueue m_globalQueue { m_clock };
-    // These two last: destroyed first, they call what waits for them while the rest is there.
+    // These two last, so that they are destroyed first and complete what is pending while the rest still exists.
     ATTrackingManager m_trackingManager { m_globalQueue };
     URLSession m_urlSession { m_clock };
 };

@@ -1,5 +1,5 @@
+#include "ZelvoraAdapters/memory/UIKit/EdgePan.h"
 #include "ZelvoraAdapters/memory/UIKit/UIViewControllerPeer.h"
-#include "ZelvoraAdapters/memory/UIKit/gestures.h"
 #include "tests/ZelvoraIOS/support/ContainerTest.h"
 
 #include <algorithm>

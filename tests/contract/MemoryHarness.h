@@ -1,10 +1,10 @@
 #pragma once
 
 #include "ZelvoraAdapters/memory/Platform.h"
+#include "ZelvoraAdapters/memory/UIKit/EdgePan.h"
 #include "ZelvoraAdapters/memory/UIKit/NavigationController.h"
 #include "ZelvoraAdapters/memory/UIKit/UIViewControllerPeer.h"
 #include "ZelvoraAdapters/memory/UIKit/View.h"
-#include "ZelvoraAdapters/memory/UIKit/gestures.h"
 #include "ZelvoraAdapters/memory/WebKit/WebView.h"
 
 #include <functional>

@@ -14,7 +14,7 @@ ContextThread::~ContextThread()
 {
     if (!m_thread.joinable())
         return;
-    // Asked for on the thread itself, because a loop that does not run yet cannot be told to end.
+    // Quits on the thread itself: quitting a loop that does not run yet has no effect.
     m_queue.async([this] { quit(); });
     join();
 }

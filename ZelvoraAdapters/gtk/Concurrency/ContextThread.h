@@ -7,7 +7,7 @@
 
 namespace zelvora::gtk {
 
-/// A thread that runs a GLib main context of its own, which is the default context of what is made on it.
+/// A thread that runs its own GLib main context, which is the thread's default context.
 class ContextThread final {
 public:
     ContextThread();
@@ -15,12 +15,12 @@ public:
     ContextThread& operator=(ContextThread const&) = delete;
     ~ContextThread();
 
-    /// Runs blocks on this thread. Those that are left when the thread ends are destroyed with this object.
+    /// Runs blocks on this thread. Blocks that have not run when the thread ends are destroyed with this object.
     [[nodiscard]] platform::DispatchQueue& queue() { return m_queue; }
 
-    /// On this thread: lets it end after the block that is running.
+    /// Ends the thread after the running block. Call on this thread.
     void quit();
-    /// On another thread: waits until the thread has ended. Somebody must see to it that it quits.
+    /// Waits for the thread to end; something must make it quit. Call on another thread.
     void join();
 
 private:

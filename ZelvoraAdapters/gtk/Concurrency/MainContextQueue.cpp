@@ -12,7 +12,7 @@ gboolean callBack(GSource*, GSourceFunc callback, gpointer data)
     return callback(data);
 }
 
-// A source without `prepare` and `check` is dispatched at its ready time alone.
+// A source without `prepare` and `check` is dispatched only at its ready time.
 GSourceFuncs s_functions = { nullptr, nullptr, callBack, nullptr, nullptr, nullptr };
 
 }
@@ -42,7 +42,7 @@ void MainContextQueue::async(Work work)
 
 void MainContextQueue::asyncAfter(platform::TimeInterval delay, Work work)
 {
-    // The moment is taken under the lock, so that submissions at one moment stay in order.
+    // The time is read under the lock, so that blocks run in the order of submission.
     std::scoped_lock const lock(m_mutex);
     m_schedule.add(shared::WorkSchedule::after(delay), std::move(work));
     wakeWhenNextIsDue();

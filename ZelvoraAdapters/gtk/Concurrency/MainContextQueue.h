@@ -9,13 +9,13 @@
 
 namespace zelvora::gtk {
 
-/// A serial queue on the thread that runs a GLib main context: one block a turn of its loop, at the priority of events.
-/// As with the phone's main queue, a block that runs a loop of its own holds up the blocks after it.
+/// A serial queue on the thread that runs a GLib main context: one block per iteration of the loop, at the priority of
+/// events. As on the phone's main queue, a block that runs a nested loop delays the blocks after it.
 ///
-/// It is destroyed on that thread and outside its blocks, or when nobody runs the context any more.
+/// Destroy it on that thread outside its blocks, or once no thread runs the context.
 class MainContextQueue final : public platform::DispatchQueue {
 public:
-    /// The default context's, which the application runs, unless told otherwise.
+    /// nullptr means the default context, which the application runs.
     explicit MainContextQueue(GMainContext* context = nullptr);
     MainContextQueue(MainContextQueue const&) = delete;
     MainContextQueue& operator=(MainContextQueue const&) = delete;

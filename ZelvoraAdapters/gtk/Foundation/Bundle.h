@@ -4,7 +4,7 @@
 
 namespace zelvora::gtk {
 
-/// The application id, as the desktop knows the app.
+/// The application id by which the desktop knows the app.
 class Bundle final : public platform::Bundle {
 public:
     /// An application without an id is a bundle without an identifier.

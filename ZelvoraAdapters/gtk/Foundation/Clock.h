@@ -4,7 +4,7 @@
 
 namespace zelvora::gtk {
 
-/// The system's wall clock, to the microsecond.
+/// The system's wall clock, with microsecond resolution.
 class Clock final : public platform::Clock {
 public:
     // platform::Clock

@@ -8,7 +8,7 @@ std::filesystem::path dataDirectory(std::optional<std::string> const& bundleIden
 {
     char const* const program = g_get_prgname();
     std::string const name = bundleIdentifier.value_or(program ? program : "unnamed");
-    // A relative $XDG_DATA_HOME counts as unset by the rules of XDG; GLib would take it.
+    // A relative $XDG_DATA_HOME must be ignored; GLib would use it.
     char const* const asked = g_getenv("XDG_DATA_HOME");
     std::filesystem::path const base = asked && g_path_is_absolute(asked)
         ? std::filesystem::path(asked)

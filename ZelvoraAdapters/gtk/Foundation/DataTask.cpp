@@ -13,7 +13,7 @@ namespace {
 
 constexpr int maximumRedirectCount = 16;
 
-/// Shares the bytes with libsoup, which may hold them longer than the task lives.
+/// Shares the bytes with libsoup, which may keep them longer than the task lives.
 GBytesPointer share(std::string bytes)
 {
     auto* const held = new std::string(std::move(bytes));
@@ -51,7 +51,7 @@ void DataTask::resume(GUriPointer uri)
 
 void DataTask::fail(platform::Error error)
 {
-    // Not when libsoup has noticed: on a connection whose other side does not read, that may be never.
+    // Does not wait for libsoup, which never notices on a connection whose peer does not read.
     auto const self = shared_from_this();
     g_cancellable_cancel(m_cancellable.get());
     finish(std::unexpected(std::move(error)));
@@ -123,7 +123,7 @@ void DataTask::follow(Redirection const& redirection)
     auto to = resolveHTTPUri(from, redirection.location);
     if (!to)
         return finish(std::unexpected(unsupportedURLError(redirection.location)));
-    // What was said to the server alone must not go on in clear.
+    // What was sent encrypted must not be sent in the clear.
     if (isSecure(from) && !isSecure(*to))
         return finish(std::unexpected(insecureRedirectError()));
     if (redirection.becomesGet) {

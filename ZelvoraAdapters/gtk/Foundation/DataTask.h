@@ -14,9 +14,9 @@ namespace zelvora::gtk {
 class ServerTrust;
 struct Redirection;
 
-/// One request on its way, on the loader's thread. It follows redirections, reads the whole body into memory and gives
-/// up when nothing has moved for the request's timeout. What libsoup does for it owns it, so that it goes when libsoup
-/// has let go of it, which may be later than its finish.
+/// One running request, on the loader's thread. It follows redirections, reads the whole body into memory, and fails
+/// when no data has moved for the request's timeout. Pending libsoup operations own the task, so it may live on after
+/// it has finished.
 class DataTask final : public std::enable_shared_from_this<DataTask> {
 public:
     using Result = std::expected<platform::URLSession::Answer, platform::Error>;
@@ -25,14 +25,14 @@ public:
     /// Called in the destructor.
     using Gone = platform::Block<void(DataTask& task)>;
 
-    /// The session and the trust, which may be absent, outlive the task.
+    /// The session and the trust, which may be nullptr, outlive the task.
     DataTask(SoupSession& session, ServerTrust const* trust, platform::URLRequest request, Finish finish, Gone gone);
     DataTask(DataTask const&) = delete;
     DataTask& operator=(DataTask const&) = delete;
     ~DataTask();
 
     void resume(GUriPointer uri);
-    /// Finishes at once with an error, unless it has finished.
+    /// Finishes at once with an error, unless it has finished already.
     void fail(platform::Error error);
 
 private:

@@ -6,10 +6,10 @@
 
 namespace zelvora::gtk {
 
-/// The address of a host by HTTP or HTTPS; empty where the text is none.
+/// Parses an HTTP or HTTPS URL with a host; empty if the text is not one.
 [[nodiscard]] GUriPointer parseHTTPUri(std::string const& text);
 
-/// Where a reference leads that stands in an answer from `base`; empty where it is not to such an address.
+/// Resolves a reference in a response from `base`; empty if the result is not such a URL.
 [[nodiscard]] GUriPointer resolveHTTPUri(GUri& base, std::string const& reference);
 
 [[nodiscard]] bool isSecure(GUri& uri);

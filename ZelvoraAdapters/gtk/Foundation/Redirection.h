@@ -5,17 +5,16 @@
 
 namespace zelvora::gtk {
 
-/// Where an answer sends its request, and how it is made there.
+/// Where a response redirects its request, and how the request continues there.
 struct Redirection {
     std::string location;
-    /// Whether it becomes a GET without a body, as in every browser after a form was posted.
+    /// Whether the request becomes a GET without a body, as in every browser after a form was posted.
     bool becomesGet = false;
 
     bool operator==(Redirection const&) const = default;
 };
 
-/// Absent where the answer is to be taken as it is: it is no redirection, or it does not say where to (a null
-/// `location`).
+/// Absent if the response is final: it is no redirection, or it has no location (nullptr).
 [[nodiscard]] std::optional<Redirection> redirection(std::string const& method, unsigned status, char const* location);
 
 }

@@ -4,7 +4,7 @@ namespace zelvora::gtk {
 
 ServerTrust::ServerTrust(std::filesystem::path const& authorities)
 {
-    // GLib wants the path absolute.
+    // GLib requires an absolute path.
     std::error_code ignored;
     auto const path = std::filesystem::absolute(authorities, ignored);
     GErrorPlace error;
@@ -17,7 +17,7 @@ bool ServerTrust::vouchesFor(GTlsCertificate& certificate, GUri& host) const
 {
     if (!m_database)
         return false;
-    // Only the name counts for the identity, not the port.
+    // The identity is the host name; the port does not matter.
     auto const identity = adopt(g_network_address_new(g_uri_get_host(&host), 0));
     return g_tls_database_verify_chain(m_database.get(), &certificate, G_TLS_DATABASE_PURPOSE_AUTHENTICATE_SERVER,
                identity.get(), nullptr, G_TLS_DATABASE_VERIFY_NONE, nullptr, nullptr)

@@ -8,13 +8,14 @@
 
 namespace zelvora::gtk {
 
-/// Certificate authorities that the app trusts beside those of the system, such as a local service's. One thread.
+/// Certificate authorities that the app trusts in addition to the system's, such as that of a local service. One
+/// thread.
 class ServerTrust final {
 public:
-    /// A PEM file. Where it cannot be read a warning is logged and nothing more is trusted.
+    /// A PEM file. If it cannot be read, a warning is logged and nothing else is trusted.
     explicit ServerTrust(std::filesystem::path const& authorities);
 
-    /// Whether these authorities vouch for a certificate that the system's do not, for that very host.
+    /// Whether one of these authorities signed the certificate for exactly this host.
     [[nodiscard]] bool vouchesFor(GTlsCertificate& certificate, GUri& host) const;
 
 private:

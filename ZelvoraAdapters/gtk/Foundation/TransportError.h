@@ -6,10 +6,10 @@
 
 namespace zelvora::gtk {
 
-/// An error as GLib, its TLS and libsoup report it: their domain, code and message, which they translate.
+/// An error that GLib, its TLS backend or libsoup reports, with their domain, code and localized message.
 [[nodiscard]] platform::Error transportError(GError const& error);
 
-/// What the loader itself has to report, in the words of those domains.
+/// Errors that the loader itself reports, in the same domains.
 [[nodiscard]] platform::Error timedOutError();
 [[nodiscard]] platform::Error cancelledError();
 [[nodiscard]] platform::Error unsupportedURLError(std::string const& url);

@@ -11,8 +11,8 @@ namespace zelvora::gtk {
 
 namespace {
 
-/// How long the end waits for libsoup to let go of what was cancelled. What it holds on to after that is lost with the
-/// thread's context.
+/// How long the destructor waits for libsoup to release cancelled tasks. Those that it keeps longer are abandoned with
+/// the thread's context.
 constexpr platform::TimeInterval patience = 1;
 
 }
@@ -40,7 +40,7 @@ void URLSession::dataTask(platform::URLRequest request, Completion completion)
 
 void URLSession::open(Options const& options)
 {
-    // Each task has a timeout of its own.
+    // Each task has its own timeout.
     constexpr guint none = 0;
     m_session.reset(soup_session_new_with_options("timeout", none, nullptr));
     if (options.additionalAuthorities)

@@ -15,16 +15,15 @@
 
 namespace zelvora::gtk {
 
-/// The loader by libsoup, on a thread of its own, which is its queue. It speaks HTTP/1.1 and HTTP/2 through the
-/// desktop's proxies, trusts what the system trusts, and keeps neither cookies nor a cache.
+/// The loader, by libsoup on its own thread, which is also its queue. It speaks HTTP/1.1 and HTTP/2, uses the desktop's
+/// proxies, trusts what the system trusts, and keeps neither cookies nor a cache.
 ///
-/// A request's timeout counts from when something last moved, as on the phone. A body is read whole into memory however
-/// long it is. The destructor ends what is under way, each with its error, and must not be called on the loader's own
-/// thread.
+/// As on the phone, a request's timeout restarts whenever data moves. A body is read into memory whole, however long it
+/// is. The destructor cancels running requests, each with its error; it must not run on the loader's thread.
 class URLSession final : public platform::URLSession {
 public:
     struct Options {
-        /// A PEM file of certificate authorities to trust beside the system's.
+        /// A PEM file of certificate authorities to trust in addition to the system's.
         std::optional<std::filesystem::path> additionalAuthorities {};
     };
 
@@ -45,14 +44,14 @@ private:
     void quitWhenDone();
     void quit();
 
-    /// Those whose completion has not returned.
+    /// Requests whose completion has not returned.
     std::atomic<std::size_t> m_taskCount = 0;
 
-    // The loader's thread alone has to do with these.
+    // Only used on the loader's thread.
     bool m_isEnding = false;
     std::optional<ServerTrust> m_trust;
     GObjectPointer<SoupSession> m_session;
-    /// Those that libsoup has not let go of; they take themselves out.
+    /// Tasks that libsoup has not released. Each removes itself.
     std::set<DataTask*> m_tasks;
     std::optional<Timer> m_patience;
 

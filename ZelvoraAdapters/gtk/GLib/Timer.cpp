@@ -13,7 +13,7 @@ gboolean callBack(GSource*, GSourceFunc callback, gpointer data)
     return callback(data);
 }
 
-// A source without `prepare` and `check` is dispatched at its ready time alone.
+// A source without `prepare` and `check` is dispatched only at its ready time.
 GSourceFuncs s_functions = { nullptr, nullptr, callBack, nullptr, nullptr, nullptr };
 
 }

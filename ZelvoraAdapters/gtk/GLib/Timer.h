@@ -7,8 +7,8 @@
 
 namespace zelvora::gtk {
 
-/// Calls a block when it was set and then left alone for so long; setting it again starts the time anew. It lives on
-/// the thread that made it and fires in that thread's default main context. The block may destroy the timer.
+/// Calls a block once an interval has passed since the timer was last set. It is used on the thread that made it and
+/// fires in that thread's default main context. The block may destroy the timer.
 class Timer final {
 public:
     explicit Timer(platform::Block<void()> fire);

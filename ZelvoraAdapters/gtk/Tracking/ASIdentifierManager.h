@@ -6,8 +6,8 @@ namespace zelvora::gtk {
 
 class TrackingStore;
 
-/// A random identifier that is kept with the app's data, so it tells one install from another and nothing else. As on
-/// the phone it is given away only once the user has agreed, and not made before.
+/// A random identifier that is stored with the app's data, so it identifies one install and nothing else. As on the
+/// phone, it is disclosed only after the user has agreed; it is not generated before.
 class ASIdentifierManager final : public platform::ASIdentifierManager {
 public:
     /// The store outlives the manager.

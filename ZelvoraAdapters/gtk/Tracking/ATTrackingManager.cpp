@@ -37,7 +37,7 @@ GtkWindow* activeWindow()
     auto* windows = gtk_window_get_toplevels();
     GtkWindow* shown = nullptr;
     for (guint index = 0; index < g_list_model_get_n_items(windows); ++index) {
-        // The toolkit holds the windows in its list.
+        // The toolkit's list keeps the windows alive.
         auto const item = adopt(static_cast<GtkWindow*>(g_list_model_get_item(windows, index)));
         auto* window = item.get();
         if (gtk_window_is_active(window))
@@ -90,7 +90,7 @@ void ATTrackingManager::showDialog()
     gtk_dialog_add_button(GTK_DIALOG(m_dialog), texts.allow, GTK_RESPONSE_ACCEPT);
     g_signal_connect(m_dialog, "response",
         G_CALLBACK(+[](GtkDialog*, int response, ATTrackingManager* self) { self->didRespond(response); }), this);
-    // With its parent the dialog may go without a response.
+    // The dialog may be destroyed with its parent, without a response.
     g_signal_connect_swapped(m_dialog, "destroy", G_CALLBACK(+[](ATTrackingManager* self) {
         if (std::exchange(self->m_dialog, nullptr))
             self->complete();

@@ -12,15 +12,15 @@ namespace zelvora::gtk {
 
 class TrackingStore;
 
-/// Asks with a dialog over the app's active window, in Korean or English as the user's language is. A dialog that is
-/// closed is no answer: the status stays not determined and the user is asked another time. Main thread.
+/// Asks with a dialog over the app's active window, in Korean or English depending on the user's language. Closing the
+/// dialog is no answer: the status stays not determined, and the user is asked again next time. Main thread.
 class ATTrackingManager final : public platform::ATTrackingManager {
 public:
     /// The store outlives the manager.
     ATTrackingManager(TrackingStore& store, std::string appName);
     ATTrackingManager(ATTrackingManager const&) = delete;
     ATTrackingManager& operator=(ATTrackingManager const&) = delete;
-    /// Answers what is open with the status as it is.
+    /// Completes pending requests with the current status.
     ~ATTrackingManager() override;
 
     // platform::ATTrackingManager

@@ -19,7 +19,7 @@ constexpr char const* group = "Tracking";
 constexpr char const* statusKey = "Authorization";
 constexpr char const* identifierKey = "AdvertisingIdentifier";
 
-// In the order of the statuses' raw values.
+// Indexed by the raw value of the status.
 constexpr std::array<char const*, 4> statusNames { "not-determined", "restricted", "denied", "authorized" };
 
 char const* nameOf(Status status)

@@ -9,11 +9,11 @@
 
 namespace zelvora::gtk {
 
-/// The user's answer to the question whether the app may track, and the identifier it may then use: the file
-/// "tracking.ini" in the app's data directory. Any thread.
+/// Stores whether the user allows tracking, and the advertising identifier, in the file "tracking.ini" in the app's
+/// data directory. Any thread.
 ///
-/// A change is on the disk when the call returns, written beside and renamed. Where the file cannot be written the
-/// change holds for this process and a warning is logged. What cannot be understood in the file counts as absent.
+/// A change is on disk when the call returns; the file is replaced atomically. If the file cannot be written, a warning
+/// is logged and the change lasts until the process ends. Entries that cannot be parsed count as absent.
 class TrackingStore final {
 public:
     /// Reads the file. The directory need not exist.
@@ -22,7 +22,7 @@ public:
     [[nodiscard]] platform::ATTrackingAuthorizationStatus status() const;
     void setStatus(platform::ATTrackingAuthorizationStatus status);
 
-    /// A random upper-case UUID, made and kept at the first call.
+    /// A random upper-case UUID, generated and stored by the first call.
     [[nodiscard]] std::string identifier();
 
 private:

@@ -121,7 +121,7 @@ void retireCanvas(GtkWidget* canvas)
 
 void allocateChild(GtkWidget* child, double x, double y, double width, double height)
 {
-    // The toolkit wants to be asked for a size before it is given one.
+    // The toolkit requires that a widget is measured before it is allocated.
     int minimumWidth = 0;
     gtk_widget_measure(child, GTK_ORIENTATION_HORIZONTAL, -1, &minimumWidth, nullptr, nullptr, nullptr);
     int const allocatedWidth = std::max(minimumWidth, static_cast<int>(std::lround(width)));

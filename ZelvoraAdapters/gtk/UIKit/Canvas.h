@@ -7,7 +7,7 @@
 
 namespace zelvora::gtk {
 
-struct EdgeDragTarget;
+struct EdgePanTarget;
 
 /// What a canvas shows and how it places its children. Main thread.
 class CanvasClient {
@@ -25,23 +25,23 @@ public:
     /// Draws what lies under the children.
     virtual void drawCanvas(GtkSnapshot*) { }
     virtual void canvasDidEnterWindow() { }
-    /// The window is still the canvas's.
+    /// The canvas is still in its window.
     virtual void canvasWillLeaveWindow() { }
     virtual void canvasWasUnmapped() { }
-    /// Adds who wants to hear of a drag that starts at the canvas's left edge.
-    virtual void collectEdgeDragTargets(std::vector<EdgeDragTarget>&) { }
+    /// Adds the targets of a drag that starts at the canvas's left edge.
+    virtual void collectEdgePanTargets(std::vector<EdgePanTarget>&) { }
 };
 
-/// A widget without a look of its own, which leaves everything to its client. The caller owns one reference.
+/// A widget that draws nothing itself and leaves everything to its client. The caller owns one reference.
 [[nodiscard]] GtkWidget* makeCanvas(CanvasClient& client);
 
 /// The client of a canvas that still has one, or nullptr for any other widget.
 [[nodiscard]] CanvasClient* canvasClient(GtkWidget* widget);
 
-/// Takes the canvas out of its parent and lets go of its children; the client hears nothing any more.
+/// Removes the canvas from its parent, and its children from it. No further client calls.
 void retireCanvas(GtkWidget* canvas);
 
-/// Places a child, which must be the canvas's own.
+/// Measures and allocates a child of a canvas.
 void allocateChild(GtkWidget* child, double x, double y, double width, double height);
 
 }

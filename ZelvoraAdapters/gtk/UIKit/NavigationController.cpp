@@ -1,9 +1,9 @@
 #include "ZelvoraAdapters/gtk/UIKit/NavigationController.h"
 
-#include "ZelvoraAdapters/gtk/UIKit/EdgeDrag.h"
+#include "ZelvoraAdapters/gtk/UIKit/EdgePan.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewControllerPeer.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewPeer.h"
-#include "ZelvoraAdapters/gtk/UIKit/WidgetView.h"
+#include "ZelvoraAdapters/gtk/UIKit/View.h"
 
 #include <algorithm>
 #include <utility>
@@ -31,7 +31,7 @@ private:
     // UIViewControllerPeer
     [[nodiscard]] std::shared_ptr<platform::UIView> makeView() override
     {
-        return WidgetView::create(m_navigation.m_stage.widget());
+        return View::create(m_navigation.m_stage.widget());
     }
 
     [[nodiscard]] UIViewController* visibleChild() const override
@@ -42,12 +42,12 @@ private:
     NavigationController& m_navigation;
 };
 
-/// Takes the top screen out as far as the drag went.
+/// Moves the top screen with the drag.
 class NavigationController::PopRecognizer final : public platform::UIGestureRecognizer {
 public:
     explicit PopRecognizer(NavigationController& navigation) : m_navigation(&navigation) { }
 
-    /// The stack is being destroyed; others may hold the recogniser longer.
+    /// The stack is being destroyed; the recognizer may outlive it.
     void retire() { m_navigation = nullptr; }
 
     void move(double distance, double speed)
@@ -82,7 +82,7 @@ private:
         }
     }
 
-    // Where the screen would come to rest a moment later.
+    // Whether the screen would be beyond the middle a moment later.
     [[nodiscard]] bool goesOut() const
     {
         constexpr double moment = 0.2;
@@ -108,7 +108,7 @@ NavigationController::NavigationController()
     : UINavigationController(std::make_unique<Peer>(*this))
     , m_popRecognizer(std::make_shared<PopRecognizer>(*this))
 {
-    m_stage.setCollectTargets([this](std::vector<EdgeDragTarget>& targets) {
+    m_stage.setCollectTargets([this](std::vector<EdgePanTarget>& targets) {
         auto const recognizer = m_popRecognizer;
         if (m_stack.size() > 1) {
             targets.push_back(
@@ -146,7 +146,7 @@ void NavigationController::pushViewController(std::shared_ptr<UIViewController> 
     auto* page = showPage(*controller);
     bool const isOnScreen = UIViewControllerPeer::of(*this).isOnScreen();
     UIViewControllerPeer::of(*covered).willDisappear(animated);
-    // The hook may have taken it off again.
+    // The hook may have popped it again.
     if (m_stack.back() != controller)
         return;
     if (isOnScreen)
@@ -193,13 +193,14 @@ std::shared_ptr<UIViewController> NavigationController::takeTop(Animated animate
     auto leaving = m_stack.back();
     auto& peer = UIViewControllerPeer::of(*leaving);
     bool const isOnScreen = peer.isOnScreen();
-    // Off the stack first, as on the phone, while it still knows the stack: a hook that pops once more pops another.
+    // As on the phone, it leaves the stack before its hook runs and still knows the stack: if the hook pops again, it
+    // pops the next one.
     m_stack.pop_back();
     peer.willDisappear(animated);
     peer.setNavigationController({});
     if (isViewLoaded()) {
         (void)showPage(*m_stack.back());
-        // A page that is made only now stands on top.
+        // A page that is made only now would be on top of the leaving one.
         gtk_widget_insert_before(widgetOf(*leaving), m_stage.widget(), nullptr);
     }
     if (isOnScreen)
@@ -234,7 +235,7 @@ void NavigationController::slideBackIn()
         widgetOf(*returning), {}, Animated::Yes, [this, covered] { m_stage.setCovered(widgetOf(*covered), true); });
 }
 
-// What moves gets where it is going: the next move starts from there.
+// Finishes running transitions; the next one starts where they end.
 void NavigationController::settle()
 {
     m_stage.finishSlide();

@@ -9,11 +9,10 @@
 
 namespace zelvora::gtk {
 
-/// A navigation stack of the host's: screens slide in from the trailing edge, and a drag from the left edge takes the
-/// top one back out. It has no bar of its own.
+/// The host's navigation stack: screens slide in from the trailing edge, and a drag from the left edge takes the top
+/// one out again. It has no navigation bar.
 ///
-/// Taken off by a drag, a screen is off the stack from the drag's begin, and on it again if the drag does not get far
-/// enough.
+/// A drag takes its screen off the stack as soon as it begins, and puts it back if it does not get far enough.
 class NavigationController final : public platform::UINavigationController {
 public:
     [[nodiscard]] static std::shared_ptr<NavigationController> create(

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/gtk/UIKit/Stage.h"
 
-#include "ZelvoraAdapters/gtk/UIKit/EdgeDrag.h"
+#include "ZelvoraAdapters/gtk/UIKit/EdgePan.h"
 
 #include <algorithm>
 #include <cmath>
@@ -97,7 +97,7 @@ void Stage::allocateCanvas(int width, int height)
 void Stage::canvasDidEnterWindow()
 {
     if (auto* root = gtk_widget_get_root(m_canvas); GTK_IS_WINDOW(root) && m_collectTargets)
-        watchEdgeDrags(GTK_WINDOW(root));
+        watchEdgePans(GTK_WINDOW(root));
 }
 
 void Stage::canvasWasUnmapped()
@@ -105,7 +105,7 @@ void Stage::canvasWasUnmapped()
     finishSlide();
 }
 
-void Stage::collectEdgeDragTargets(std::vector<EdgeDragTarget>& targets)
+void Stage::collectEdgePanTargets(std::vector<EdgePanTarget>& targets)
 {
     if (m_collectTargets)
         m_collectTargets(targets);

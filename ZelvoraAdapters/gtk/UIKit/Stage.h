@@ -13,13 +13,13 @@ namespace zelvora::gtk {
 /// thread.
 class Stage final : private CanvasClient {
 public:
-    /// How far a page stands from its place, in widths to the right and heights downwards.
+    /// A page's distance from its place, in widths to the right and heights downwards.
     struct Offset {
         double x = 0;
         double y = 0;
     };
     using Completion = std::function<void()>;
-    using CollectTargets = std::function<void(std::vector<EdgeDragTarget>&)>;
+    using CollectTargets = std::function<void(std::vector<EdgePanTarget>&)>;
 
     Stage();
     Stage(Stage const&) = delete;
@@ -28,20 +28,20 @@ public:
 
     [[nodiscard]] GtkWidget* widget() const { return m_canvas; }
 
-    /// The page whose size the stage asks for; other pages take what there is.
+    /// The page whose size the stage requests; other pages take the space that there is.
     void setMeasuredPage(GtkWidget* page) { m_measuredPage = page; }
-    /// Asked who wants to hear of drags that start at the stage's left edge.
+    /// Adds the targets of drags that start at the stage's left edge.
     void setCollectTargets(CollectTargets collect) { m_collectTargets = std::move(collect); }
 
-    /// Puts a page on top, or in its old place where it is there already. The stage takes it out of nothing.
+    /// Puts a page on top; a page that is on the stage already stays in its place. The page must have no other parent.
     void add(GtkWidget* page);
     void remove(GtkWidget* page);
-    /// A page that is covered neither draws nor takes part in events.
+    /// A covered page neither draws nor receives events.
     void setCovered(GtkWidget* page, bool covered);
     void place(GtkWidget* page, Offset offset);
 
-    /// Moves a page from where it stands; the completion is called once, before this returns where nothing can be
-    /// shown. A slide that runs is finished first.
+    /// Moves a page from its current offset. Calls the completion once, before this returns if nothing can be animated.
+    /// A running slide is finished first.
     void slide(GtkWidget* page, Offset to, platform::Animated animated, Completion completion);
     void finishSlide() { m_motion.finish(); }
 
@@ -56,7 +56,7 @@ private:
     void allocateCanvas(int width, int height) override;
     void canvasDidEnterWindow() override;
     void canvasWasUnmapped() override;
-    void collectEdgeDragTargets(std::vector<EdgeDragTarget>& targets) override;
+    void collectEdgePanTargets(std::vector<EdgePanTarget>& targets) override;
 
     [[nodiscard]] Page* find(GtkWidget* page);
 

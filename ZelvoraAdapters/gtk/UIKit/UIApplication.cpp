@@ -25,7 +25,7 @@ UIApplicationState currentState()
 {
     auto state = UIApplicationState::Background;
     forEachWindow([&state](GtkWindow* window) {
-        // One that was hidden while it had the focus still says that it has it.
+        // A window that was hidden while it had the focus still claims to have it.
         if (!gtk_widget_get_mapped(GTK_WIDGET(window)))
             return;
         if (gtk_window_is_active(window))
@@ -61,7 +61,7 @@ UIApplication::UIApplication(platform::NotificationCenter& notificationCenter, s
 {
     auto const changed = +[](UIApplication* self) {
         self->watchWindows();
-        self->lookLater();
+        self->updateLater();
     };
     g_signal_connect_swapped(gtk_window_get_toplevels(), "items-changed", G_CALLBACK(changed), this);
     watchWindows();
@@ -71,8 +71,8 @@ UIApplication::~UIApplication()
 {
     g_signal_handlers_disconnect_by_data(gtk_window_get_toplevels(), this);
     forEachWindow([this](GtkWindow* window) { g_signal_handlers_disconnect_by_data(window, this); });
-    if (m_look)
-        g_source_remove(m_look);
+    if (m_update)
+        g_source_remove(m_update);
 }
 
 bool UIApplication::canOpenURL(platform::URL const& url) const
@@ -82,12 +82,12 @@ bool UIApplication::canOpenURL(platform::URL const& url) const
 
 void UIApplication::open(platform::URL const& url)
 {
-    // By the scheme's handler, as `canOpenURL` found it: the system compares schemes as they are written.
+    // The scheme in lower case, as in `canOpenURL`: the system's lookup is case-sensitive.
     auto const& text = url.absoluteString();
     auto const schemeLength = url.scheme().value_or("").size();
     GTextPointer const lowerCase(g_ascii_strdown(text.c_str(), static_cast<gssize>(schemeLength)));
     auto const normalized = lowerCase.get() + text.substr(schemeLength);
-    // With the display's own context the other app may come to the front.
+    // The display's launch context lets the other app come to the front.
     auto* display = gdk_display_get_default();
     auto const context = display ? adopt(gdk_display_get_app_launch_context(display)) : nullptr;
     g_app_info_launch_default_for_uri_async(
@@ -98,29 +98,29 @@ void UIApplication::watchWindows()
 {
     forEachWindow([this](GtkWindow* window) {
         g_signal_handlers_disconnect_by_data(window, this);
-        auto const changed = +[](UIApplication* self) { self->lookLater(); };
+        auto const changed = +[](UIApplication* self) { self->updateLater(); };
         g_signal_connect_swapped(window, "notify::is-active", G_CALLBACK(changed), this);
         g_signal_connect_swapped(window, "map", G_CALLBACK(changed), this);
         g_signal_connect_swapped(window, "unmap", G_CALLBACK(changed), this);
     });
 }
 
-// One window loses the focus before the next one has it, and in between nothing has changed for the app.
-void UIApplication::lookLater()
+// One window loses the focus before the next one gets it; the app stays active in between.
+void UIApplication::updateLater()
 {
-    if (m_look)
+    if (m_update)
         return;
-    m_look = g_idle_add(
+    m_update = g_idle_add(
         [](gpointer self) -> gboolean {
-            static_cast<UIApplication*>(self)->look();
+            static_cast<UIApplication*>(self)->update();
             return G_SOURCE_REMOVE;
         },
         this);
 }
 
-void UIApplication::look()
+void UIApplication::update()
 {
-    m_look = 0;
+    m_update = 0;
     auto const before = std::exchange(m_state, currentState());
     bool const isActive = m_state == UIApplicationState::Active;
     bool const wasActive = before == UIApplicationState::Active;

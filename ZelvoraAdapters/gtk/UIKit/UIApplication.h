@@ -12,13 +12,12 @@ class NotificationCenter;
 
 namespace zelvora::gtk {
 
-/// The program as the desktop sees it: active while one of its windows is, in the background while none is shown. The
-/// focus that moves from one of its windows to another leaves it active. Other schemes go to the applications that
-/// the desktop has registered for them.
+/// The program as the desktop sees it: active while one of its windows is active, in the background while none is
+/// shown. It stays active while the focus moves between its windows. URLs are opened by the applications that the
+/// desktop has registered for their schemes.
 class UIApplication final : public platform::UIApplication {
 public:
-    /// The notification centre outlives the application. `didResignActive` is called when the app was active and is not
-    /// any more.
+    /// The notification centre outlives the application. `didResignActive` is called when the app is no longer active.
     UIApplication(platform::NotificationCenter& notificationCenter, std::function<void()> didResignActive);
     UIApplication(UIApplication const&) = delete;
     UIApplication& operator=(UIApplication const&) = delete;
@@ -31,13 +30,13 @@ public:
 
 private:
     void watchWindows();
-    void lookLater();
-    void look();
+    void updateLater();
+    void update();
 
     platform::NotificationCenter& m_notificationCenter;
     std::function<void()> m_didResignActive;
     platform::UIApplicationState m_state = platform::UIApplicationState::Background;
-    guint m_look = 0;
+    guint m_update = 0;
 };
 
 }

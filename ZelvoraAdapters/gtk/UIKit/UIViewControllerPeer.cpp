@@ -78,7 +78,7 @@ void UIViewControllerPeer::present(std::shared_ptr<UIViewController> presented, 
     auto& presenter = outermost();
     auto* window = presenter.window();
     if (!window) {
-        g_log("Zelvora", G_LOG_LEVEL_WARNING, "A screen that is in no window cannot present another");
+        g_log("Zelvora", G_LOG_LEVEL_WARNING, "Presentation ignored: the presenter is in no window");
         return;
     }
     WindowPresentations::of(window).present(presenter, presented, animated);

@@ -9,9 +9,9 @@
 
 namespace zelvora::gtk {
 
-/// A screen on Linux: which container shows it, and whether it is on the screen, so that each disappearance is told
-/// once. A presentation of another style than full screen looks the same, but as on the phone the presenter counts as
-/// on the screen behind it.
+/// The native side of a view controller: which container shows it, and whether it is on the screen, so that each
+/// disappearance is reported once. A presentation that is not full screen looks the same, but as on the phone its
+/// presenter still counts as on the screen.
 class UIViewControllerPeer : public platform::UIViewController::Peer {
 public:
     explicit UIViewControllerPeer(platform::UIViewController& owner);
@@ -28,16 +28,16 @@ public:
     [[nodiscard]] bool isOnScreen() const { return m_isOnScreen; }
     [[nodiscard]] platform::UIModalPresentationStyle modalPresentationStyle() const { return m_style; }
 
-    /// For containers, with what they show.
+    /// Called by containers about what they show.
     void setNavigationController(std::weak_ptr<platform::UINavigationController> navigation);
     void didAppear();
     void willDisappear(platform::Animated animated);
 
-    /// For the root view: a screen that no navigation stack shows comes and goes with its window.
+    /// Called by the root view: a screen outside a navigation stack appears and disappears with its window.
     void viewDidEnterWindow();
     void viewWillLeaveWindow();
 
-    /// The window that the screen stands in, or nullptr.
+    /// The window that the screen is in, or nullptr.
     [[nodiscard]] virtual GtkWindow* window() const;
 
     // platform::UIViewController::Peer
@@ -49,7 +49,7 @@ public:
 
 protected:
     [[nodiscard]] virtual std::shared_ptr<platform::UIView> makeView();
-    /// The screen that this one shows in itself, which comes and goes with it.
+    /// The screen that this one contains, which appears and disappears with it.
     [[nodiscard]] virtual platform::UIViewController* visibleChild() const { return nullptr; }
 
 private:
@@ -62,7 +62,7 @@ private:
     bool m_isOnScreen = false;
 };
 
-/// Lets go of a controller once what runs now has returned: it may be the controller's own code.
+/// Releases a controller later, in the main loop, because the code that runs now may be its own.
 void releaseLater(std::shared_ptr<platform::UIViewController> controller);
 
 }

@@ -2,7 +2,7 @@
 
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "ZelvoraAdapters/gtk/Platform.h"
-#include "ZelvoraAdapters/gtk/UIKit/EdgeDrag.h"
+#include "ZelvoraAdapters/gtk/UIKit/EdgePan.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewControllerPeer.h"
 #include "ZelvoraAdapters/shared/Layout/LayoutSolver.h"
 #include "ZelvoraAdapters/shared/Screens/GestureArbitration.h"
@@ -56,7 +56,7 @@ bool hasAsProperty(GtkWidget* container, GParamSpec const& property, GtkWidget* 
     return held == widget;
 }
 
-// Containers of one child each keep it as a property too, and would go on with it were it only unparented.
+// Containers of one child also keep it in a property, and would keep using it if it were only unparented.
 void takeOutOfItsPlace(GtkWidget* widget)
 {
     auto* parent = gtk_widget_get_parent(widget);
@@ -160,7 +160,7 @@ void UIViewPeer::bringSubviewToFront(UIView& child)
 
 void UIViewPeer::setHidden(bool hidden)
 {
-    // A widget that is not visible would lose its place; one that is not visible as a child is only not shown.
+    // A widget that is not visible would lose its place; one that is not child-visible is only not shown.
     if (m_owner.superview())
         gtk_widget_set_child_visible(m_canvas, !hidden);
 }
@@ -195,7 +195,7 @@ void UIViewPeer::layoutIfNeeded()
 void UIViewPeer::addGestureRecognizer(platform::UIGestureRecognizer&)
 {
     if (auto* root = gtk_widget_get_root(m_canvas); GTK_IS_WINDOW(root))
-        watchEdgeDrags(GTK_WINDOW(root));
+        watchEdgePans(GTK_WINDOW(root));
 }
 
 CanvasClient::Size UIViewPeer::measureCanvas(GtkOrientation orientation, int forSize)
@@ -239,7 +239,7 @@ void UIViewPeer::drawCanvas(GtkSnapshot* snapshot)
 void UIViewPeer::canvasDidEnterWindow()
 {
     if (auto* root = gtk_widget_get_root(m_canvas); GTK_IS_WINDOW(root) && !m_owner.gestureRecognizers().empty())
-        watchEdgeDrags(GTK_WINDOW(root));
+        watchEdgePans(GTK_WINDOW(root));
     if (m_controller)
         m_controller->viewDidEnterWindow();
 }
@@ -255,7 +255,7 @@ void UIViewPeer::canvasWasUnmapped()
     m_motion.finish();
 }
 
-void UIViewPeer::collectEdgeDragTargets(std::vector<EdgeDragTarget>& targets)
+void UIViewPeer::collectEdgePanTargets(std::vector<EdgePanTarget>& targets)
 {
     for (auto const& recognizer : m_owner.gestureRecognizers()) {
         if (shared::watchesEdge(*recognizer, platform::UIRectEdge::Left))
@@ -303,7 +303,7 @@ void UIViewPeer::setShownFrame(CGRect frame)
 {
     m_shownFrame = frame;
     auto* superview = m_owner.superview();
-    // Within an allocation the superview is about to be allocated anyway.
+    // During an allocation the superview is about to be allocated anyway.
     if (superview && !of(rootOf(*superview)).m_isAllocating)
         gtk_widget_queue_allocate(of(*superview).m_canvas);
 }

@@ -11,21 +11,21 @@ namespace zelvora::gtk {
 
 class UIViewControllerPeer;
 
-/// A view as a canvas, with the canvases of its subviews in it, back to front. It may have a widget of the toolkit's as
-/// its content, which fills it and lies under the subviews.
+/// A view as a canvas that contains the canvases of its subviews, back to front. It may have a GTK widget as its
+/// content, which fills it beneath the subviews.
 ///
-/// The topmost view of a tree lays out the whole tree, for the size that its container gave it. A view's bounds are
-/// those that the constraints ask for; what is on the screen may still be on its way there. A hidden view keeps its
-/// place, as on the phone.
+/// The root view of a tree lays out the whole tree, for the size that its container gave it. A view's bounds are those
+/// of the latest layout; an animation may still be moving the widget there. As on the phone, a hidden view keeps its
+/// place.
 class UIViewPeer final
     : public platform::UIView::Peer
     , public CanvasClient {
 public:
-    /// Whether the content's natural size is the view's own.
+    /// Whether the content's natural size is the view's intrinsic size.
     enum class Sizing : std::uint8_t { None, OfContent };
 
     UIViewPeer(platform::UIView& owner, platform::CGRect frame);
-    /// Takes the content out of where it was.
+    /// Removes the content from its current parent.
     UIViewPeer(platform::UIView& owner, platform::CGRect frame, GtkWidget* content, Sizing sizing);
     UIViewPeer(UIViewPeer const&) = delete;
     UIViewPeer& operator=(UIViewPeer const&) = delete;
@@ -35,7 +35,7 @@ public:
 
     [[nodiscard]] GtkWidget* widget() const { return m_canvas; }
 
-    /// The controller whose root view this is, told when the view comes into a window and leaves it. Reset by the
+    /// The controller whose root view this is; it is told when the view enters and leaves a window. Reset by the
     /// controller's destructor.
     void setController(UIViewControllerPeer* controller) { m_controller = controller; }
     [[nodiscard]] UIViewControllerPeer* controller() const { return m_controller; }
@@ -63,7 +63,7 @@ private:
     void canvasDidEnterWindow() override;
     void canvasWillLeaveWindow() override;
     void canvasWasUnmapped() override;
-    void collectEdgeDragTargets(std::vector<EdgeDragTarget>& targets) override;
+    void collectEdgePanTargets(std::vector<EdgePanTarget>& targets) override;
 
     void layOutTree();
     void setFrame(platform::CGRect frame);

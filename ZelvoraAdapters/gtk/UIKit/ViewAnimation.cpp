@@ -25,7 +25,7 @@ double easeInOut(double progress)
     constexpr double secondControl = 0.58;
     double low = 0;
     double high = 1;
-    // Twenty halvings are finer than any screen.
+    // Twenty halvings are finer than any screen's resolution.
     for (int step = 0; step < 20; ++step) {
         double const middle = (low + high) / 2;
         (bezier(middle, firstControl, secondControl) < progress ? low : high) = middle;
@@ -93,7 +93,7 @@ bool Motion::tick(GdkFrameClock* clock)
         m_step(easeInOut(elapsed / m_duration));
         return G_SOURCE_CONTINUE;
     }
-    // The last step may start another motion, or destroy this one.
+    // The last step may start another animation, or destroy this object.
     m_tick = 0;
     auto const step = std::exchange(m_step, nullptr);
     step(1);

@@ -9,22 +9,22 @@
 
 namespace zelvora::gtk {
 
-/// The system's default curve for views that move: slow at both ends. Takes and gives 0 to 1.
+/// The system's default animation curve, slow at both ends. Maps 0...1 to 0...1.
 [[nodiscard]] double easeInOut(double progress);
 
-/// Whether the user wants to see things move, and `widget` could show it now.
+/// Whether the user wants animations and `widget` could show one now.
 [[nodiscard]] bool canAnimate(GtkWidget* widget);
 
-/// The duration of the `UIView::animate` block that is running, where one is. Main thread.
+/// The duration of the running `UIView::animate` block, if any. Main thread.
 [[nodiscard]] std::optional<platform::TimeInterval> currentAnimationDuration();
 
-/// Runs the block; `currentAnimationDuration` is the duration meanwhile.
+/// Runs the block; within it, `currentAnimationDuration` is the duration.
 void runAnimated(platform::TimeInterval duration, std::function<void()> const& animations);
 
-/// Something that moves with the frames of a widget's window. Main thread.
+/// An animation that advances with the frames of a widget's window. Main thread.
 class Motion final {
 public:
-    /// Told the progress along the curve, 1 at last and then no more.
+    /// Called with the progress along the curve; the last call has 1.
     using Step = std::function<void(double progress)>;
 
     Motion() = default;
@@ -33,9 +33,9 @@ public:
     ~Motion() { stop(); }
 
     [[nodiscard]] bool isRunning() const { return m_tick != 0; }
-    /// Ends what runs where it stands and begins anew. The widget outlives the motion.
+    /// Stops the running animation, if any, and starts this one. The widget outlives the motion.
     void start(GtkWidget* widget, platform::TimeInterval duration, Step step);
-    /// Goes to the end at once, if anything runs.
+    /// Jumps to the end of the running animation, if any.
     void finish();
     void stop();
 

@@ -22,17 +22,17 @@ GtkWidget* widgetOf(UIViewController& controller)
     return UIViewPeer::of(controller.view()).widget();
 }
 
-/// Calls `tell` for the outermost screens in a widget tree.
-template<typename Tell>
-void forEachScreen(GtkWidget* widget, Tell const& tell)
+/// Calls `visit` for the outermost screens in a widget tree.
+template<typename Visit>
+void forEachScreen(GtkWidget* widget, Visit const& visit)
 {
     auto const* view = dynamic_cast<UIViewPeer*>(canvasClient(widget));
     if (view && view->controller()) {
-        tell(*view->controller());
+        visit(*view->controller());
         return;
     }
     for (auto* child = gtk_widget_get_first_child(widget); child; child = gtk_widget_get_next_sibling(child))
-        forEachScreen(child, tell);
+        forEachScreen(child, visit);
 }
 
 }
@@ -49,19 +49,19 @@ WindowPresentations& WindowPresentations::of(GtkWindow* window)
 
 WindowPresentations::WindowPresentations(GtkWindow* window) : m_window(window)
 {
-    standInWindow();
+    enterWindow();
     g_signal_connect_swapped(window, "destroy", G_CALLBACK(+[](WindowPresentations* self) { self->close(); }), this);
 }
 
 void WindowPresentations::present(
     UIViewControllerPeer& presenter, std::shared_ptr<UIViewController> const& presented, Animated animated)
 {
-    standInWindow();
+    enterWindow();
     auto const level = levelOf(presenter);
     auto const& peer = UIViewControllerPeer::of(*presented);
     if (!level || !m_chain.mayPresent(*level) || peer.window()) {
         g_log("Zelvora", G_LOG_LEVEL_WARNING,
-            "A screen is presented already, or the presenter is covered: nothing is presented");
+            "Presentation ignored: the presenter is covered or presents already, or the screen is in a window");
         return;
     }
     // A hook may end the window, and this with it.
@@ -83,13 +83,13 @@ void WindowPresentations::dismiss(UIViewControllerPeer& presenter, Animated anim
 
 void WindowPresentations::setContent(GtkWidget* content)
 {
-    standInWindow();
+    enterWindow();
     close();
     replaceContent(content);
 }
 
-// Again where the host has given its window another child since: what was presented went with the old one.
-void WindowPresentations::standInWindow()
+// Repeated if the host has given its window another child since; what was presented has left with the old one.
+void WindowPresentations::enterWindow()
 {
     if (gtk_widget_get_parent(m_stage.widget()))
         return;

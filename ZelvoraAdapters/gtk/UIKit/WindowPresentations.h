@@ -37,7 +37,7 @@ private:
 
     explicit WindowPresentations(GtkWindow* window);
 
-    void standInWindow();
+    void enterWindow();
     void replaceContent(GtkWidget* content);
     [[nodiscard]] std::optional<Level> levelOf(UIViewControllerPeer const& peer) const;
     [[nodiscard]] GtkWidget* pageAt(Level level) const;

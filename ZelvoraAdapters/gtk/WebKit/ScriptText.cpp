@@ -29,7 +29,7 @@ void append(std::string& text, std::uint32_t character)
     text.append(encoded.data(), static_cast<std::size_t>(length));
 }
 
-/// Takes the four digits of a `\u` escape from the front.
+/// Consumes the four digits of a `\u` escape.
 std::uint32_t takeUnit(std::string_view& rest)
 {
     std::uint32_t unit = replacement;

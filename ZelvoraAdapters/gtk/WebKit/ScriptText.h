@@ -5,10 +5,10 @@
 
 namespace zelvora::gtk {
 
-/// A number as the engine writes it, whatever the locale; also "NaN", "Infinity" and "-Infinity".
+/// Parses a number as the engine writes it, in any locale; also "NaN", "Infinity" and "-Infinity".
 [[nodiscard]] double scriptNumber(std::string_view text);
 
-/// The text that a well-formed JSON string literal stands for, as UTF-8; half a surrogate pair becomes U+FFFD.
+/// Decodes a well-formed JSON string literal to UTF-8; a lone surrogate becomes U+FFFD.
 [[nodiscard]] std::string unquoteScriptText(std::string_view literal);
 
 }

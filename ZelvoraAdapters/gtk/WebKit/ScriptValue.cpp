@@ -22,10 +22,10 @@ using platform::Value;
 
 namespace {
 
-// Reading a value member by member costs a crossing into the engine for each, and its C texts end at a NUL. This writes
-// the whole value as lines in one call: a letter for the kind, then a number, a count or a quoted text; a container's
-// contents follow it. It keeps a list of its own in place of recursion. An object that stands in several places, or in
-// itself, is written once, and then as the number of its container.
+// Reading a value member by member would call into the engine for each, and C strings end at a NUL. This function
+// writes the whole value in one call, one line per value: a letter for the kind, then a number, a count or a quoted
+// string; a container's contents follow it. A work list replaces recursion. An object that occurs in several places, or
+// in itself, is written once, and after that as the number of its container.
 constexpr char const* writerSource = R"((function(posted) {
     const lines = [];
     const open = [posted];
@@ -63,7 +63,8 @@ constexpr char const* writerSource = R"((function(posted) {
 
 constexpr char const* writerName = "zelvoraWriteValue";
 
-/// The writer stays in the engine's context under a name: a reference held here would keep the context for good.
+/// The writer is stored in the engine's context under a name: a reference held here would keep the context alive
+/// forever.
 GObjectPointer<JSCValue> writerIn(JSCContext* context)
 {
     auto writer = adopt(jsc_context_get_value(context, writerName));
@@ -74,11 +75,10 @@ GObjectPointer<JSCValue> writerIn(JSCContext* context)
     return writer;
 }
 
-/// Makes the value that lines describe.
+/// Builds the value that the lines describe.
 class Builder final {
 public:
-    /// False once the value is larger than anything could take in: a few objects that hold one another twice make a
-    /// value of any size.
+    /// Returns false once the value is too large: a few objects that contain each other twice expand to any size.
     [[nodiscard]] bool add(std::string_view line)
     {
         auto const rest = line.substr(1);
@@ -101,7 +101,7 @@ public:
             begin(line.front() == 'o', static_cast<std::size_t>(scriptNumber(rest)));
             break;
         case 'r':
-            // What is not complete yet holds itself: there it ends.
+            // A container that is not complete yet contains itself: a null marker ends the cycle.
             complete(m_containers[static_cast<std::size_t>(scriptNumber(rest))]);
             break;
         default:
@@ -115,7 +115,7 @@ public:
 private:
     static constexpr std::size_t mostValues = 10'000'000;
 
-    /// With how many values it is, counted where they stand.
+    /// The number of values that this one consists of; shared ones count each time.
     struct Counted {
         Value value;
         std::size_t count = 1;
@@ -183,7 +183,7 @@ private:
     }
 
     std::vector<Container> m_open;
-    // In the order of their beginnings.
+    // In the order in which they began.
     std::vector<Counted> m_containers;
     std::optional<Value> m_result;
     bool m_isTooLarge = false;

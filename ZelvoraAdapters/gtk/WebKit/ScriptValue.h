@@ -8,9 +8,9 @@
 
 namespace zelvora::gtk {
 
-/// What a page posted, with its types kept: members that are undefined are dropped, elements that are become null
-/// markers, half a surrogate pair becomes U+FFFD, an object that holds itself holds a null marker there. Of any depth.
-/// Absent where the engine could not read the value, or it is more than ten million values.
+/// Converts what a page posted, of any depth, and keeps the types. Undefined members are dropped, undefined elements
+/// become null markers, a lone surrogate becomes U+FFFD, and an object that contains itself contains a null marker
+/// there. Absent if the engine cannot read the value or it consists of more than ten million values.
 [[nodiscard]] std::optional<platform::Value> toValue(JSCValue* scriptValue);
 
 }

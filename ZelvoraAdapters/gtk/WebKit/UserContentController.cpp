@@ -19,7 +19,7 @@ void UserContentController::addScriptMessageHandler(platform::WKScriptMessageHan
 {
     if (m_connections.contains(name))
         platform::fatalError("a script message handler of this name was added already");
-    // Connected first, so that no message finds nobody.
+    // Connected before registering, so that no message is lost.
     m_connections[name] = g_signal_connect_data(
         m_manager.get(), ("script-message-received::" + name).c_str(),
         G_CALLBACK(+[](WebKitUserContentManager*, JSCValue* body, Registration* registration) {

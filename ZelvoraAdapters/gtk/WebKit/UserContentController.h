@@ -10,7 +10,7 @@
 
 namespace zelvora::gtk {
 
-/// The engine's user content manager, whose script messages are the phone's.
+/// The engine's user content manager, whose script messages work like the phone's.
 class UserContentController final : public platform::WKUserContentController {
 public:
     UserContentController();
@@ -35,7 +35,7 @@ private:
     void receive(Registration const& registration, JSCValue* body);
 
     GObjectPointer<WebKitUserContentManager> m_manager;
-    // The signal connections by their handlers' names.
+    // Signal connections by handler name.
     std::map<std::string, gulong> m_connections;
 };
 

@@ -133,7 +133,7 @@ void WebView::connectSignals()
         this);
     g_signal_connect(m_view, "script-dialog",
         G_CALLBACK(+[](WebKitWebView*, WebKitScriptDialog* dialog, WebView*) -> gboolean {
-            // A page may always be left; every other question is answered as by someone who dismisses it.
+            // A page may always be left; every other dialog is answered as if the user dismissed it.
             if (webkit_script_dialog_get_dialog_type(dialog) == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM)
                 webkit_script_dialog_confirm_set_confirmed(dialog, TRUE);
             return TRUE;
@@ -154,7 +154,7 @@ bool WebView::decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionT
 {
     if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE || !m_navigationDelegate)
         return false;
-    // Shared: a completion handler is moved, and the engine may have let go of its decision by then.
+    // Shared because the completion handler is moved, and the engine may have released its decision by then.
     std::shared_ptr<WebKitPolicyDecision> const held(retain(decision));
     m_navigationDelegate->decidePolicyFor(actionOf(decision), [held](WKNavigationActionPolicy policy) {
         if (policy == WKNavigationActionPolicy::Allow)
@@ -194,8 +194,8 @@ void WebView::webProcessDidTerminate()
         webkit_web_view_reload(m_view);
         return;
     }
-    g_log("Zelvora", G_LOG_LEVEL_WARNING, "The page's web process died %d times in a row: it is not loaded again",
-        m_reloads);
+    g_log(
+        "Zelvora", G_LOG_LEVEL_WARNING, "The web process died %d times in a row; the page is not reloaded", m_reloads);
 }
 
 bool WebView::didFailWithTLSErrors(char const* url, GTlsCertificate* certificate)

@@ -15,9 +15,9 @@ namespace zelvora::gtk {
 class UIViewPeer;
 class WebsiteSession;
 
-/// The engine's web view. As on the phone without a UI delegate: script dialogs are answered with no panel, no page
-/// prints, and none opens a window, though the navigation delegate is asked about one as about any navigation. A page
-/// whose web process died is loaded again, but not one that kills it again and again.
+/// The engine's web view. As on the phone without a UI delegate, script dialogs are answered without a panel, and a
+/// page can neither print nor open a window; the navigation delegate is still asked about a new window, as about any
+/// navigation. A page is reloaded when its web process dies, unless that keeps happening.
 class WebView final : public platform::WKWebView {
 public:
     /// The session outlives the view.

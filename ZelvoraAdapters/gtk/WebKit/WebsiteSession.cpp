@@ -19,7 +19,7 @@ WebsiteSession::WebsiteSession(std::filesystem::path const& dataDirectory, std::
     std::filesystem::path const& certificateAuthorityFile, std::vector<TrustedCertificate> const& trustedCertificates)
     : m_session(adopt(webkit_network_session_new((dataDirectory / "websites").c_str(), cacheDirectory.c_str())))
 {
-    // As on the phone, where nothing would take it, nothing is downloaded.
+    // As on the phone without a download delegate, nothing is downloaded.
     g_signal_connect(m_session.get(), "download-started",
         G_CALLBACK(+[](WebKitNetworkSession*, WebKitDownload* download) { webkit_download_cancel(download); }),
         nullptr);

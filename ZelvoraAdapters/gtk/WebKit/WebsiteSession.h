@@ -10,19 +10,20 @@
 
 namespace zelvora::gtk {
 
-/// What the app's web views share: cookies and stored data of the sites, kept in the app's folders, and the
-/// certificates that are trusted beyond the system's. Main thread.
+/// What the app's web views share: the sites' cookies and stored data, kept in the app's folders, and the certificates
+/// that are trusted in addition to the system's. Main thread.
 class WebsiteSession final {
 public:
     /// Certificates signed by an authority in `certificateAuthorityFile` (PEM; may be empty) are trusted for the pages
-    /// themselves. What pages load from other hosts needs `trustedCertificates`: of those the engine does not ask.
+    /// themselves. Resources that pages load from other hosts need `trustedCertificates`, because the engine does not
+    /// ask about those.
     WebsiteSession(std::filesystem::path const& dataDirectory, std::filesystem::path const& cacheDirectory,
         std::filesystem::path const& certificateAuthorityFile,
         std::vector<TrustedCertificate> const& trustedCertificates);
 
     [[nodiscard]] WebKitNetworkSession* session() const { return m_session.get(); }
 
-    /// Trusts the certificate for the URL's host from now on if the authority signed it for that host.
+    /// If the authority signed the certificate for the URL's host, trusts it from now on and returns true.
     [[nodiscard]] bool trustIfSigned(GTlsCertificate* certificate, char const* url);
 
 private:

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/gtk/os/Logger.h"
 
-// Where in this file an entry is sent tells nobody anything.
+// The source location would always be this file.
 #define SD_JOURNAL_SUPPRESS_LOCATION
 #include <glib.h>
 #include <syslog.h>
@@ -42,7 +42,7 @@ int priorityOf(platform::OSLogType type)
     return LOG_NOTICE;
 }
 
-// The sender reads the bytes only.
+// The bytes are only read.
 iovec field(std::string const& text)
 {
     return { const_cast<char*>(text.data()), text.size() };

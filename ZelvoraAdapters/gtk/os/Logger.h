@@ -8,11 +8,11 @@
 
 namespace zelvora::gtk {
 
-/// Entries of the journal daemon, with the subsystem as their identifier, so that `journalctl -t SUBSYSTEM` shows them;
-/// the fields SUBSYSTEM and CATEGORY tell more. Where no journal runs, entries are dropped.
+/// Sends entries to the journal daemon. Their identifier is the subsystem, so that `journalctl -t SUBSYSTEM` shows
+/// them; the fields SUBSYSTEM and CATEGORY are set too. Without a journal daemon, entries are dropped.
 ///
-/// Debug entries are off unless the user asks for them as for those of every GLib program: by the environment variable
-/// G_MESSAGES_DEBUG, a list of subsystems or "all". It is read when the logger is made.
+/// Debug entries are off unless the environment variable G_MESSAGES_DEBUG, which all GLib programs share, lists the
+/// subsystem or "all". It is read when the logger is made.
 class Logger final : public platform::Logger {
 public:
     /// Sends one entry's fields, as libsystemd's `sd_journal_sendv` does.

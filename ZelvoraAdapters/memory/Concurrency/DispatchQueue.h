@@ -10,8 +10,8 @@
 
 namespace zelvora::memory {
 
-/// A serial queue that is turned by hand: a block runs inside `runOne` or `runAll`, on the thread that calls it. Any
-/// thread; two threads that turn one queue at once are two workers of a concurrent queue.
+/// A serial queue that runs by hand: a block runs inside `runOne` or `runAll`, on the calling thread. Any thread; two
+/// threads that run one queue at once are two workers of a concurrent queue.
 class ZELVORA_API DispatchQueue final : public platform::DispatchQueue {
 public:
     /// How many blocks `runAll` runs before it takes the queue for a runaway loop.
@@ -19,15 +19,15 @@ public:
 
     explicit DispatchQueue(Clock& clock) : m_clock(clock) { }
 
-    /// Runs the first block that is due, and tells whether there was one.
+    /// Runs the first block that is due, and returns whether there was one.
     bool runOne();
-    /// Runs blocks, also those submitted meanwhile, until none is due, and tells how many there were. A queue that does
-    /// not come to rest within `runawayLimit` blocks stops the process.
+    /// Runs blocks, including those that blocks submit, until none is due, and returns how many ran. More than
+    /// `runawayLimit` blocks stop the process.
     std::size_t runAll();
 
     /// How many blocks are due now.
     [[nodiscard]] std::size_t pendingCount() const;
-    /// How many blocks fall due only when the clock is advanced.
+    /// How many blocks become due only when the clock is advanced.
     [[nodiscard]] std::size_t delayedCount() const;
     /// Whether no block is due.
     [[nodiscard]] bool isEmpty() const { return pendingCount() == 0; }

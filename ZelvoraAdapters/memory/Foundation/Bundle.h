@@ -7,7 +7,7 @@
 
 namespace zelvora::memory {
 
-/// The host app's bundle. Set its identifier before other threads may ask.
+/// The host app's bundle. Set its identifier before other threads may read it.
 class ZELVORA_API Bundle final : public platform::Bundle {
 public:
     void setBundleIdentifier(std::optional<std::string> identifier) { m_identifier = std::move(identifier); }

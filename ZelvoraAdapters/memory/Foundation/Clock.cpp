@@ -8,7 +8,7 @@ void Clock::advance(platform::TimeInterval seconds)
 {
     std::scoped_lock const lock(m_mutex);
     m_now.timeIntervalSince1970 += seconds;
-    // Rounded as the delays of blocks are, so that a block is due when its delay has passed to the letter.
+    // Rounded like the delays of blocks, so that a block is due exactly when its delay has passed.
     m_steadyNow = shared::WorkSchedule::after(seconds, m_steadyNow);
 }
 

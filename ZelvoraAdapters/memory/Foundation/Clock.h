@@ -8,18 +8,18 @@
 
 namespace zelvora::memory {
 
-/// A clock that stands still until it is moved by hand. Any thread.
+/// A clock that moves by hand only. Any thread.
 class ZELVORA_API Clock final : public platform::Clock {
 public:
-    /// The first of January 2026, midnight UTC: where every clock starts.
+    /// Where every clock starts: 1 January 2026, midnight UTC.
     static constexpr platform::Date start { 1'767'225'600 };
 
-    /// Time passes: the wall clock moves, and delayed blocks of the queues fall due (and run when their queue is
-    /// turned). Time does not pass backwards.
+    /// Lets time pass, never backwards: the wall clock moves, and delayed blocks become due (they run when their queue
+    /// runs).
     void advance(platform::TimeInterval seconds);
-    /// Somebody sets the wall clock, to any moment; no time passes.
+    /// Sets the wall clock to any time, as a user does; no time passes.
     void set(platform::Date now);
-    /// Moves with the time that passes alone.
+    /// Moves only as time passes, not when the wall clock is set.
     [[nodiscard]] std::chrono::steady_clock::time_point steadyNow() const;
 
     // platform::Clock

@@ -9,7 +9,7 @@ namespace zelvora::memory {
 
 URLSession::~URLSession()
 {
-    // By place, because a completion may ask for more.
+    // By index, because a completion may make another request.
     std::size_t settled = 0;
     while (settled < m_tasks.size()) {
         auto& task = m_tasks[settled++];

@@ -14,12 +14,12 @@
 
 namespace zelvora::memory {
 
-/// A loader that sends nothing: it keeps the requests, and whoever drives it answers them. A completion is called when
-/// `loaderQueue` is turned after its answer, or, with `cancelled`, when the session is destroyed before. Nothing times
-/// out on its own: say `fail(timedOut())`. Any thread.
+/// A loader that sends nothing: it keeps the requests, and the test answers them. A completion runs when `loaderQueue`
+/// runs after the answer, or with `cancelled` when the session is destroyed first. Nothing times out on its own: use
+/// `fail(timedOut())`. Any thread.
 ///
-/// Where a request is named it is by its place among `requests()`; by default it is the oldest that has no answer.
-/// Answering what is not there, or a second time, stops the process.
+/// A parameter `request` is an index into `requests()`; by default it is the oldest request without an answer.
+/// Answering a request that does not exist, or one twice, stops the process.
 class ZELVORA_API URLSession final : public platform::URLSession {
 public:
     static constexpr std::size_t oldest = static_cast<std::size_t>(-1);
@@ -29,18 +29,18 @@ public:
     URLSession(URLSession const&) = delete;
     URLSession& operator=(URLSession const&) = delete;
 
-    /// All that were ever made, in their order.
+    /// Every request so far, in order.
     [[nodiscard]] std::vector<platform::URLRequest> requests() const;
     [[nodiscard]] std::size_t unansweredCount() const;
 
     void answer(int statusCode, std::string body = {}, std::size_t request = oldest);
-    /// An answer of some other protocol, which has no status.
+    /// An answer without a status, as from another protocol.
     void answerNotHTTP(std::string body = {}, std::size_t request = oldest);
     void fail(platform::Error error, std::size_t request = oldest);
 
     [[nodiscard]] DispatchQueue& loaderQueue() { return m_loaderQueue; }
 
-    /// Errors to fail with, with the texts that a system gives them.
+    /// Errors for `fail`, with the system's texts.
     [[nodiscard]] static platform::Error cancelled();
     [[nodiscard]] static platform::Error timedOut();
     [[nodiscard]] static platform::Error notConnected();

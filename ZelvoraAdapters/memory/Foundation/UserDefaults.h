@@ -12,17 +12,17 @@ namespace zelvora::memory {
 
 /// Preferences that live as long as this object. Any thread.
 ///
-/// What the seam forbids its callers (a bare null marker, a value that nests too deep) stops the process, so that a
-/// test finds it.
+/// What the interface forbids its callers (a bare null marker, a value that nests too deep) stops the process, so that
+/// a test finds it.
 class ZELVORA_API UserDefaults final : public platform::UserDefaults {
 public:
     using Contents = std::map<std::string, platform::Value>;
 
     [[nodiscard]] Contents contents() const;
-    /// Puts other contents in place, such as those that an earlier launch left; this is not one of the `calls`.
+    /// Replaces the contents, as with what an earlier launch left. Not one of the `calls`.
     void setContents(Contents contents);
 
-    /// The calls that change something, in their order: "setObject KEY" (also with an absent value), "setDouble KEY",
+    /// The calls that change something, in order: "setObject KEY" (also with an absent value), "setDouble KEY",
     /// "removeObject KEY".
     [[nodiscard]] std::vector<std::string> calls() const;
     void clearCalls();

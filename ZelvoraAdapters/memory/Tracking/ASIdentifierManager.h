@@ -7,7 +7,7 @@
 
 namespace zelvora::memory {
 
-/// The device's advertising identifier. Set it before other threads may ask.
+/// The device's advertising identifier. Set it before other threads may read it.
 class ZELVORA_API ASIdentifierManager final : public platform::ASIdentifierManager {
 public:
     void setAdvertisingIdentifier(std::string identifier) { m_identifier = std::move(identifier); }

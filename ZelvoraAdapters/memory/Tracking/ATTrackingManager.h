@@ -14,8 +14,8 @@ class DispatchQueue;
 
 namespace zelvora::memory {
 
-/// Tracking permission: a prompt that whoever drives it answers. Completions run on the queue given, as the phone's run
-/// off the main thread; those that have had no turn when the manager is destroyed are called then. Main thread.
+/// Tracking permission: a prompt that the test answers. As on the phone, completions run off the main thread, on the
+/// given queue; those that have not run when the manager is destroyed are called then. Main thread.
 class ZELVORA_API ATTrackingManager final : public platform::ATTrackingManager {
 public:
     using Status = platform::ATTrackingAuthorizationStatus;
@@ -26,13 +26,13 @@ public:
     ATTrackingManager(ATTrackingManager const&) = delete;
     ATTrackingManager& operator=(ATTrackingManager const&) = delete;
 
-    /// As an earlier launch or the system's settings left it. A prompt that is shown stays.
+    /// As an earlier launch or the system's settings would leave it. A prompt that is shown stays.
     void setStatus(Status status) { m_status = status; }
     /// How many requests wait for the user; above 0 the prompt is shown.
     [[nodiscard]] std::size_t pendingRequestCount() const { return m_prompted.size(); }
-    /// How many requests were ever made.
+    /// How many requests were made so far.
     [[nodiscard]] std::size_t requestCount() const { return m_requestCount; }
-    /// The user answers the prompt, which answers every request that waits. Without a prompt it stops the process.
+    /// The user's answer to the prompt, for every waiting request. Stops the process if no prompt is shown.
     void answer(Status status);
 
     // platform::ATTrackingManager
@@ -52,7 +52,7 @@ private:
     Status m_status = Status::NotDetermined;
     std::size_t m_requestCount = 0;
     std::vector<Completion> m_prompted;
-    // Guards what follows: the queue may be turned on another thread.
+    // Guards what follows: the queue may run on another thread.
     std::mutex m_mutex;
     std::deque<Answered> m_answered;
 };

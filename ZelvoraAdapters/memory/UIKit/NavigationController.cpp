@@ -8,56 +8,56 @@
 
 namespace zelvora::memory {
 
-class NavigationController::PopGestureRecognizer final : public platform::UIGestureRecognizer {
+class NavigationController::PopRecognizer final : public platform::UIGestureRecognizer {
 public:
-    explicit PopGestureRecognizer(NavigationController& stack) : m_stack(&stack) { }
+    explicit PopRecognizer(NavigationController& navigation) : m_navigation(&navigation) { }
 
-    void forgetStack() { m_stack = nullptr; }
+    void retire() { m_navigation = nullptr; }
 
 protected:
     void stateDidChange() override
     {
-        if (m_stack && state() == platform::UIGestureRecognizerState::Ended)
-            m_stack->popViewController(platform::Animated::Yes);
+        if (m_navigation && state() == platform::UIGestureRecognizerState::Ended)
+            m_navigation->popViewController(platform::Animated::Yes);
     }
 
 private:
     // Reset by the stack's destructor.
-    NavigationController* m_stack;
+    NavigationController* m_navigation;
 };
 
 NavigationController::NavigationController(SwipeToPop swipe)
-    : m_popGestureRecognizer(swipe == SwipeToPop::Yes ? std::make_shared<PopGestureRecognizer>(*this) : nullptr)
+    : m_popRecognizer(swipe == SwipeToPop::Yes ? std::make_shared<PopRecognizer>(*this) : nullptr)
 {
 }
 
 NavigationController::~NavigationController()
 {
-    if (m_popGestureRecognizer)
-        m_popGestureRecognizer->forgetStack();
+    if (m_popRecognizer)
+        m_popRecognizer->retire();
 }
 
 std::shared_ptr<platform::UIViewController> NavigationController::topViewController() const
 {
-    return m_controllers.empty() ? nullptr : m_controllers.back();
+    return m_stack.empty() ? nullptr : m_stack.back();
 }
 
 std::vector<std::shared_ptr<platform::UIViewController>> NavigationController::viewControllers() const
 {
-    return m_controllers;
+    return m_stack;
 }
 
 void NavigationController::pushViewController(
     std::shared_ptr<platform::UIViewController> controller, platform::Animated animated)
 {
-    auto& controllerPeer = memory::peer(*controller);
+    auto& controllerPeer = UIViewControllerPeer::of(*controller);
     if (controllerPeer.navigationController() || controllerPeer.presentingViewController() || controller.get() == this)
         platform::fatalError("a controller was pushed that is on screen already");
     auto const covered = topViewController();
-    bool const wasOnScreen = covered && memory::peer(*covered).isOnScreen();
-    m_controllers.push_back(controller);
+    bool const wasOnScreen = covered && UIViewControllerPeer::of(*covered).isOnScreen();
+    m_stack.push_back(controller);
     controllerPeer.setNavigationController(std::static_pointer_cast<NavigationController>(shared_from_this()));
-    memory::peer(*this).screen().record({ Transition::Kind::Push, controller.get(), animated });
+    UIViewControllerPeer::of(*this).screen().record({ Transition::Kind::Push, controller.get(), animated });
     (void)controller->view();
     if (wasOnScreen)
         covered->viewWillDisappear(animated);
@@ -65,21 +65,22 @@ void NavigationController::pushViewController(
 
 void NavigationController::popViewController(platform::Animated animated)
 {
-    if (m_controllers.size() <= 1)
+    if (m_stack.size() <= 1)
         return;
-    auto const leaving = m_controllers.back();
-    bool const wasOnScreen = memory::peer(*leaving).isOnScreen();
-    // Off the stack first, as on the phone, while it still knows the stack: a hook that pops once more pops another.
-    m_controllers.pop_back();
-    memory::peer(*this).screen().record({ Transition::Kind::Pop, leaving.get(), animated });
+    auto const leaving = m_stack.back();
+    bool const wasOnScreen = UIViewControllerPeer::of(*leaving).isOnScreen();
+    // As on the phone, it leaves the stack before its hook runs and still knows the stack: if the hook pops again, it
+    // pops the next one.
+    m_stack.pop_back();
+    UIViewControllerPeer::of(*this).screen().record({ Transition::Kind::Pop, leaving.get(), animated });
     if (wasOnScreen)
         leaving->viewWillDisappear(animated);
-    memory::peer(*leaving).setNavigationController({});
+    UIViewControllerPeer::of(*leaving).setNavigationController({});
 }
 
 std::shared_ptr<platform::UIGestureRecognizer> NavigationController::interactivePopGestureRecognizer() const
 {
-    return m_popGestureRecognizer;
+    return m_popRecognizer;
 }
 
 void NavigationController::viewWillDisappear(platform::Animated animated)

@@ -10,14 +10,14 @@
 
 namespace zelvora::memory {
 
-/// The host's navigation stack; made with `std::make_shared`, its first screen is pushed like the others. It calls
+/// The host's navigation stack. Make it with `std::make_shared`, and push its first screen like the others. It calls
 /// `viewDidLoad` of a pushed controller, which knows its stack by then, before `viewWillDisappear` of the one that it
-/// covers. Pushing what is in a stack or presented stops the process.
+/// covers. Pushing a controller that is in a stack or presented stops the process.
 class ZELVORA_API NavigationController final : public platform::UINavigationController {
 public:
     enum class SwipeToPop : std::uint8_t { No, Yes };
 
-    /// With its own swipe to pop, or without: a completed swipe (see `memory::perform`) pops the top controller.
+    /// With or without a swipe to pop: a completed swipe (see `memory::perform`) pops the top controller.
     explicit NavigationController(SwipeToPop swipe = SwipeToPop::Yes);
     ~NavigationController() override;
 
@@ -34,10 +34,10 @@ public:
     void viewWillDisappear(platform::Animated animated) override;
 
 private:
-    class PopGestureRecognizer;
+    class PopRecognizer;
 
-    std::vector<std::shared_ptr<platform::UIViewController>> m_controllers;
-    std::shared_ptr<PopGestureRecognizer> m_popGestureRecognizer;
+    std::vector<std::shared_ptr<platform::UIViewController>> m_stack;
+    std::shared_ptr<PopRecognizer> m_popRecognizer;
 };
 
 }

@@ -19,7 +19,7 @@ class UIViewPeer;
 
 using shared::SafeAreaInsets;
 
-/// One change of frame within an animation. The view is for comparing only; it may be gone.
+/// One change of frame within an animation. The view is for comparison only; it may be destroyed.
 struct Move {
     platform::UIView const* view = nullptr;
     platform::CGRect from;
@@ -28,15 +28,15 @@ struct Move {
     bool operator==(Move const&) const = default;
 };
 
-/// One call of `UIView::animate`. Frames have their new values at once; the moves tell what the eye would follow.
+/// One call of `UIView::animate`. Frames change at once; the moves are what a user would see.
 struct Animation {
     platform::TimeInterval duration = 0;
-    /// Whether a layout pass was made inside.
+    /// Whether the block laid out anything.
     bool laidOut = false;
     std::vector<Move> moves;
 };
 
-/// A screen came or went. The controller is the one that moved, for comparing only; it may be gone.
+/// A screen that came or went. The controller is for comparison only; it may be destroyed.
 struct Transition {
     enum class Kind : std::uint8_t { Push, Pop, Present, Dismiss };
 
@@ -51,25 +51,26 @@ struct Transition {
 /// Main thread. It outlives the views.
 class ZELVORA_API Screen final {
 public:
-    /// 390 by 844 points, with 47 taken at the top and 34 at the bottom. What changes shows at the next layout.
+    /// Initially 390 by 844 points, with a safe area 47 from the top and 34 from the bottom. Changes take effect at the
+    /// next layout.
     void setSize(double width, double height);
     void setSafeAreaInsets(SafeAreaInsets insets) { m_insets = insets; }
     [[nodiscard]] platform::CGRect bounds() const { return m_bounds; }
     [[nodiscard]] SafeAreaInsets safeAreaInsets() const { return m_insets; }
 
-    /// A layout pass over every tree of views, as the system makes one in every turn of the main loop.
+    /// Lays out every tree of views, as the system does in each iteration of the main loop.
     void layout();
-    /// What the constraints of the latest layout passes left open or contradict, a sentence each; empty when every view
-    /// has its place. A view is named by its path of places among subviews: "root/2/0".
+    /// What the constraints left open or contradict, as of the latest layout of each tree, a sentence each; empty if
+    /// they determine every view. A view is named by its path of indices among subviews: "root/2/0".
     [[nodiscard]] std::vector<std::string> ambiguities() const;
 
     [[nodiscard]] std::vector<Animation> const& animations() const { return m_animations; }
     [[nodiscard]] std::vector<Transition> const& transitions() const { return m_transitions; }
-    /// What a system would have logged about calls that it does not carry out, such as a second presentation.
+    /// What a system would log about calls that it ignores, such as a second presentation.
     [[nodiscard]] std::vector<std::string> const& complaints() const { return m_complaints; }
     [[nodiscard]] CallRecord& calls() { return m_calls; }
 
-    /// For the parts of this adapter.
+    /// For the adapter itself.
     void animate(platform::TimeInterval duration, std::function<void()> const& animations);
     void didLayOut();
     void didPlace(platform::UIView const& view, platform::CGRect from, platform::CGRect to);
@@ -84,7 +85,7 @@ private:
     // Each removes itself when it is destroyed.
     std::vector<UIViewPeer*> m_peers;
     std::vector<Animation> m_animations;
-    // Places among the animations whose blocks are running, the innermost last.
+    // Indices of the animations whose blocks are running, the innermost last.
     std::vector<std::size_t> m_running;
     std::vector<Transition> m_transitions;
     std::vector<std::string> m_complaints;

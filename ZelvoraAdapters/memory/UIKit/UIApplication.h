@@ -22,7 +22,7 @@ public:
 
     /// Becoming active posts `didBecomeActiveNotification` before it returns.
     void setApplicationState(platform::UIApplicationState state);
-    /// In lower case, without the colon, such as "tel".
+    /// The schemes that `canOpenURL` accepts: in lower case, without the colon, such as "tel".
     void setOpenableSchemes(std::set<std::string> schemes) { m_openableSchemes = std::move(schemes); }
 
     [[nodiscard]] std::vector<platform::URL> const& openedURLs() const { return m_openedURLs; }

@@ -21,7 +21,15 @@ UIViewControllerPeer::UIViewControllerPeer(Screen& screen, UIViewController& own
 UIViewControllerPeer::~UIViewControllerPeer()
 {
     for (auto const& presented : m_presentations.removeAll())
-        peer(*presented).m_base = nullptr;
+        of(*presented).m_base = nullptr;
+}
+
+UIViewControllerPeer& UIViewControllerPeer::of(UIViewController const& controller)
+{
+    auto* found = dynamic_cast<UIViewControllerPeer*>(&controller.peer());
+    if (!found)
+        platform::fatalError("a controller of another adapter was used with the one in memory");
+    return *found;
 }
 
 std::shared_ptr<UIViewController> UIViewControllerPeer::presentedViewController() const
@@ -42,7 +50,7 @@ UIViewController* UIViewControllerPeer::presentingViewController() const
 bool UIViewControllerPeer::isOnScreen() const
 {
     if (auto const navigation = m_navigation.lock())
-        return navigation->viewControllers().back().get() == &m_owner && peer(*navigation).isOnScreen();
+        return navigation->viewControllers().back().get() == &m_owner && of(*navigation).isOnScreen();
     auto const [base, level] = place();
     return base.m_presentations.isOnScreen(level);
 }
@@ -50,7 +58,7 @@ bool UIViewControllerPeer::isOnScreen() const
 std::shared_ptr<UIView> UIViewControllerPeer::loadView()
 {
     auto view = std::make_shared<UIView>(m_screen.bounds());
-    peer(*view).setFillsScreen(true);
+    UIViewPeer::of(*view).setFillsScreen(true);
     return view;
 }
 
@@ -67,7 +75,7 @@ void UIViewControllerPeer::present(std::shared_ptr<UIViewController> presented, 
         m_screen.complain("A controller was asked to present another while it presents one already.");
         return;
     }
-    auto const& added = peer(*presented);
+    auto const& added = of(*presented);
     bool const isPresenting = &added == &outermost() || !added.m_presentations.isEmpty();
     if (added.m_base || added.navigationController() || isPresenting)
         platform::fatalError("a controller was presented that is on screen already");
@@ -86,7 +94,7 @@ void UIViewControllerPeer::dismiss(Animated animated)
 
 void UIViewControllerPeer::didAdd(shared::PresentationChain::Screen const& screen, Animated animated)
 {
-    peer(*screen).m_base = this;
+    of(*screen).m_base = this;
     m_screen.record({ Transition::Kind::Present, screen.get(), animated });
 }
 
@@ -107,14 +115,14 @@ void UIViewControllerPeer::screenWillDisappear(UIViewController& screen, Animate
 
 void UIViewControllerPeer::hide(shared::PresentationChain::Screen const& screen, Animated)
 {
-    peer(*screen).m_base = nullptr;
+    of(*screen).m_base = nullptr;
 }
 
 UIViewControllerPeer& UIViewControllerPeer::outermost() const
 {
-    auto* outermost = &peer(m_owner);
+    auto* outermost = &of(m_owner);
     while (auto const navigation = outermost->m_navigation.lock())
-        outermost = &peer(*navigation);
+        outermost = &of(*navigation);
     return *outermost;
 }
 
@@ -122,15 +130,7 @@ UIViewControllerPeer::Place UIViewControllerPeer::place() const
 {
     if (auto const level = m_base ? m_base->m_presentations.levelOf(m_owner) : std::nullopt)
         return { *m_base, *level };
-    return { peer(m_owner), 0 };
-}
-
-UIViewControllerPeer& peer(platform::UIViewController const& controller)
-{
-    auto* found = dynamic_cast<UIViewControllerPeer*>(&controller.peer());
-    if (!found)
-        platform::fatalError("a controller of another adapter was used with the one in memory");
-    return *found;
+    return { of(m_owner), 0 };
 }
 
 }

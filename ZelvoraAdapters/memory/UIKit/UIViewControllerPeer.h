@@ -26,6 +26,9 @@ public:
     UIViewControllerPeer& operator=(UIViewControllerPeer const&) = delete;
     ~UIViewControllerPeer() override;
 
+    /// The peer of a controller that was made while this adapter was installed; another controller stops the process.
+    [[nodiscard]] static UIViewControllerPeer& of(platform::UIViewController const& controller);
+
     /// The controller that the owner, or the stack around it, presents; or nullptr.
     [[nodiscard]] std::shared_ptr<platform::UIViewController> presentedViewController() const;
     /// The controller that presents the owner, or the stack around it; nullptr if none does, or once the dismissal has
@@ -35,7 +38,7 @@ public:
     [[nodiscard]] bool isOnScreen() const;
     [[nodiscard]] platform::UIModalPresentationStyle modalPresentationStyle() const { return m_style; }
 
-    /// For the parts of this adapter.
+    /// For the adapter itself.
     void setNavigationController(std::weak_ptr<platform::UINavigationController> navigation)
     {
         m_navigation = std::move(navigation);
@@ -79,7 +82,10 @@ private:
     platform::UIModalPresentationStyle m_style = platform::UIModalPresentationStyle::Automatic;
 };
 
-/// The native side of a controller that was made while this adapter was installed.
-[[nodiscard]] ZELVORA_API UIViewControllerPeer& peer(platform::UIViewController const& controller);
+/// Short for `UIViewControllerPeer::of`.
+[[nodiscard]] inline UIViewControllerPeer& peer(platform::UIViewController const& controller)
+{
+    return UIViewControllerPeer::of(controller);
+}
 
 }

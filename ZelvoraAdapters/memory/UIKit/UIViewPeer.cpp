@@ -40,16 +40,16 @@ public:
     // shared::LayoutMetrics
     [[nodiscard]] std::optional<CGRect> fixedFrame(UIView const& view) const override
     {
-        auto const& viewPeer = peer(view);
+        auto const& viewPeer = of(view);
         return viewPeer.m_translates ? std::optional(viewPeer.m_ownFrame) : std::nullopt;
     }
     [[nodiscard]] std::optional<double> intrinsicWidth(UIView const& view) const override
     {
-        return peer(view).m_intrinsicSize.width;
+        return of(view).m_intrinsicSize.width;
     }
     [[nodiscard]] std::optional<double> intrinsicHeight(UIView const& view, double) const override
     {
-        return peer(view).m_intrinsicSize.height;
+        return of(view).m_intrinsicSize.height;
     }
 };
 
@@ -66,6 +66,14 @@ UIViewPeer::~UIViewPeer()
 {
     m_screen.remove(*this);
     m_screen.calls().forget(&m_owner);
+}
+
+UIViewPeer& UIViewPeer::of(UIView const& view)
+{
+    auto* found = dynamic_cast<UIViewPeer*>(&view.peer());
+    if (!found)
+        platform::fatalError("a view of another adapter was used with the one in memory");
+    return *found;
 }
 
 void UIViewPeer::addSubview(platform::UIView&)
@@ -113,7 +121,7 @@ void UIViewPeer::deactivate(platform::NSLayoutConstraint const& constraint)
 void UIViewPeer::layoutIfNeeded()
 {
     record("layoutIfNeeded");
-    peer(rootOf(m_owner)).layOutTree();
+    of(rootOf(m_owner)).layOutTree();
 }
 
 void UIViewPeer::addGestureRecognizer(platform::UIGestureRecognizer&)
@@ -128,7 +136,7 @@ void UIViewPeer::layOutTree()
                                : shared::LayoutSpace { m_ownFrame };
     auto layout = shared::solveLayout(m_owner, space, Metrics());
     for (auto const& [view, frame] : layout.frames) {
-        auto& placed = peer(*view);
+        auto& placed = of(*view);
         m_screen.didPlace(*view, placed.m_frame, frame);
         placed.m_frame = frame;
         // What a former root told of its own tree is out of date.
@@ -143,17 +151,9 @@ void UIViewPeer::record(std::string call)
     m_screen.calls().add(&m_owner, std::move(call));
 }
 
-UIViewPeer& peer(platform::UIView const& view)
-{
-    auto* found = dynamic_cast<UIViewPeer*>(&view.peer());
-    if (!found)
-        platform::fatalError("a view of another adapter was used with the one in memory");
-    return *found;
-}
-
 platform::CGRect frame(platform::UIView const& view)
 {
-    return peer(view).frame();
+    return UIViewPeer::of(view).frame();
 }
 
 }

@@ -11,7 +11,7 @@ namespace zelvora::memory {
 
 class Screen;
 
-/// The size that a view has from its content; absent where the constraints alone decide.
+/// The size that a view has from its content; absent if constraints alone decide.
 struct IntrinsicSize {
     std::optional<double> width {};
     std::optional<double> height {};
@@ -19,8 +19,8 @@ struct IntrinsicSize {
     bool operator==(IntrinsicSize const&) const = default;
 };
 
-/// The native side of every view: it remembers what it was told and where the layout put it. Its calls stand in the
-/// screen's record under the owner's address.
+/// The native side of a view: it keeps what it was told and where the layout put it. Its calls are in the screen's
+/// record under the owner's address.
 class ZELVORA_API UIViewPeer final : public platform::UIView::Peer {
 public:
     UIViewPeer(Screen& screen, platform::UIView& owner, platform::CGRect frame);
@@ -28,9 +28,12 @@ public:
     UIViewPeer(UIViewPeer const&) = delete;
     UIViewPeer& operator=(UIViewPeer const&) = delete;
 
-    /// In the superview, as the latest layout pass left it.
+    /// The peer of a view that was made while this adapter was installed; another view stops the process.
+    [[nodiscard]] static UIViewPeer& of(platform::UIView const& view);
+
+    /// In the superview, as of the latest layout.
     [[nodiscard]] platform::CGRect frame() const { return m_frame; }
-    /// What a host does to a view that it places by frame; it holds while the autoresizing mask is translated.
+    /// Places the view as a host does without constraints; it has an effect while the autoresizing mask is translated.
     void setFrame(platform::CGRect frame) { m_frame = m_ownFrame = frame; }
 
     [[nodiscard]] std::optional<platform::UIColor> backgroundColor() const { return m_backgroundColor; }
@@ -38,7 +41,7 @@ public:
     [[nodiscard]] IntrinsicSize intrinsicSize() const { return m_intrinsicSize; }
     void setIntrinsicSize(IntrinsicSize size) { m_intrinsicSize = size; }
 
-    /// For the parts of this adapter.
+    /// For the adapter itself.
     [[nodiscard]] platform::UIView& owner() const { return m_owner; }
     void setFillsScreen(bool fills) { m_fillsScreen = fills; }
     /// Lays out the tree of views that the owner is the root of.
@@ -75,8 +78,11 @@ private:
     std::vector<std::string> m_ambiguities;
 };
 
-/// The native side of a view that was made while this adapter was installed.
-[[nodiscard]] ZELVORA_API UIViewPeer& peer(platform::UIView const& view);
+/// Short for `UIViewPeer::of`.
+[[nodiscard]] inline UIViewPeer& peer(platform::UIView const& view)
+{
+    return UIViewPeer::of(view);
+}
 /// The view's frame in its superview, after `layoutIfNeeded` or `Platform::layout`.
 [[nodiscard]] ZELVORA_API platform::CGRect frame(platform::UIView const& view);
 

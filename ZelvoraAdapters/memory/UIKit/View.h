@@ -5,7 +5,7 @@
 
 namespace zelvora::memory {
 
-/// A view of the host's own, such as a header, with the size that its content has.
+/// One of the host's own views, such as a header, with the size of its content.
 class ZELVORA_API View : public platform::UIView {
 public:
     explicit View(IntrinsicSize size = {}) { peer().setIntrinsicSize(size); }

@@ -7,7 +7,7 @@
 
 namespace zelvora::memory {
 
-/// A plain screen of the host's own, such as the presenter that the shop is opened from.
+/// One of the host's own screens, such as the one that the shop is opened from.
 class ZELVORA_API ViewController : public platform::UIViewController {
 public:
     /// The flags that `viewWillDisappear` was called with.

@@ -9,14 +9,13 @@
 
 namespace zelvora::memory {
 
-/// What was asked of views, controllers, web views and their content controllers, in one order over all of them. Main
-/// thread.
+/// The calls to views, controllers, web views and their content controllers, in one common order. Main thread.
 class ZELVORA_API CallRecord final {
 public:
     struct Call {
-        /// For comparing only; nullptr once it is gone. A view's is the address of its `UIView`.
+        /// For comparison only; nullptr once the object is destroyed. For a view, the address of its `UIView`.
         void const* object = nullptr;
-        /// The method, and after a blank its argument where that is a plain value: "setHidden true".
+        /// The method, and after a space its argument if that is a plain value: "setHidden true".
         std::string text;
 
         bool operator==(Call const&) const = default;
@@ -25,9 +24,9 @@ public:
     void add(void const* object, std::string text) { m_calls.push_back({ object, std::move(text) }); }
 
     [[nodiscard]] std::vector<Call> const& all() const { return m_calls; }
-    /// The texts of the calls on these objects, still in one order.
+    /// The texts of the calls to these objects, in order.
     [[nodiscard]] std::vector<std::string> of(std::initializer_list<void const*> objects) const;
-    /// For the parts of this adapter: the object is gone, and another may get its address.
+    /// For the adapter itself: the object is destroyed, and another may get its address.
     void forget(void const* object);
     void clear() { m_calls.clear(); }
 

@@ -11,8 +11,9 @@ namespace zelvora::memory {
 
 class CallRecord;
 
-/// What is injected into pages and who hears them. Its calls stand in the screen's record: "addScriptMessageHandler
-/// NAME", "removeScriptMessageHandler NAME", "addUserScript". Adding a name twice stops the process. Main thread.
+/// The scripts that are injected into pages, and the handlers of what pages post. Its calls are in the screen's record:
+/// "addScriptMessageHandler NAME", "removeScriptMessageHandler NAME", "addUserScript". Adding a name twice stops the
+/// process. Main thread.
 class ZELVORA_API UserContentController final : public platform::WKUserContentController {
 public:
     explicit UserContentController(CallRecord& calls) : m_calls(calls) { }
@@ -20,7 +21,7 @@ public:
     UserContentController(UserContentController const&) = delete;
     UserContentController& operator=(UserContentController const&) = delete;
 
-    /// Or nullptr.
+    /// nullptr if there is none of this name.
     [[nodiscard]] platform::WKScriptMessageHandler* handler(std::string const& name) const;
     [[nodiscard]] std::vector<platform::WKUserScript> const& userScripts() const { return m_userScripts; }
 

@@ -161,7 +161,7 @@ void WebView::record(std::string call) const
 
 void WebView::decide(Navigation const& navigation)
 {
-    // The delegate may take its time, longer than this view lives.
+    // The delegate may answer after this view is destroyed.
     auto decided = [weak = weak_from_this(), navigation](Policy policy) {
         if (auto const view = weak.lock())
             static_cast<WebView&>(*view).didDecide(navigation, policy);

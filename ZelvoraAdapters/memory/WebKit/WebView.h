@@ -18,13 +18,13 @@ namespace zelvora::memory {
 class Screen;
 class UserContentController;
 
-/// A web view without an engine: it keeps what it was asked, and whoever drives it plays the page. Main thread.
+/// A web view without an engine: it records its calls, and the test acts as the page. Main thread.
 ///
-/// `load` shows the URL at once, and asks the delegate about it when the main queue is turned; refused, the URL goes
-/// back to what it was. Every change of the URL calls the observers before the call that made it returns.
+/// `load` changes the URL at once and asks the delegate when the main queue runs; if the delegate refuses, the former
+/// URL is restored. A call that changes the URL calls the observers before it returns.
 class ZELVORA_API WebView final : public platform::WKWebView {
 public:
-    /// What the delegate decided about an action, in the order of the answers.
+    /// What the delegate decided about an action.
     struct Decision {
         platform::WKNavigationAction action;
         platform::WKNavigationActionPolicy policy = platform::WKNavigationActionPolicy::Cancel;
@@ -35,16 +35,17 @@ public:
     WebView(Screen& screen, platform::DispatchQueue& mainQueue, platform::CGRect frame,
         platform::WKWebViewConfiguration configuration);
 
-    /// The page posts to `window.webkit.messageHandlers.NAME`. Tells whether there was a handler to hear it.
+    /// Posts to `window.webkit.messageHandlers.NAME`, as the page does. Returns whether there is a handler.
     bool postMessage(std::string const& name, platform::Value body) const;
-    /// The page or its user goes to another URL: the delegate is asked, and where it allows the URL joins the history.
+    /// Goes to another URL, as the page or its user does: the delegate is asked, and if it allows, the URL joins the
+    /// history.
     void navigate(platform::URL const& url);
-    /// A navigation that leaves this view's URL as it is, such as a frame's, or one without a URL.
+    /// Makes a navigation that leaves this view's URL as it is, such as a frame's, or one without a URL.
     void navigateFrame(std::optional<platform::URL> url);
-    /// The page changes its URL by script, in place; absent, it loses it.
+    /// Changes the URL in place, as a page's script does; absent, the page has no URL.
     void setURL(std::optional<platform::URL> url);
 
-    /// The scripts, in their order.
+    /// The evaluated scripts, in order.
     [[nodiscard]] std::vector<std::string> const& evaluated() const { return m_evaluated; }
     [[nodiscard]] std::vector<platform::URLRequest> const& loadedRequests() const { return m_loadedRequests; }
     [[nodiscard]] std::vector<Decision> const& decisions() const { return m_decisions; }
@@ -53,9 +54,9 @@ public:
     [[nodiscard]] bool allowsBackForwardNavigationGestures() const { return m_allowsGestures; }
     [[nodiscard]] platform::WKNavigationDelegate* navigationDelegate() const { return m_delegate; }
     [[nodiscard]] std::size_t observerCount() const;
-    /// Everything asked of the content controller, of this view and of its peer, in one order: "makeWebView",
-    /// "setInspectable true", "setNavigationDelegate", "setAllowsBackForwardNavigationGestures false", "load URL",
-    /// "observeURL", "goBack", "evaluateJavaScript", and what those two document.
+    /// The calls to the content controller, this view and its peer, in one common order: "makeWebView", "setInspectable
+    /// true", "setNavigationDelegate", "setAllowsBackForwardNavigationGestures false", "load URL", "observeURL",
+    /// "goBack", "evaluateJavaScript", and those that the other two document.
     [[nodiscard]] std::vector<std::string> calls() const;
     [[nodiscard]] UserContentController& userContentController() const;
 
@@ -80,7 +81,7 @@ private:
 
         Kind kind = Kind::Load;
         std::optional<platform::URL> url {};
-        /// What a load that is refused goes back to.
+        /// What a refused load restores.
         std::optional<platform::URL> previous {};
     };
 
@@ -94,7 +95,7 @@ private:
     platform::DispatchQueue& m_mainQueue;
     platform::CGRect m_initialFrame;
     platform::WKWebViewConfiguration m_configuration;
-    // Reset by its setter: see the seam.
+    // Reset by the delegate before it is destroyed.
     platform::WKNavigationDelegate* m_delegate = nullptr;
     bool m_inspectable = false;
     bool m_allowsGestures = false;

@@ -5,26 +5,6 @@
 
 namespace zelvora::memory {
 
-class Log::LoggerOfLog final : public platform::Logger {
-public:
-    explicit LoggerOfLog(Log& log) : m_log(log) { }
-
-    // platform::Logger
-    [[nodiscard]] bool isEnabled(platform::OSLogType type) const override
-    {
-        std::scoped_lock const lock(m_log.m_mutex);
-        return !m_log.m_disabled.contains(type);
-    }
-    void log(platform::OSLogType type, std::string const& message) override
-    {
-        std::scoped_lock const lock(m_log.m_mutex);
-        m_log.m_lines.push_back({ type, "[ZelvoraSDK] " + message });
-    }
-
-private:
-    Log& m_log;
-};
-
 std::vector<Log::Line> Log::lines() const
 {
     std::scoped_lock const lock(m_mutex);
@@ -59,11 +39,22 @@ std::vector<Log::Handle> Log::loggersMade() const
     return m_loggersMade;
 }
 
-std::unique_ptr<platform::Logger> Log::makeLogger(std::string subsystem, std::string category)
+bool Log::isEnabled(platform::OSLogType type) const
 {
     std::scoped_lock const lock(m_mutex);
-    m_loggersMade.push_back({ std::move(subsystem), std::move(category) });
-    return std::make_unique<LoggerOfLog>(*this);
+    return !m_disabled.contains(type);
+}
+
+void Log::add(Line line)
+{
+    std::scoped_lock const lock(m_mutex);
+    m_lines.push_back(std::move(line));
+}
+
+void Log::add(Handle handle)
+{
+    std::scoped_lock const lock(m_mutex);
+    m_loggersMade.push_back(std::move(handle));
 }
 
 }

@@ -3,7 +3,6 @@
 #include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/os/Logger.h"
 
-#include <memory>
 #include <mutex>
 #include <set>
 #include <string>
@@ -12,8 +11,8 @@
 
 namespace zelvora::memory {
 
-/// The system log, as lines that can be read back. Every type is enabled until it is disabled. Any thread. It outlives
-/// the loggers that it makes.
+/// The system log, recorded as lines. Every type is enabled until it is disabled. Any thread. The log outlives the
+/// loggers that it makes.
 class ZELVORA_API Log final {
 public:
     struct Line {
@@ -31,20 +30,21 @@ public:
     };
 
     [[nodiscard]] std::vector<Line> lines() const;
-    /// Whether a line of this type holds exactly this message (without the prefix).
+    /// Whether a line of this type is exactly this message (without the prefix).
     [[nodiscard]] bool holds(platform::OSLogType type, std::string_view message) const;
     void clear();
 
     void setEnabled(platform::OSLogType type, bool enabled);
 
-    /// What loggers were made for, in their order.
+    /// What loggers were made for, in order.
     [[nodiscard]] std::vector<Handle> loggersMade() const;
 
-    [[nodiscard]] std::unique_ptr<platform::Logger> makeLogger(std::string subsystem, std::string category);
+    /// For the adapter itself.
+    [[nodiscard]] bool isEnabled(platform::OSLogType type) const;
+    void add(Line line);
+    void add(Handle handle);
 
 private:
-    class LoggerOfLog;
-
     std::mutex mutable m_mutex;
     std::vector<Line> m_lines;
     std::set<platform::OSLogType> m_disabled;

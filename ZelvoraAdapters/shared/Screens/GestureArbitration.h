@@ -9,7 +9,7 @@
 
 namespace zelvora::shared {
 
-/// Decides which recognizers take part in one gesture; made anew for each gesture. Main thread.
+/// Decides which recognizers take part in one gesture. Main thread.
 ///
 /// A recognizer takes part if it may begin (it is enabled and its delegate does not forbid it) and if, for each one
 /// that has begun before it, one of the two delegates allows both to recognize simultaneously. As on the phone, a

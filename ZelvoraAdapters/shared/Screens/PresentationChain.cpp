@@ -65,7 +65,7 @@ bool PresentationChain::isPresented(Level level, std::uint64_t number) const
     return level <= m_entries.size() && m_entries[level - 1].number == number;
 }
 
-// What a hook finds covered already has been told.
+// A screen that is covered already has been told.
 void PresentationChain::cover(Level level, Animated animated)
 {
     if (!isOnScreen(level))

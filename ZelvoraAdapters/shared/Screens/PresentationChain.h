@@ -11,12 +11,12 @@
 
 namespace zelvora::shared {
 
-/// The screens that stand over one window's content, each presented by the one below it, and what follows from their
-/// order: who may present, what a dismissal ends, and which screens are told that they disappear, each once. The
-/// adapter shows what the chain decides. The chain keeps the screens. Main thread.
+/// The screens over one window's content, each presented by the one below it. The chain decides who may present, what a
+/// dismissal ends, and which screens are told, once each and in which order, that they disappear. Its client shows the
+/// result. The chain owns the screens. Main thread.
 ///
-/// Hooks of the host run within `present` and `dismiss` and may change the chain again. They may also end the window:
-/// whoever calls keeps the chain and its client alive during the call.
+/// Hooks of the host run within `present` and `dismiss`. They may change the chain again, and they may end the window,
+/// so the caller keeps the chain and its client alive during the call.
 class ZELVORA_API PresentationChain final {
 public:
     /// A place in the chain: 0 is the window's content, n the nth screen over it.
@@ -30,7 +30,7 @@ public:
 
         /// A screen is on top of the chain now. Its view is loaded next.
         virtual void didAdd(Screen const& screen, platform::Animated animated) = 0;
-        /// The screen that stood at the level has left the chain. No hook has run since, and it is still shown.
+        /// A screen has left the chain. It is still shown, and it has not been told yet.
         virtual void didRemove(Screen const& screen, platform::Animated animated) = 0;
 
         /// Call the hooks.
@@ -39,9 +39,9 @@ public:
 
         /// Brings a screen on top of everything that is shown.
         virtual void show(Screen const& screen, Level presenter, platform::Animated animated) = 0;
-        /// What stands at the level is on the screen again.
+        /// The content or screen at the level is on the screen again.
         virtual void uncover(Level level) = 0;
-        /// Takes a dismissed screen away: the top one animated, those that it hid before that and at once.
+        /// Removes a dismissed screen: those below the top one first and at once, then the top one, animated.
         virtual void hide(Screen const& screen, platform::Animated animated) = 0;
     };
 
@@ -49,22 +49,23 @@ public:
     explicit PresentationChain(Client& client) : m_client(client) { }
 
     [[nodiscard]] bool isEmpty() const { return m_entries.empty(); }
-    /// Of a screen in the chain.
+    /// Absent for a screen that is not in the chain.
     [[nodiscard]] std::optional<Level> levelOf(platform::UIViewController const& screen) const;
     /// nullptr for the content and above the top.
     [[nodiscard]] Screen screenAt(Level level) const;
-    /// Whether no full-screen presentation covers what stands at the level.
+    /// Whether no full-screen presentation covers the content or screen at the level.
     [[nodiscard]] bool isOnScreen(Level level) const;
 
-    /// Whether what stands at the level presents nothing yet.
+    /// Whether the content or screen at the level presents nothing yet.
     [[nodiscard]] bool mayPresent(Level presenter) const { return presenter == m_entries.size(); }
     /// Loads the screen's view, tells the presenter that it disappears if the style is full screen, and shows the
-    /// screen, unless a hook ends the presentation before. Does nothing unless `mayPresent`.
+    /// screen, unless a hook has ended the presentation by then. Does nothing unless `mayPresent`.
     void present(Level presenter, Screen screen, platform::UIModalPresentationStyle style, platform::Animated animated);
-    /// Ends the presentation that was made at the level, else the one that made the level, with all that stands above.
-    /// The screens leave the chain first; those on the screen are then told, from the top down.
+    /// Ends the presentation by the level, else the presentation of the level, with all screens above it. They leave
+    /// the chain first; then those on the screen are told, from the top down.
     void dismiss(Level level, platform::Animated animated);
-    /// The window goes or has other content: empties the chain, tells nobody, and returns the screens from the bottom.
+    /// For a window that is destroyed or given other content: empties the chain without telling the screens, and
+    /// returns them from the bottom up.
     [[nodiscard]] std::vector<Screen> removeAll();
 
 private:

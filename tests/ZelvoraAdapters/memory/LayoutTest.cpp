@@ -69,7 +69,7 @@ TEST_F(LayoutTest, AHiddenViewKeepsItsPlace)
     EXPECT_EQ(frame(*content).height, 661);
 }
 
-TEST_F(LayoutTest, AnAnimationTellsWhatMovesFromWhereToWhere)
+TEST_F(LayoutTest, AnAnimationRecordsWhatMovesFromWhereToWhere)
 {
     platform.layout();
     toFooter.setActive(false);
@@ -94,7 +94,7 @@ TEST_F(LayoutTest, AnAnimationWithoutALayoutPassMovesNothing)
     EXPECT_TRUE(screen.animations().front().moves.empty());
 }
 
-TEST_F(LayoutTest, AnotherScreenIsAnotherLayout)
+TEST_F(LayoutTest, AnotherScreenSizeChangesTheLayout)
 {
     screen.setSize(320, 568);
     screen.setSafeAreaInsets({ 20, 0 });
@@ -103,7 +103,7 @@ TEST_F(LayoutTest, AnotherScreenIsAnotherLayout)
     EXPECT_EQ(frame(*content), (CGRect { 0, 76, 320, 412 }));
 }
 
-TEST_F(LayoutTest, AConstraintThatIsMissingIsTold)
+TEST_F(LayoutTest, AMissingConstraintIsReported)
 {
     toFooter.setActive(false);
     platform.layout();
@@ -157,7 +157,7 @@ TEST_F(LayoutTest, AViewInNoControllerHasNoSafeArea)
     EXPECT_EQ(frame(*inner), (CGRect { 0, 0, 1, 1 }));
 }
 
-TEST_F(LayoutTest, WhatAViewIsToldStandsInTheRecord)
+TEST_F(LayoutTest, TheCallsToAViewAreRecorded)
 {
     screen.calls().clear();
     root.setBackgroundColor(platform::UIColor::white());

@@ -1,7 +1,7 @@
 #include "ZelvoraAdapters/memory/UIKit/NavigationController.h"
 
+#include "ZelvoraAdapters/memory/UIKit/EdgePan.h"
 #include "ZelvoraAdapters/memory/UIKit/ViewController.h"
-#include "ZelvoraAdapters/memory/UIKit/gestures.h"
 #include "tests/ZelvoraAdapters/memory/InstalledPlatform.h"
 
 #include <memory>
@@ -87,7 +87,7 @@ TEST_F(NavigationControllerTest, PushingWhatIsOnScreenStopsTheProcess)
     EXPECT_DEATH(stack->pushViewController(stack, Animated::No), "pushed that is on screen already");
 }
 
-TEST_F(NavigationControllerTest, ACompletedSwipePopsAndABrokenOffOneDoesNot)
+TEST_F(NavigationControllerTest, ACompletedSwipePopsAndACancelledOneDoesNot)
 {
     stack->pushViewController(second, Animated::No);
     auto const swipe = stack->interactivePopGestureRecognizer();
@@ -109,7 +109,7 @@ TEST_F(NavigationControllerTest, AStackMayHaveNoSwipe)
     EXPECT_EQ(NavigationController(NavigationController::SwipeToPop::No).interactivePopGestureRecognizer(), nullptr);
 }
 
-TEST_F(NavigationControllerTest, AStackThatEndsLeavesItsControllersAlone)
+TEST_F(NavigationControllerTest, ADestroyedStackLeavesItsControllersAlone)
 {
     stack.reset();
     EXPECT_EQ(first->navigationController(), nullptr);

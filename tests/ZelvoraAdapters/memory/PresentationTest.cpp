@@ -98,7 +98,7 @@ TEST_F(PresentationTest, PresentingWhatIsOnScreenStopsTheProcess)
     EXPECT_DEATH(other->present(other, Animated::No), "presented that is on screen already");
 }
 
-TEST_F(PresentationTest, DismissingEndsWhatStandsAboveAndTellsOnlyWhatWasSeen)
+TEST_F(PresentationTest, DismissingEndsWhatIsAboveAndTellsOnlyWhatWasOnScreen)
 {
     auto const above = fullScreen();
     host->present(shop, Animated::No);

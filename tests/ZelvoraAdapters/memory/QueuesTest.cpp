@@ -26,7 +26,7 @@ protected:
 
 }
 
-TEST_F(QueuesTest, ABlockRunsOnlyWhenTheQueueIsTurned)
+TEST_F(QueuesTest, ABlockRunsOnlyWhenTheQueueRuns)
 {
     queue.async(note("first"));
     queue.async(note("second"));
@@ -40,7 +40,7 @@ TEST_F(QueuesTest, ABlockRunsOnlyWhenTheQueueIsTurned)
     EXPECT_EQ(ran, (std::vector<std::string> { "first", "second" }));
 }
 
-TEST_F(QueuesTest, RunAllRunsWhatIsSubmittedMeanwhile)
+TEST_F(QueuesTest, RunAllAlsoRunsWhatBlocksSubmit)
 {
     queue.async([this] {
         queue.async(note("inner"));
@@ -50,7 +50,7 @@ TEST_F(QueuesTest, RunAllRunsWhatIsSubmittedMeanwhile)
     EXPECT_EQ(ran, std::vector<std::string> { "inner" });
 }
 
-TEST_F(QueuesTest, ADelayedBlockFallsDueWhenTheClockIsAdvanced)
+TEST_F(QueuesTest, ADelayedBlockBecomesDueWhenTheClockIsAdvanced)
 {
     queue.asyncAfter(0.3, note("delayed"));
     EXPECT_TRUE(queue.isEmpty());
@@ -63,7 +63,7 @@ TEST_F(QueuesTest, ADelayedBlockFallsDueWhenTheClockIsAdvanced)
     EXPECT_EQ(queue.runAll(), 1u);
 }
 
-TEST_F(QueuesTest, DelayedBlocksRunInTheOrderInWhichTheyFallDue)
+TEST_F(QueuesTest, DelayedBlocksRunInTheOrderInWhichTheyBecomeDue)
 {
     queue.asyncAfter(2, note("2"));
     queue.asyncAfter(1, note("1"));
@@ -102,7 +102,7 @@ TEST_F(QueuesTest, ARunawayLoopStopsTheProcess)
     EXPECT_DEATH(queue.runAll(), "Fatal error: a queue does not come to rest");
 }
 
-TEST(PlatformQueuesTest, RunUntilIdleTurnsEveryQueueUntilNothingIsDue)
+TEST(PlatformQueuesTest, RunUntilIdleRunsEveryQueueUntilNothingIsDue)
 {
     memory::Platform platform;
     std::string ran;

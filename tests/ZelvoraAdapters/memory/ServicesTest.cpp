@@ -40,7 +40,7 @@ TEST_F(ServicesTest, PreferencesKeepValuesAndTheOrderOfChanges)
         (std::vector<std::string> { "setObject a", "setDouble b", "setObject c", "removeObject a", "setObject b" }));
 }
 
-TEST_F(ServicesTest, PreferencesRefuseWhatTheSeamForbids)
+TEST_F(ServicesTest, PreferencesRefuseWhatTheInterfaceForbids)
 {
     EXPECT_DEATH(platform.standardUserDefaults().setObject(Value(), "a"), "bare null marker");
     Value deep = platform::Array {};
@@ -49,7 +49,7 @@ TEST_F(ServicesTest, PreferencesRefuseWhatTheSeamForbids)
     EXPECT_DEATH(platform.standardUserDefaults().setObject(deep, "a"), "nests too deep");
 }
 
-TEST_F(ServicesTest, StoredValuesOfAnEarlierLaunchAreNoCalls)
+TEST_F(ServicesTest, StoredValuesOfAnEarlierLaunchAreNotCalls)
 {
     memory::Options options;
     options.storedValues = { { "a", 1 } };
@@ -59,7 +59,7 @@ TEST_F(ServicesTest, StoredValuesOfAnEarlierLaunchAreNoCalls)
     EXPECT_TRUE(defaults.calls().empty());
 }
 
-TEST_F(ServicesTest, TheLogKeepsLinesAndWhomItMadeLoggersFor)
+TEST_F(ServicesTest, TheLogKeepsLinesAndWhatLoggersWereMadeFor)
 {
     auto const logger = platform.makeLogger("com.example", "category");
     EXPECT_TRUE(logger->isEnabled(OSLogType::Debug));
@@ -87,7 +87,7 @@ TEST_F(ServicesTest, BecomingActiveIsPostedAfterTheStateChanged)
     EXPECT_EQ(seen, std::vector { UIApplicationState::Active });
 }
 
-TEST_F(ServicesTest, TheApplicationOpensTheSchemesItIsTold)
+TEST_F(ServicesTest, TheApplicationOpensTheSchemesThatItWasGiven)
 {
     auto& application = platform.application();
     application.setOpenableSchemes({ "tel" });
@@ -100,7 +100,7 @@ TEST_F(ServicesTest, TheApplicationOpensTheSchemesItIsTold)
     EXPECT_EQ(application.openedURLs(), std::vector { call });
 }
 
-TEST_F(ServicesTest, ATrackingPromptIsAnsweredOnceForAllWhoWait)
+TEST_F(ServicesTest, OneAnswerToTheTrackingPromptCompletesAllRequests)
 {
     auto& tracking = platform.trackingManager();
     std::vector<Status> told;
@@ -125,7 +125,7 @@ TEST_F(ServicesTest, ATrackingPromptIsAnsweredOnceForAllWhoWait)
     EXPECT_DEATH(tracking.answer(Status::Denied), "while it was not shown");
 }
 
-TEST(ServicesEndTest, WhoWaitsForTheTrackingPromptIsToldWhenThePlatformEnds)
+TEST(ServicesEndTest, PendingTrackingRequestsCompleteWhenThePlatformEnds)
 {
     std::vector<Status> told;
     {

@@ -29,7 +29,7 @@ protected:
         });
     }
 
-    // Before the session, whose end still calls what waits.
+    // Declared before the session, whose destructor still calls pending completions.
     std::vector<std::string> told;
     std::optional<int> status;
     memory::Clock clock;
@@ -38,7 +38,7 @@ protected:
 
 }
 
-TEST_F(URLSessionTest, AnAnswerArrivesWhenTheLoadersQueueIsTurned)
+TEST_F(URLSessionTest, AnAnswerArrivesWhenTheLoadersQueueRuns)
 {
     start("a");
     EXPECT_EQ(session->requests(), std::vector { request("a") });
@@ -49,7 +49,7 @@ TEST_F(URLSessionTest, AnAnswerArrivesWhenTheLoadersQueueIsTurned)
     EXPECT_EQ(status, 404);
 }
 
-TEST_F(URLSessionTest, RequestsAreAnsweredOldestFirstOrByPlace)
+TEST_F(URLSessionTest, RequestsAreAnsweredOldestFirstOrByIndex)
 {
     start("a");
     start("b");
@@ -71,14 +71,14 @@ TEST_F(URLSessionTest, AFailureArrivesAsItsError)
     EXPECT_EQ(told, std::vector<std::string> { "a The request timed out." });
 }
 
-TEST_F(URLSessionTest, AtTheEndEveryCompletionIsStillCalledOnce)
+TEST_F(URLSessionTest, TheDestructorCallsEveryPendingCompletionOnce)
 {
     start("answered");
     session->answer(200, "body");
     start("delivered");
     session->answer(200, "body");
     session->loaderQueue().runOne();
-    // By the time it is called the optional no longer says that it holds the session.
+    // By the time it is called, the optional no longer has the session.
     session->dataTask(request("last"), [this, &ending = *session](auto result) {
         EXPECT_EQ(result.error(), URLSession::cancelled());
         start(ending, "after");
@@ -87,7 +87,7 @@ TEST_F(URLSessionTest, AtTheEndEveryCompletionIsStillCalledOnce)
     EXPECT_EQ(told, (std::vector<std::string> { "answered body", "delivered body", "after cancelled" }));
 }
 
-TEST_F(URLSessionTest, AnsweringTwiceOrNobodyStopsTheProcess)
+TEST_F(URLSessionTest, AnsweringTwiceOrWithoutARequestStopsTheProcess)
 {
     EXPECT_DEATH(session->answer(200), "never made or has its answer");
     start("a");

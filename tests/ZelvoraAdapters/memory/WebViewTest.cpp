@@ -67,7 +67,7 @@ protected:
 
 }
 
-TEST_F(WebViewTest, ThePlatformListsTheWebViewsThatLive)
+TEST_F(WebViewTest, ThePlatformListsTheWebViewsThatExist)
 {
     EXPECT_EQ(platform.webViews(), std::vector { view });
     EXPECT_EQ(view->initialFrame(), (platform::CGRect { 1, 2, 3, 4 }));
@@ -88,7 +88,7 @@ TEST_F(WebViewTest, ALoadShowsItsURLAtOnceAndAsksTheDelegateLater)
     EXPECT_EQ(view->loadedRequests().size(), 1u);
 }
 
-TEST_F(WebViewTest, ALoadThatIsRefusedTakesItsURLBack)
+TEST_F(WebViewTest, ARefusedLoadRestoresTheURL)
 {
     delegate.policy = Policy::Cancel;
     view->load({ .url = url("a") });
@@ -117,7 +117,7 @@ TEST_F(WebViewTest, NavigationsMakeAHistoryToGoBackIn)
     EXPECT_EQ(view->url(), url("a"));
 }
 
-TEST_F(WebViewTest, ARefusedNavigationAndAFramesLeaveTheURL)
+TEST_F(WebViewTest, ARefusedNavigationAndOneOfAFrameKeepTheURL)
 {
     view->navigate(url("a"));
     delegate.policy = Policy::Cancel;
@@ -181,7 +181,7 @@ TEST_F(WebViewTest, AMessageReachesTheHandlerOfItsNameWhileThereIsOne)
     EXPECT_EQ(handler.heard, (std::vector<platform::WKScriptMessage> { { "zelvora", "body" } }));
 }
 
-TEST_F(WebViewTest, EverythingAskedStandsInOneOrder)
+TEST_F(WebViewTest, AllCallsAreRecordedInOneOrder)
 {
     auto const controller = platform.makeUserContentController();
     controller->addScriptMessageHandler(handler, "zelvora");

@@ -31,7 +31,7 @@ using Kind = shared::LayoutAmbiguity::Kind;
 using Sentences = std::vector<std::string>;
 using View = std::shared_ptr<UIView>;
 
-/// What a test says about its views.
+/// The sizes that a test gives its views.
 class KnownMetrics final : public shared::LayoutMetrics {
 public:
     struct Known {
@@ -59,7 +59,7 @@ class LayoutSolverTest : public InstalledPlatform {
 protected:
     LayoutSolverTest() { metrics.views[root.get()]; }
 
-    /// A view without a size of its own.
+    /// A view without an intrinsic size.
     View add(View const& parent) { return add(parent, {}); }
     View add(View const& parent, KnownMetrics::Known known)
     {
@@ -140,7 +140,7 @@ TEST_F(LayoutSolverTest, PlacesViewsInTheirSuperviewWhereverTheRootIs)
     EXPECT_EQ(sentences(), Sentences {});
 }
 
-TEST_F(LayoutSolverTest, TheSafeAreaOfAViewIsWhatTheScreensLeavesOfIt)
+TEST_F(LayoutSolverTest, TheSafeAreaOfAViewIsItsPartOfTheScreensSafeArea)
 {
     auto const upper = addFixed(root, { 0, 5, 100, 100 });
     auto const lower = addFixed(root, { 0, 105, 100, 95 });
@@ -157,7 +157,7 @@ TEST_F(LayoutSolverTest, TheSafeAreaOfAViewIsWhatTheScreensLeavesOfIt)
     EXPECT_EQ(sentences(), Sentences {});
 }
 
-TEST_F(LayoutSolverTest, AConstraintThatMovesASafeAreaIsTold)
+TEST_F(LayoutSolverTest, AConstraintThatMovesASafeAreaIsReported)
 {
     auto const outer = addFixed(root, { 0, 100, 100, 100 });
     auto const inner = add(outer);
@@ -257,7 +257,7 @@ TEST_F(LayoutSolverTest, TheEarlierOfTwoContradictingConstraintsWins)
     EXPECT_EQ(layout.ambiguities[0].sentence, "root/0.top cannot equal root.top: 20 and 0");
 }
 
-TEST_F(LayoutSolverTest, TheEarlierConstraintAlsoWinsWhereItsEdgesAreKnownLater)
+TEST_F(LayoutSolverTest, TheEarlierConstraintWinsEvenIfItsEdgesAreKnownLater)
 {
     auto const first = addContent(10, 10);
     auto const second = addContent(10, 10);
@@ -271,7 +271,7 @@ TEST_F(LayoutSolverTest, TheEarlierConstraintAlsoWinsWhereItsEdgesAreKnownLater)
     EXPECT_EQ(sentences(), Sentences { "root/0.top cannot equal root.safeArea.top: 0 and 20" });
 }
 
-TEST_F(LayoutSolverTest, AViewWithOneEdgeAndNoSizeIsEmptyAndTold)
+TEST_F(LayoutSolverTest, AViewWithOneEdgeAndNoSizeIsEmptyAndReported)
 {
     auto const view = add(root);
     pinSides(view, root);
@@ -294,7 +294,7 @@ TEST_F(LayoutSolverTest, AViewWithoutEdgesStartsWhereItsSuperviewStarts)
             "root/0/0 has no trailing edge" }));
 }
 
-TEST_F(LayoutSolverTest, AViewThatIsPinnedUpsideDownIsEmptyAndTold)
+TEST_F(LayoutSolverTest, AViewThatIsPinnedUpsideDownIsEmptyAndReported)
 {
     auto const view = add(root);
     pinTopAndBottom(view, root);
@@ -305,7 +305,7 @@ TEST_F(LayoutSolverTest, AViewThatIsPinnedUpsideDownIsEmptyAndTold)
     EXPECT_EQ(sentences(), Sentences { "root/0 has a negative width: -100" });
 }
 
-TEST_F(LayoutSolverTest, AFixedFrameThatConstraintsContradictIsTold)
+TEST_F(LayoutSolverTest, AFixedFrameThatConstraintsContradictIsReported)
 {
     auto const view = addFixed(root, { 10, 20, 30, 40 });
     view->topAnchor().constraintEqualTo(root->topAnchor()).setActive(true);

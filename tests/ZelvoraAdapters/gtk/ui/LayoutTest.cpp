@@ -31,7 +31,7 @@ protected:
         return m_harness.runUntil([&] { return m_harness.seenFrame(view) == frame; });
     }
 
-    /// The heights that the page is seen with from now until it is seen with the last.
+    /// The heights at which the page is seen, until it is seen at the last one.
     std::vector<double> heightsUntil(double last)
     {
         std::vector<double> heights;
@@ -51,7 +51,7 @@ protected:
 
 }
 
-TEST_F(LayoutTest, AnAnimationPassesThroughWhatLiesBetween)
+TEST_F(LayoutTest, AnAnimationPassesThroughTheFramesBetween)
 {
     addPage();
     auto const content = m_harness.makeContentView(200);
@@ -71,7 +71,7 @@ TEST_F(LayoutTest, AnAnimationPassesThroughWhatLiesBetween)
     EXPECT_GT(heights.size(), 2U);
     EXPECT_TRUE(std::ranges::is_sorted(heights, std::greater()));
 
-    // Who wants nothing to move sees the end at once.
+    // A user who wants no animations sees the end at once.
     g_object_set(gtk_widget_get_settings(GTK_WIDGET(m_harness.window())), "gtk-enable-animations", FALSE, nullptr);
     shortened.setActive(false);
     whole.setActive(true);
@@ -79,7 +79,7 @@ TEST_F(LayoutTest, AnAnimationPassesThroughWhatLiesBetween)
     EXPECT_EQ(heightsUntil(screen.height), (std::vector { screen.height - 200, screen.height }));
 }
 
-TEST_F(LayoutTest, LeadingIsOnTheRightWhereTextRunsFromThere)
+TEST_F(LayoutTest, LeadingIsOnTheRightInRightToLeftText)
 {
     gtk_widget_set_direction(gtk::widgetOf(root()), GTK_TEXT_DIR_RTL);
     auto const content = m_harness.makeContentView(30);
@@ -90,7 +90,7 @@ TEST_F(LayoutTest, LeadingIsOnTheRightWhereTextRunsFromThere)
     EXPECT_TRUE(isSeenAt(*content, { m_harness.screenBounds().width - 60, 0, 60, 30 }));
 }
 
-TEST_F(LayoutTest, ATextThatWrapsIsAsHighAsItsWidthMakesIt)
+TEST_F(LayoutTest, TheHeightOfAWrappedTextFollowsFromItsWidth)
 {
     auto* label = gtk_label_new("one two three four five six seven eight nine ten eleven twelve thirteen fourteen");
     gtk_label_set_wrap(GTK_LABEL(label), TRUE);
@@ -103,7 +103,7 @@ TEST_F(LayoutTest, ATextThatWrapsIsAsHighAsItsWidthMakesIt)
     gtk_widget_measure(label, GTK_ORIENTATION_VERTICAL, width, nullptr, &natural, nullptr, nullptr);
     EXPECT_TRUE(isSeenAt(*m_page, { 0, 0, static_cast<double>(width), static_cast<double>(natural) }));
     auto const before = natural;
-    // It grows with its text, without being asked to.
+    // It grows with its text without an explicit layout.
     gtk_label_set_text(GTK_LABEL(label), "one\ntwo\nthree\nfour\nfive\nsix");
     gtk_widget_measure(label, GTK_ORIENTATION_VERTICAL, width, nullptr, &natural, nullptr, nullptr);
     ASSERT_GT(natural, before);

@@ -44,7 +44,7 @@ protected:
         m_content->addUserScript({ std::move(source), time, forMainFrameOnly });
     }
 
-    /// After the scripts were added.
+    /// Call after adding the scripts.
     platform::WKWebView& view()
     {
         if (!m_view) {
@@ -69,7 +69,7 @@ protected:
         view().evaluateJavaScript("window.webkit.messageHandlers.zelvora.postMessage(" + expression + ")");
     }
 
-    /// The next message from the page, which is waited for.
+    /// Waits for the next message from the page.
     Value next()
     {
         EXPECT_TRUE(m_harness.runUntil([this] { return m_handler.bodies.size() > m_taken; }));

@@ -13,7 +13,7 @@ using platform::Animated;
 using platform::UIGestureRecognizer;
 using Events = std::vector<std::string>;
 
-/// A screen that watches for the drag that takes it off, as the shop does.
+/// A screen that watches the drag that pops it, as the shop does.
 class ShopScreen final
     : public RecordingScreen
     , public platform::UIGestureRecognizerDelegate {
@@ -54,7 +54,7 @@ protected:
     {
         m_stack->interactivePopGestureRecognizer()->setDelegate(m_shop);
         m_stack->pushViewController(m_shop, Animated::No);
-        // The web engine takes every press; the edge is watched before it.
+        // The web engine takes every press, so the edge must be watched before it.
         auto const web = platform::Platform::current().makeWebView(
             {}, { platform::Platform::current().makeUserContentController() });
         web->setTranslatesAutoresizingMaskIntoConstraints(false);
@@ -99,7 +99,7 @@ TEST_F(ScreensTest, ALongDragFromTheLeftEdgeTakesTheTopScreenOff)
     std::weak_ptr<platform::UIViewController> const watched = m_shop;
     m_shop.reset();
     EXPECT_TRUE(m_harness.runUntil([&] { return watched.expired() && isMapped(*m_home); }));
-    // The only screen stays.
+    // The last screen stays.
     m_harness.dragFromLeftEdge(m_home->view());
     EXPECT_EQ(m_stack->viewControllers().size(), 1U);
 }
@@ -112,7 +112,7 @@ TEST_F(ScreensTest, AScreenThatWasDraggedTooLittleSlidesBack)
     EXPECT_EQ(m_shop->navigationController(), m_stack);
     EXPECT_TRUE(m_harness.runUntil([&] { return !isMapped(*m_home) && isMapped(*m_shop); }));
     EXPECT_EQ(takeEvents(), (Events { "shop will disappear, animated" }));
-    // On the screen again, it is told again.
+    // It is on the screen again, so it is told again.
     m_stack->popViewController(Animated::No);
     EXPECT_EQ(takeEvents(), (Events { "shop will disappear" }));
 }
@@ -130,7 +130,7 @@ TEST_F(ScreensTest, TheDelegateKeepsTheDragFromTheStack)
     EXPECT_TRUE(takeEvents().empty());
 }
 
-TEST_F(ScreensTest, TheScreenAndTheStackBothHearADragThatTheDelegateLetsThemShare)
+TEST_F(ScreensTest, TheScreenAndTheStackBothReceiveADragThatTheDelegateLetsThemShare)
 {
     int ended = 0;
     push();
@@ -161,7 +161,7 @@ TEST_F(ScreensTest, AScreenThatPopsItselfWhileItIsDraggedIsTakenOffOnce)
     EXPECT_EQ(takeEvents(), (Events { "shop will disappear, animated" }));
 }
 
-TEST_F(ScreensTest, OtherDragsReachNobody)
+TEST_F(ScreensTest, OtherDragsReachNoRecognizer)
 {
     int ended = 0;
     push();
@@ -201,7 +201,7 @@ TEST_F(ScreensTest, AWindowThatIsDestroyedTakesItsScreensWithIt)
     gtk_window_destroy(other);
     EXPECT_EQ(takeEvents(), (Events { "shop will disappear" }));
     EXPECT_TRUE(m_harness.runUntil([&] { return watched.expired(); }));
-    // A presenter whose window has gone presents nothing.
+    // A presenter whose window is destroyed presents nothing.
     auto const late = std::make_shared<RecordingScreen>("late", m_record);
     presenter->present(late, Animated::No);
     presenter->dismiss(Animated::No);

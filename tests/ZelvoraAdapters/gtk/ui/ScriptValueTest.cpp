@@ -31,7 +31,7 @@ TEST_F(ScriptValueTest, KeepsWhatACTextCannotHold)
     EXPECT_EQ(*next().text(), "line\xe2\x80\xa8\a\b\f\r\t/");
 }
 
-TEST_F(ScriptValueTest, KeepsNumbersThatJSONHasNone)
+TEST_F(ScriptValueTest, KeepsNumbersThatJSONDoesNotHave)
 {
     post("[NaN, -Infinity, -0, 5e-324, 0.1]");
     auto const body = next();
@@ -63,7 +63,7 @@ TEST_F(ScriptValueTest, ReadsDeepAndLargeValues)
     post("deep");
     EXPECT_EQ(next().nesting(), 2000U);
     view().evaluateJavaScript("let deeper = 1; for (let i = 0; i < 100000; ++i) deeper = { a: deeper };");
-    // Too deep for the engine itself, or read: in either case the page goes on.
+    // Either too deep for the engine or read: in both cases the page continues.
     post("deeper");
     post("'x'.repeat(5000000)");
     auto body = next();
@@ -77,7 +77,7 @@ TEST_F(ScriptValueTest, ReadsDeepAndLargeValues)
     EXPECT_EQ(many.array()->size(), 10'000U);
 }
 
-TEST_F(ScriptValueTest, ReadsObjectsThatHoldOneAnotherOrThemselves)
+TEST_F(ScriptValueTest, ReadsObjectsThatContainOneAnotherOrThemselves)
 {
     view().evaluateJavaScript("const cycle = { name: 'c', list: [] }; cycle.me = cycle; cycle.list.push(cycle, 1);");
     post("cycle");
@@ -85,7 +85,7 @@ TEST_F(ScriptValueTest, ReadsObjectsThatHoldOneAnotherOrThemselves)
     view().evaluateJavaScript("const shared = [7];");
     post("[shared, { shared }, shared]");
     EXPECT_EQ(next(), (Value(Array { Array { 7 }, Dictionary { { "shared", Array { 7 } } }, Array { 7 } })));
-    // A billion values in thirty objects are no message; the page goes on.
+    // A billion values in thirty objects are not delivered, and the page continues.
     view().evaluateJavaScript("let doubled = [1]; for (let i = 0; i < 30; ++i) doubled = [doubled, doubled];");
     post("doubled");
     post("'after'");

@@ -28,7 +28,7 @@ protected:
         manager().requestTrackingAuthorization([this](Status status) { m_answers.push_back(status); });
     }
 
-    /// The one that is on the screen.
+    /// The dialog that is on the screen.
     GtkWindow* dialog()
     {
         auto* windows = gtk_window_get_toplevels();
@@ -63,7 +63,7 @@ protected:
 
 }
 
-TEST_F(TrackingDialogTest, KeepsThatTheUserAllowedIt)
+TEST_F(TrackingDialogTest, RemembersThatTheUserAllowedIt)
 {
     EXPECT_EQ(platform::Platform::current().identifierManager().advertisingIdentifier(),
         "00000000-0000-0000-0000-000000000000");
@@ -80,7 +80,7 @@ TEST_F(TrackingDialogTest, KeepsThatTheUserAllowedIt)
     EXPECT_FALSE(dialog());
 }
 
-TEST_F(TrackingDialogTest, KeepsThatTheUserRefused)
+TEST_F(TrackingDialogTest, RemembersThatTheUserRefused)
 {
     request();
     answer(GTK_RESPONSE_REJECT);
@@ -88,20 +88,20 @@ TEST_F(TrackingDialogTest, KeepsThatTheUserRefused)
     EXPECT_EQ(gtk::TrackingStore(m_harness.directory() / "app").status(), Status::Denied);
 }
 
-TEST_F(TrackingDialogTest, ADialogThatIsClosedIsNoAnswer)
+TEST_F(TrackingDialogTest, ClosingTheDialogIsNoAnswer)
 {
     request();
     ASSERT_TRUE(m_harness.runUntil([this] { return dialog() != nullptr; }));
     gtk_window_close(dialog());
     EXPECT_TRUE(m_harness.runUntil([this] { return !m_answers.empty(); }));
     EXPECT_EQ(m_answers, (std::vector { Status::NotDetermined }));
-    // And the user can be asked again.
+    // The user can be asked again.
     request();
     answer(GTK_RESPONSE_ACCEPT);
     EXPECT_EQ(m_answers.back(), Status::Authorized);
 }
 
-TEST_F(TrackingDialogTest, OneDialogAnswersAllWhoAsk)
+TEST_F(TrackingDialogTest, OneDialogAnswersAllRequests)
 {
     request();
     request();
@@ -109,7 +109,7 @@ TEST_F(TrackingDialogTest, OneDialogAnswersAllWhoAsk)
     EXPECT_EQ(m_answers, (std::vector { Status::Authorized, Status::Authorized }));
 }
 
-TEST_F(TrackingDialogTest, AWindowThatGoesTakesTheQuestionWithIt)
+TEST_F(TrackingDialogTest, ADestroyedWindowTakesTheDialogWithIt)
 {
     request();
     ASSERT_TRUE(m_harness.runUntil([this] { return dialog() != nullptr; }));

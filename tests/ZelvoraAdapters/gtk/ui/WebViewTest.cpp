@@ -16,7 +16,7 @@ using platform::WKNavigationActionPolicy;
 
 class WebViewTest : public PageTest { };
 
-/// Keeps its decisions back until it is told.
+/// Delays its decisions until it is told to answer.
 class SlowDelegate final : public platform::WKNavigationDelegate {
 public:
     void decidePolicyFor(platform::WKNavigationAction const& action, DecisionHandler decisionHandler) override
@@ -73,7 +73,7 @@ TEST_F(WebViewTest, UserScriptsRunBeforeAndAfterThePagesOwnInTheFramesThatTheyAr
     EXPECT_EQ(inFrame, (std::vector<std::string> { "start", "own", "end" }));
 }
 
-TEST_F(WebViewTest, AddressesAreToldAsTheEngineHasThem)
+TEST_F(WebViewTest, URLsAreReportedAsTheEngineHasThem)
 {
     loadAndWait("address");
     view().evaluateJavaScript("history.pushState({}, '', '?a[]=1|{2}#b#c')");
@@ -95,7 +95,7 @@ TEST_F(WebViewTest, ScriptDialogsAreAnsweredWithNoPanel)
     post("[alert('x'), confirm('y'), prompt('z', 'default')]");
     EXPECT_EQ(next(), (Value(Array { platform::Null {}, false, platform::Null {} })));
     EXPECT_EQ(windowCount(), windows);
-    // A page that would rather be asked before it is left is left.
+    // A page that asks before it is left is left anyway.
     view().evaluateJavaScript("onbeforeunload = event => { event.preventDefault(); return 'stay'; }");
     auto const other = m_harness.page("other");
     load(other);
@@ -163,7 +163,7 @@ TEST_F(WebViewTest, NothingIsDownloaded)
     EXPECT_EQ(next(), Value("alive"));
 }
 
-TEST_F(WebViewTest, ADelegateMayTakeItsTime)
+TEST_F(WebViewTest, ADelegateMayAnswerLater)
 {
     SlowDelegate delegate;
     view().setNavigationDelegate(&delegate);
@@ -174,7 +174,7 @@ TEST_F(WebViewTest, ADelegateMayTakeItsTime)
     delegate.decide(WKNavigationActionPolicy::Allow);
     EXPECT_TRUE(m_harness.runUntil([&] { return delegate.starts == 1; }));
     m_harness.waitForPage(*m_view);
-    // Also longer than the view lives.
+    // It may even answer after the view is destroyed.
     load(m_harness.page("never"));
     EXPECT_TRUE(m_harness.runUntil([&] { return delegate.asked.size() == 2; }));
     view().setNavigationDelegate(nullptr);
@@ -185,7 +185,7 @@ TEST_F(WebViewTest, ADelegateMayTakeItsTime)
     delegate.decide(WKNavigationActionPolicy::Cancel);
 }
 
-TEST_F(WebViewTest, TellsChangesOfTheURLThatPagesMakeInPlace)
+TEST_F(WebViewTest, ReportsURLChangesThatPagesMakeInPlace)
 {
     std::vector<std::string> urls;
     loadAndWait("place");
@@ -201,7 +201,7 @@ TEST_F(WebViewTest, TellsChangesOfTheURLThatPagesMakeInPlace)
     EXPECT_TRUE(m_view->canGoBack());
 }
 
-TEST_F(WebViewTest, APageWhoseProcessDiedIsLoadedAgainWithItsHandlers)
+TEST_F(WebViewTest, APageWhoseProcessDiedIsReloadedWithItsHandlers)
 {
     addScript("webkit.messageHandlers.zelvora.postMessage('loaded');");
     loadAndWait("mortal");
@@ -213,7 +213,7 @@ TEST_F(WebViewTest, APageWhoseProcessDiedIsLoadedAgainWithItsHandlers)
         EXPECT_EQ(next(), Value("loaded"));
         m_harness.waitForPage(*m_view);
     }
-    // A page that kills its process again and again is left alone.
+    // A page that keeps killing its process is not reloaded forever.
     bool hasDied = false;
     g_signal_connect_swapped(engine, "web-process-terminated", G_CALLBACK(+[](bool* died) { *died = true; }), &hasDied);
     webkit_web_view_terminate_web_process(engine);
@@ -242,18 +242,18 @@ TEST_F(WebViewTest, ARequestKeepsItsHeadersAndItsSettingsReachTheEngine)
     EXPECT_FALSE(webkit_settings_get_enable_back_forward_navigation_gestures(settings));
 }
 
-TEST_F(WebViewTest, AContentControllerMayGoBeforeItsHandlers)
+TEST_F(WebViewTest, AContentControllerMayBeDestroyedBeforeItsHandlers)
 {
     auto content = platform::Platform::current().makeUserContentController();
     Handler handler;
     content->addScriptMessageHandler(handler, "left");
     content.reset();
     EXPECT_TRUE(handler.bodies.empty());
-    // An unknown name is nothing to remove.
+    // Removing an unknown name does nothing.
     m_content->removeScriptMessageHandler("left");
 }
 
-TEST_F(WebViewTest, AViewThatGoesTakesTheEnginesWithIt)
+TEST_F(WebViewTest, ADestroyedViewTakesTheEnginesViewWithIt)
 {
     loadAndWait("short");
     gpointer engine = gtk::webKitWebViewOf(*m_view);
@@ -265,7 +265,7 @@ TEST_F(WebViewTest, AViewThatGoesTakesTheEnginesWithIt)
     EXPECT_TRUE(m_harness.runUntil([&] { return !engine; }));
 }
 
-TEST_F(WebViewTest, AnObserverMayEndTheViewThatItWatches)
+TEST_F(WebViewTest, AnObserverMayDestroyTheViewThatItObserves)
 {
     for (auto const* change : { "history.pushState({}, '', '?pushed')", "location.href = '/page?loaded'" }) {
         loadAndWait("watched");
@@ -282,7 +282,7 @@ TEST_F(WebViewTest, AnObserverMayEndTheViewThatItWatches)
     }
 }
 
-TEST_F(WebViewTest, AHandlerMayEndTheViewThatItHears)
+TEST_F(WebViewTest, AHandlerMayDestroyTheViewThatItServes)
 {
     class Ending final : public platform::WKScriptMessageHandler {
     public:

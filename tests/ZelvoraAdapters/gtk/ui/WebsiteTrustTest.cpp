@@ -9,7 +9,7 @@ namespace {
 
 using platform::Value;
 
-/// A page over TLS and a frame of another host in it, both signed by an authority that the system does not know.
+/// A page over TLS with a frame from another host, both signed by an authority that the system does not know.
 class WebsiteTrustTest : public PageTest {
 protected:
     explicit WebsiteTrustTest(GtkHarness::Configure const& configure) : PageTest(configure) { }
@@ -107,7 +107,7 @@ TEST_F(TrustingWebsiteTest, PagesOfTheAuthorityAndFramesOfTrustedHostsLoad)
     EXPECT_EQ(next(), Value("frame.localhost"));
 }
 
-TEST_F(StrictWebsiteTest, APageThatNobodyVouchesForDoesNotLoad)
+TEST_F(StrictWebsiteTest, AnUntrustedPageDoesNotLoad)
 {
     loadPages();
     bool hasFailed = false;
@@ -115,7 +115,7 @@ TEST_F(StrictWebsiteTest, APageThatNobodyVouchesForDoesNotLoad)
     EXPECT_TRUE(m_pageServer.received().empty());
 }
 
-TEST_F(OtherAuthorityWebsiteTest, AnotherAuthorityDoesNotVouchForAPage)
+TEST_F(OtherAuthorityWebsiteTest, APageOfAnotherAuthorityDoesNotLoad)
 {
     loadPages();
     bool hasFailed = false;

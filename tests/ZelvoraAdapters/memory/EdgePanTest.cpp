@@ -1,4 +1,4 @@
-#include "ZelvoraAdapters/memory/UIKit/gestures.h"
+#include "ZelvoraAdapters/memory/UIKit/EdgePan.h"
 
 #include "tests/ZelvoraAdapters/memory/InstalledPlatform.h"
 
@@ -26,7 +26,7 @@ public:
     bool maySimultaneously = true;
 };
 
-class GesturesTest : public InstalledPlatform {
+class EdgePanTest : public InstalledPlatform {
 protected:
     std::shared_ptr<UIScreenEdgePanGestureRecognizer> addPan(UIRectEdge edge)
     {
@@ -45,7 +45,7 @@ protected:
 
 }
 
-TEST_F(GesturesTest, AnEdgePanGoesThroughItsStates)
+TEST_F(EdgePanTest, AnEdgePanGoesThroughItsStates)
 {
     addPan(UIRectEdge::Left);
     EXPECT_EQ(memory::edgePan(*view), 1u);
@@ -53,7 +53,7 @@ TEST_F(GesturesTest, AnEdgePanGoesThroughItsStates)
     EXPECT_EQ(states, (memory::GestureStates { Began, Changed, Ended, Began, Changed, Cancelled }));
 }
 
-TEST_F(GesturesTest, OnlyRecognisersOfTheEdgeThatMayBeginTakePart)
+TEST_F(EdgePanTest, OnlyRecognizersOfTheEdgeThatMayBeginTakePart)
 {
     auto const pan = addPan(UIRectEdge::Left);
     EXPECT_EQ(memory::edgePan(*view, UIRectEdge::Right), 0u);
@@ -65,7 +65,7 @@ TEST_F(GesturesTest, OnlyRecognisersOfTheEdgeThatMayBeginTakePart)
     EXPECT_TRUE(states.empty());
 }
 
-TEST_F(GesturesTest, TwoRecogniseTogetherOnlyWhereTheyMay)
+TEST_F(EdgePanTest, TwoRecognizeTogetherOnlyIfTheyMay)
 {
     addPan(UIRectEdge::Left);
     addPan(UIRectEdge::Left);
@@ -74,7 +74,7 @@ TEST_F(GesturesTest, TwoRecogniseTogetherOnlyWhereTheyMay)
     EXPECT_EQ(memory::edgePan(*view), 1u);
 }
 
-TEST_F(GesturesTest, TheActionMayTakeTheViewAway)
+TEST_F(EdgePanTest, TheActionMayTakeTheViewAway)
 {
     auto const pan = std::make_shared<UIScreenEdgePanGestureRecognizer>([this](auto&) { view.reset(); });
     pan->setEdges(UIRectEdge::Left);

@@ -1,4 +1,4 @@
-#include "ZelvoraAdapters/memory/UIKit/gestures.h"
+#include "ZelvoraAdapters/memory/UIKit/EdgePan.h"
 
 #include "ZelvoraAdapters/shared/Screens/GestureArbitration.h"
 

@@ -12,17 +12,17 @@ namespace zelvora::memory {
 
 using GestureStates = std::vector<platform::UIGestureRecognizerState>;
 
-/// The states of a gesture that is carried through.
+/// The states of a completed gesture.
 [[nodiscard]] ZELVORA_API GestureStates completed();
-/// The states of one that the system breaks off.
+/// The states of a gesture that the system cancels.
 [[nodiscard]] ZELVORA_API GestureStates brokenOff();
 
-/// The user makes the gesture: unless the recogniser is disabled or its delegate forbids it to begin, it goes through
-/// the states. Tells whether it began.
+/// Makes the gesture, as the user does: unless the recognizer is disabled or its delegate forbids it to begin, it goes
+/// through the states. Returns whether it began.
 ZELVORA_API bool perform(platform::UIGestureRecognizer& recognizer, GestureStates const& states = completed());
 
-/// The user drags a finger in from an edge of the view: all its recognisers for that edge take part that may begin, a
-/// second one only where it may recognise at the same time. Tells how many began.
+/// Drags a finger in from an edge of the view, as the user does. `shared::GestureArbitration` decides which of the
+/// view's recognizers for that edge begin. Returns how many do.
 ZELVORA_API std::size_t edgePan(platform::UIView& view, platform::UIRectEdge edge = platform::UIRectEdge::Left,
     GestureStates const& states = completed());
 

@@ -1,4 +1,5 @@
 #include "ZelvoraAdapters/memory/Platform.h"
+#include "ZelvoraAdapters/memory/UIKit/NavigationController.h"
 #include "ZelvoraAdapters/memory/UIKit/ViewController.h"
 #include "ZelvoraIOS/ZelvoraIOSVersion.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
@@ -32,7 +33,7 @@ int fail(char const* what)
 
 }
 
-// A whole visit, in memory: look the shop up, ask for permission, open the container.
+// A whole visit, in memory: the shop is looked up, the user asked for permission, the container opened.
 int main()
 {
     auto& memory = memory::install({
@@ -42,13 +43,19 @@ int main()
     auto& sdk = ZelvoraSDK::shared();
     if (!sdk.initialize("user-7", "media-key", true, false, true))
         return fail("The SDK refused its first initialization.");
-    auto const presenter = std::make_shared<memory::ViewController>();
-    if (!sdk.start(presenter))
+    // The SDK finds out that its presenter is a navigation stack, also if the two are in different shared libraries.
+    auto const stack = std::make_shared<memory::NavigationController>();
+    stack->pushViewController(std::make_shared<memory::ViewController>(), platform::Animated::No);
+    if (!sdk.start(stack))
         return fail("The SDK refused to start.");
     memory.runUntilIdle();
     memory.urlSession().answer(200, R"({"data": {"shopId": "corner"}})");
     memory.runUntilIdle();
 
+    if (&platform::Platform::current() != &memory)
+        return fail("There are two platforms.");
+    if (stack->viewControllers().size() != 2)
+        return fail("The container is not on the navigation stack.");
     auto const webViews = memory.webViews();
     if (webViews.size() != 1 || webViews.front()->loadedRequests().size() != 1)
         return fail("There is no container with a page.");

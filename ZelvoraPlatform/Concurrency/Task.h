@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/fatalError.h"
 
 #include <coroutine>
@@ -16,7 +17,7 @@ namespace detail {
 
 /// The common part of all tasks' promises: a task starts when it is awaited, and when it ends its awaiter continues on
 /// the same thread.
-class TaskPromiseBase {
+class ZELVORA_API TaskPromiseBase {
 public:
     std::suspend_always initial_suspend() noexcept { return {}; }
     auto final_suspend() noexcept { return Final {}; }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
+#include "ZelvoraPlatform/Export.h"
 
 #include <coroutine>
 
@@ -8,7 +9,7 @@ namespace zelvora::platform {
 
 /// Awaited, continues the coroutine on the queue, never inside the call. If the queue is destroyed before that, the
 /// coroutine stays suspended forever.
-class [[nodiscard]] ResumeOn final {
+class [[nodiscard]] ZELVORA_API ResumeOn final {
 public:
     explicit ResumeOn(DispatchQueue& queue) : m_queue(queue) { }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/architecture/Violation.h"
+
 #include <filesystem>
 #include <map>
 #include <string>
@@ -7,27 +9,16 @@
 
 namespace zelvora::architecture {
 
-/// A line that breaks the order of the layers.
-struct Violation {
-    /// From the top of the tree.
-    std::string file;
-    int line = 0;
-    std::string reason;
-
-    bool operator==(Violation const&) const = default;
-};
-
 struct Survey {
     std::vector<Violation> violations;
-    /// How many sources were read, by the folder of the layer ("ZelvoraPlatform", "ZelvoraIOS",
+    /// The number of sources read per layer; a layer is named by its folder ("ZelvoraPlatform",
     /// "ZelvoraAdapters/memory").
     std::map<std::string, int> sourcesRead;
 };
 
-/// Reads every source of the layers under `tree` and holds it against their order:
-/// `platform` includes itself and the standard library; `ZelvoraIOS` these and itself; an adapter `platform`, itself,
-/// `ZelvoraAdapters/shared` and the system. All that is C++ is in the namespace `zelvora`; C declarations may stand
-/// outside.
+/// Reads every source of the layers under `tree` and checks their order: ZelvoraPlatform includes itself and the
+/// standard library; ZelvoraIOS these and itself; an adapter includes ZelvoraPlatform, itself, ZelvoraAdapters/shared
+/// and the system. All C++ code is in the namespace `zelvora`; only C declarations may be outside.
 [[nodiscard]] Survey surveyLayers(std::filesystem::path const& tree);
 
 }

@@ -1,53 +1,23 @@
 #include "tests/architecture/Layers.h"
 
-#include <gtest/gtest.h>
-#include <stdlib.h>
+#include "tests/architecture/SourceTree.h"
 
-#include <cerrno>
-#include <filesystem>
-#include <fstream>
-#include <ostream>
+#include <gtest/gtest.h>
+
 #include <string>
-#include <system_error>
-#include <utility>
 #include <vector>
 
 namespace zelvora::architecture {
 
-static std::ostream& operator<<(std::ostream& stream, Violation const& violation)
-{
-    return stream << violation.file << ':' << violation.line << ": " << violation.reason;
-}
-
 namespace {
 
-// A tree of its own for each test, with whatever the test puts into it.
-class LayersTest : public testing::Test {
+class LayersTest : public SourceTreeTest {
 protected:
-    LayersTest()
-    {
-        auto name = (std::filesystem::temp_directory_path() / "zelvora-layers-XXXXXX").string();
-        if (::mkdtemp(name.data()) == nullptr)
-            throw std::filesystem::filesystem_error(
-                "No folder for the test", std::error_code(errno, std::generic_category()));
-        m_tree = name;
-    }
-    ~LayersTest() override { std::filesystem::remove_all(m_tree); }
-
     std::vector<Violation> violationsOf(std::string const& file, std::string const& source)
     {
-        std::filesystem::create_directories((m_tree / file).parent_path());
-        std::ofstream(m_tree / file) << source;
-        return surveyLayers(m_tree).violations;
+        write(file, source);
+        return surveyLayers(tree()).violations;
     }
-
-    static std::vector<Violation> one(std::string file, int line, std::string reason)
-    {
-        return { { std::move(file), line, std::move(reason) } };
-    }
-
-private:
-    std::filesystem::path m_tree;
 };
 
 TEST_F(LayersTest, TheProjectKeepsItsLayersApart)

@@ -5,8 +5,8 @@
 #include "ZelvoraIOS/ZelvoraStorage.h"
 #include "ZelvoraPlatform/Platform.h"
 #include "bench/Comparison.h"
-#include "bench/Folder.h"
 #include "bench/JournalPlatform.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <unistd.h>
 
@@ -89,8 +89,8 @@ void measureUpload()
 
 int main()
 {
-    bench::Folder const folder;
-    auto owned = std::make_unique<bench::JournalPlatform>((folder.path / "bridge.journal").string());
+    tests::TemporaryDirectory const folder;
+    auto owned = std::make_unique<bench::JournalPlatform>((folder.path() / "bridge.journal").string());
     auto& platform = *owned;
     platform::Platform::install(std::move(owned));
     std::fprintf(stderr, "Bridge and upload, without an engine\n");

@@ -9,7 +9,7 @@
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
 #include "bench/BareBridge.h"
 #include "bench/Comparison.h"
-#include "bench/Folder.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <array>
 #include <cstdio>
@@ -118,13 +118,13 @@ int main(int count, char** arguments)
         install(arguments[2]);
         return hearFirstMessage(std::string(arguments[1]) == "sdk");
     }
-    bench::Folder const folder;
-    install(folder.path);
+    tests::TemporaryDirectory const folder;
+    install(folder.path());
     std::fprintf(stderr, "With a real engine\n");
     measureRoundTrips();
     bench::Comparison const comparison(9, 1);
     comparison.print(
-        "from process start to the page's first message", [&] { start("sdk", folder.path); }, "a bare web view",
-        [&] { start("bare", folder.path); });
+        "from process start to the page's first message", [&] { start("sdk", folder.path()); }, "a bare web view",
+        [&] { start("bare", folder.path()); });
     return EXIT_SUCCESS;
 }

@@ -7,10 +7,10 @@
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 #include "ZelvoraPlatform/Platform.h"
 #include "bench/Comparison.h"
-#include "bench/Folder.h"
 #include "bench/JournalPlatform.h"
 #include "bench/SQLiteStore.h"
 #include "bench/WriteFloor.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <array>
 #include <cstdio>
@@ -183,10 +183,10 @@ void measureSDK(std::filesystem::path const& folder)
 
 int main()
 {
-    bench::Folder const folder;
+    tests::TemporaryDirectory const folder;
     std::fprintf(stderr, "Storage (medians of ratios; in brackets the middle half)\n");
-    measureSet(folder.path);
-    measureQueue(folder.path);
-    measureSDK(folder.path);
+    measureSet(folder.path());
+    measureQueue(folder.path());
+    measureSDK(folder.path());
     return EXIT_SUCCESS;
 }

@@ -1,8 +1,8 @@
 #include "ZelvoraIOS/ZelvoraSDK/internal/ServiceAddresses.h"
 #include "tests/ZelvoraIOS/support/RecordingPlatform.h"
 #include "tests/ZelvoraIOS/support/SDKTest.h"
-#include "tests/ZelvoraIOS/support/StandardOutput.h"
 #include "tests/ZelvoraIOS/support/WatchingPlatform.h"
+#include "tests/support/StandardOutput.h"
 
 #include <algorithm>
 

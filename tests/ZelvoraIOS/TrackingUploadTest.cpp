@@ -1,7 +1,7 @@
 #include "ZelvoraIOS/ZelvoraSDK/internal/ServiceAddresses.h"
 #include "tests/ZelvoraIOS/support/RecordingPlatform.h"
 #include "tests/ZelvoraIOS/support/SDKTest.h"
-#include "tests/ZelvoraIOS/support/StandardOutput.h"
+#include "tests/support/StandardOutput.h"
 
 #include <limits>
 #include <thread>

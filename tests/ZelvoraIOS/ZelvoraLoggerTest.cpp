@@ -2,8 +2,8 @@
 
 #include "tests/ZelvoraIOS/support/ForwardingPlatform.h"
 #include "tests/ZelvoraIOS/support/SDKTest.h"
-#include "tests/ZelvoraIOS/support/StandardOutput.h"
 #include "tests/ZelvoraIOS/support/WatchingPlatform.h"
+#include "tests/support/StandardOutput.h"
 
 #include <algorithm>
 #include <array>

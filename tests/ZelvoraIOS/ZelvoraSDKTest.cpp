@@ -5,8 +5,8 @@
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
 #include "ZelvoraIOS/ZelvoraSDK/internal/Environment.h"
 #include "tests/ZelvoraIOS/support/SDKTest.h"
-#include "tests/ZelvoraIOS/support/StandardOutput.h"
 #include "tests/ZelvoraIOS/support/WatchingPlatform.h"
+#include "tests/support/StandardOutput.h"
 
 #include <thread>
 #include <type_traits>

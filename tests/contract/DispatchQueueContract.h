@@ -1,8 +1,8 @@
 #pragma once
 
 #include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
-#include "tests/contract/Record.h"
-#include "tests/contract/Threads.h"
+#include "tests/support/Record.h"
+#include "tests/support/runOnThreads.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "ZelvoraPlatform/Foundation/URLSession.h"
-#include "tests/contract/ReceivedRequest.h"
-#include "tests/contract/Record.h"
-#include "tests/contract/Threads.h"
+#include "tests/support/ReceivedRequest.h"
+#include "tests/support/Record.h"
+#include "tests/support/runOnThreads.h"
 
 #include <gtest/gtest.h>
 

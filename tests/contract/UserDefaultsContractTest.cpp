@@ -2,7 +2,7 @@
 
 #include "ZelvoraAdapters/memory/Foundation/UserDefaults.h"
 #include "ZelvoraAdapters/shared/Journal/JournaledUserDefaults.h"
-#include "tests/ZelvoraAdapters/shared/TemporaryDirectory.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <optional>
 

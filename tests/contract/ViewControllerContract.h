@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/contract/RecordingScreen.h"
+#include "tests/support/RecordingScreen.h"
 
 #include <gtest/gtest.h>
 
@@ -46,16 +46,9 @@ protected:
         EXPECT_TRUE(m_harness.runUntil([&] { return controller.expired(); }));
     }
 
-    Events takeEvents()
-    {
-        auto const all = m_record.all();
-        Events const fresh(all.begin() + static_cast<std::ptrdiff_t>(m_taken), all.end());
-        m_taken = all.size();
-        return fresh;
-    }
+    Events takeEvents() { return m_record.takeNew(); }
 
     Record<std::string> m_record;
-    std::size_t m_taken = 0;
     Harness m_harness;
     Screen m_home = makeScreen("home");
     std::shared_ptr<platform::UINavigationController> m_stack;

@@ -3,7 +3,7 @@
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 #include "ZelvoraPlatform/Platform.h"
-#include "tests/contract/Record.h"
+#include "tests/support/Record.h"
 
 #include <gtest/gtest.h>
 

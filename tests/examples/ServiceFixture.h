@@ -2,7 +2,7 @@
 
 #include "examples/service/Service.h"
 #include "examples/service/ServiceClient.h"
-#include "tests/ZelvoraAdapters/gtk/services/TemporaryDirectory.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "examples/service/ServiceClient.h"
-#include "tests/ZelvoraAdapters/gtk/services/TemporaryDirectory.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 

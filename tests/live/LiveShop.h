@@ -7,7 +7,7 @@
 #include "ZelvoraPlatform/Tracking/ATTrackingManager.h"
 #include "examples/driving/Page.h"
 #include "examples/service/Service.h"
-#include "tests/ZelvoraAdapters/gtk/services/TemporaryDirectory.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <filesystem>
 #include <memory>

@@ -88,7 +88,7 @@ TEST_F(JournalCompactionTest, RunsOffTheCallersThread)
 TEST_F(JournalCompactionTest, SyncsTheNewFileBeforeItTakesTheNameAndTheDirectoryAfter)
 {
     m_tuning.syncDelay = std::chrono::milliseconds(1);
-    auto const directory = "sync " + m_directory.path().substr(m_directory.path().rfind('/') + 1);
+    auto const directory = "sync " + m_directory.path().filename().string();
     open();
     set("key", 1);
     ASSERT_TRUE(m_operations.waitFor(directory));

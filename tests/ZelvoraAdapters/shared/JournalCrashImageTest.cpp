@@ -3,7 +3,7 @@
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 #include "tests/ZelvoraAdapters/shared/JournalHistory.h"
 #include "tests/ZelvoraAdapters/shared/JournalTest.h"
-#include "tests/ZelvoraAdapters/shared/Seed.h"
+#include "tests/support/makeSeed.h"
 
 #include <algorithm>
 #include <random>

@@ -249,7 +249,7 @@ TEST_F(JournalFaultTest, SaysThatASyncFailedInOneLineAndWritesTheFileAnew)
 
 TEST_F(JournalFaultTest, SaysThatItsDirectoryCouldNotBeSyncedAndTriesAgainWithTheNextSync)
 {
-    auto const directory = m_directory.path().substr(m_directory.path().rfind('/') + 1);
+    auto const directory = m_directory.path().filename().string();
     m_operations.failSyncing(directory, EIO);
     open();
     for (int i = 0; i < 3; ++i) {

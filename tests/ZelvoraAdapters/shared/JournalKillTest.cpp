@@ -1,9 +1,9 @@
 #include "ZelvoraAdapters/shared/Journal/JournaledUserDefaults.h"
-#include "tests/ZelvoraAdapters/shared/ChildProcess.h"
 #include "tests/ZelvoraAdapters/shared/JournalHistory.h"
-#include "tests/ZelvoraAdapters/shared/Seed.h"
-#include "tests/ZelvoraAdapters/shared/TemporaryDirectory.h"
-#include "tests/contract/Record.h"
+#include "tests/support/ChildProcess.h"
+#include "tests/support/Record.h"
+#include "tests/support/TemporaryDirectory.h"
+#include "tests/support/makeSeed.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -52,7 +52,7 @@ TEST(JournalKillTest, AProcessThatIsKilledLosesNothingThatItAcknowledged)
     auto const seed = makeSeed();
     std::mt19937_64 random { seed };
     TemporaryDirectory const directory;
-    auto const path = directory / "preferences";
+    auto const path = (directory / "preferences").string();
     JournalHistory const history { seed };
     JournalHistory::State expected;
     std::uint64_t next = 0;

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/shared/Journal/JournalTurns.h"
-#include "tests/ZelvoraAdapters/shared/ChildProcess.h"
 #include "tests/ZelvoraAdapters/shared/JournalTest.h"
+#include "tests/support/ChildProcess.h"
 
 #include <signal.h> // NOLINT(*-deprecated-headers): SIGCONT
 #include <sys/wait.h>

@@ -4,10 +4,10 @@
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 #include "ZelvoraPlatform/Foundation/Value.h"
-#include "tests/ZelvoraAdapters/shared/FileBytes.h"
-#include "tests/ZelvoraAdapters/shared/TemporaryDirectory.h"
 #include "tests/ZelvoraAdapters/shared/TestFileOperations.h"
-#include "tests/contract/Record.h"
+#include "tests/support/FileBytes.h"
+#include "tests/support/Record.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 

@@ -280,7 +280,7 @@ TEST_F(JournaledUserDefaultsTest, SyncsItsDirectoryForANewFile)
     open();
     set("key", 1);
     m_store->synchronize();
-    auto const directory = m_directory.path().substr(m_directory.path().rfind('/') + 1);
+    auto const directory = m_directory.path().filename().string();
     EXPECT_EQ(m_operations.count("sync " + directory), 1);
 }
 

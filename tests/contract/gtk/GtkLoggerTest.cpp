@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/gtk/os/Logger.h"
 #include "tests/contract/LoggerContract.h"
-#include "tests/contract/gtk/JournalDouble.h"
+#include "tests/support/gtk/JournalDouble.h"
 
 #include <glib.h>
 

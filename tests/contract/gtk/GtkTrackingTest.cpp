@@ -1,8 +1,8 @@
 #include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 #include "ZelvoraAdapters/gtk/Tracking/ATTrackingManager.h"
 #include "ZelvoraAdapters/gtk/Tracking/TrackingStore.h"
-#include "tests/ZelvoraAdapters/gtk/services/TemporaryDirectory.h"
 #include "tests/contract/TrackingContract.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <gtk/gtk.h>
 

@@ -3,7 +3,7 @@
 #include "tests/contract/ViewContract.h"
 #include "tests/contract/ViewControllerContract.h"
 #include "tests/contract/WebViewContract.h"
-#include "tests/contract/gtk/GtkHarness.h"
+#include "tests/support/gtk/GtkHarness.h"
 
 namespace zelvora::tests {
 

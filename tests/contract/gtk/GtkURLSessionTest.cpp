@@ -1,7 +1,7 @@
 #include "ZelvoraAdapters/gtk/Foundation/URLSession.h"
 #include "tests/contract/URLSessionContract.h"
-#include "tests/contract/gtk/LoopbackServer.h"
-#include "tests/contract/gtk/RawServer.h"
+#include "tests/support/gtk/LoopbackServer.h"
+#include "tests/support/gtk/RawServer.h"
 
 #include <chrono>
 #include <condition_variable>

@@ -2,7 +2,7 @@
 
 #include "ZelvoraAdapters/gtk/Foundation/Bundle.h"
 #include "ZelvoraAdapters/gtk/Foundation/Clock.h"
-#include "tests/ZelvoraAdapters/gtk/services/TemporaryDirectory.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <glib.h>
 #include <gtest/gtest.h>

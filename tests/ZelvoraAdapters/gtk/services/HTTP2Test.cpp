@@ -1,7 +1,7 @@
 #include "tests/ZelvoraAdapters/gtk/services/Loading.h"
-#include "tests/ZelvoraAdapters/gtk/services/TemporaryDirectory.h"
-#include "tests/ZelvoraAdapters/gtk/services/TestAuthority.h"
-#include "tests/contract/gtk/LoopbackServer.h"
+#include "tests/support/TemporaryDirectory.h"
+#include "tests/support/gtk/LoopbackServer.h"
+#include "tests/support/gtk/TestAuthority.h"
 
 #include <gio/gio.h>
 #include <gtest/gtest.h>

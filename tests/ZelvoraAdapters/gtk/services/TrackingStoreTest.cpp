@@ -1,9 +1,9 @@
 #include "ZelvoraAdapters/gtk/Tracking/TrackingStore.h"
 
 #include "ZelvoraAdapters/gtk/Tracking/ASIdentifierManager.h"
-#include "tests/ZelvoraAdapters/gtk/services/TemporaryDirectory.h"
-#include "tests/contract/Record.h"
-#include "tests/contract/Threads.h"
+#include "tests/support/Record.h"
+#include "tests/support/TemporaryDirectory.h"
+#include "tests/support/runOnThreads.h"
 
 #include <gtest/gtest.h>
 
@@ -83,7 +83,7 @@ TEST_F(TrackingStoreTest, WhatCannotBeUnderstoodCountsAsAbsent)
     for (auto const* const text :
         { "", "not a key file", "[Tracking]\nAuthorization=perhaps\nAdvertisingIdentifier=7\n",
             "[Other]\nAuthorization=authorized\n", "[Tracking]\nAuthorization=\xff\xfe\n" }) {
-        (void)m_directory.write("tracking.ini", text);
+        m_directory.write("tracking.ini", text);
         gtk::TrackingStore store(m_directory.path());
         EXPECT_EQ(store.status(), Status::NotDetermined) << text;
         EXPECT_EQ(store.identifier().size(), 36U) << text;
@@ -92,7 +92,7 @@ TEST_F(TrackingStoreTest, WhatCannotBeUnderstoodCountsAsAbsent)
 
 TEST_F(TrackingStoreTest, AnIdentifierInLowerCaseIsGivenInUpperCase)
 {
-    (void)m_directory.write("tracking.ini", "[Tracking]\nAdvertisingIdentifier=0a1b2c3d-4e5f-4607-8899-aabbccddeeff\n");
+    m_directory.write("tracking.ini", "[Tracking]\nAdvertisingIdentifier=0a1b2c3d-4e5f-4607-8899-aabbccddeeff\n");
     EXPECT_EQ(gtk::TrackingStore(m_directory.path()).identifier(), "0A1B2C3D-4E5F-4607-8899-AABBCCDDEEFF");
 }
 

@@ -1,8 +1,8 @@
 #include "ZelvoraAdapters/gtk/Foundation/URLSession.h"
 
 #include "tests/ZelvoraAdapters/gtk/services/Loading.h"
-#include "tests/contract/gtk/LoopbackServer.h"
-#include "tests/contract/gtk/RawServer.h"
+#include "tests/support/gtk/LoopbackServer.h"
+#include "tests/support/gtk/RawServer.h"
 
 #include <gio/gio.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "tests/contract/gtk/GtkHarness.h"
+#include "tests/support/gtk/GtkHarness.h"
 
 #include <gtest/gtest.h>
 

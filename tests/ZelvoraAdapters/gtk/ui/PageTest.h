@@ -3,7 +3,7 @@
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 #include "ZelvoraPlatform/Platform.h"
-#include "tests/contract/gtk/GtkHarness.h"
+#include "tests/support/gtk/GtkHarness.h"
 
 #include <gtest/gtest.h>
 #include <webkit/webkit.h>

@@ -1,7 +1,7 @@
 #include "ZelvoraPlatform/Platform.h"
 #include "ZelvoraPlatform/UIKit/UIScreenEdgePanGestureRecognizer.h"
-#include "tests/contract/RecordingScreen.h"
-#include "tests/contract/gtk/GtkHarness.h"
+#include "tests/support/RecordingScreen.h"
+#include "tests/support/gtk/GtkHarness.h"
 
 #include <gtest/gtest.h>
 
@@ -67,21 +67,14 @@ protected:
         EXPECT_TRUE(m_harness.runUntil([&] {
             return gtk_widget_get_mapped(gtk::widgetOf(*web)) && gtk_widget_get_width(gtk::widgetOf(*web)) > 0;
         }));
-        m_taken = m_record.size();
+        (void)takeEvents();
     }
 
     bool isMapped(platform::UIViewController& screen) { return gtk_widget_get_mapped(gtk::widgetOf(screen.view())); }
 
-    Events takeEvents()
-    {
-        auto const all = m_record.all();
-        Events const fresh(all.begin() + static_cast<std::ptrdiff_t>(m_taken), all.end());
-        m_taken = all.size();
-        return fresh;
-    }
+    Events takeEvents() { return m_record.takeNew(); }
 
     Record<std::string> m_record;
-    std::size_t m_taken = 0;
     GtkHarness m_harness;
     std::shared_ptr<platform::UIViewController> m_home = gtk::wrapScreen(gtk_label_new("home"));
     std::shared_ptr<platform::UINavigationController> m_stack = gtk::makeNavigationController(m_home);

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/gtk/Tracking/TrackingStore.h"
 #include "ZelvoraPlatform/Platform.h"
-#include "tests/contract/gtk/GtkHarness.h"
+#include "tests/support/gtk/GtkHarness.h"
 
 #include <gtest/gtest.h>
 

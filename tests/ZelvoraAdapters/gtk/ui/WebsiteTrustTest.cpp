@@ -1,5 +1,5 @@
-#include "tests/ZelvoraAdapters/gtk/services/TestAuthority.h"
 #include "tests/ZelvoraAdapters/gtk/ui/PageTest.h"
+#include "tests/support/gtk/TestAuthority.h"
 
 #include <fstream>
 

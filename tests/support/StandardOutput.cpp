@@ -1,4 +1,4 @@
-#include "tests/ZelvoraIOS/support/StandardOutput.h"
+#include "tests/support/StandardOutput.h"
 
 #include "ZelvoraPlatform/fatalError.h"
 

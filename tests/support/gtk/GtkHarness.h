@@ -1,9 +1,9 @@
 #pragma once
 
 #include "ZelvoraAdapters/gtk/Host.h"
-#include "tests/contract/gtk/LoopbackServer.h"
+#include "tests/support/TemporaryDirectory.h"
+#include "tests/support/gtk/LoopbackServer.h"
 
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -28,7 +28,7 @@ public:
     bool runUntil(std::function<bool()> const& done);
 
     /// The folder that stands for the user's own.
-    std::filesystem::path const& directory() const { return m_directory; }
+    std::filesystem::path const& directory() const { return m_directory.path(); }
     GtkWindow* window();
     /// The window has been destroyed by others.
     void forgetWindow() { m_window = nullptr; }
@@ -78,7 +78,7 @@ private:
 
     void registerHandler();
 
-    std::filesystem::path m_directory;
+    TemporaryDirectory m_directory;
     GtkWindow* m_window = nullptr;
     std::shared_ptr<platform::UIViewController> m_shown;
     std::unique_ptr<LoopbackServer> m_server;

@@ -1,4 +1,4 @@
-#include "tests/contract/gtk/LoopbackServer.h"
+#include "tests/support/gtk/LoopbackServer.h"
 
 #include <future>
 #include <memory>

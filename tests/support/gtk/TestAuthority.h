@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/contract/gtk/LoopbackServer.h"
+#include "tests/support/gtk/LoopbackServer.h"
 
 #include <filesystem>
 #include <string>

@@ -6,7 +6,7 @@
 
 namespace zelvora::tests {
 
-/// Runs `work` on so many threads at once, each with its number, and waits for them all.
+/// Runs `work` on `count` threads at once, passing each its number from 0 on, and waits for all of them.
 inline void runOnThreads(int count, std::function<void(int number)> const& work)
 {
     std::vector<std::thread> threads;

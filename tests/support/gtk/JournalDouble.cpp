@@ -1,6 +1,6 @@
-#include "tests/contract/gtk/JournalDouble.h"
+#include "tests/support/gtk/JournalDouble.h"
 
-#include "tests/contract/Record.h"
+#include "tests/support/Record.h"
 
 #include <cerrno>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "tests/contract/gtk/GtkHarness.h"
+#include "tests/support/gtk/GtkHarness.h"
 
 #include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 
@@ -36,18 +36,6 @@ void startToolkit(std::filesystem::path const& directory)
     std::_Exit(EXIT_FAILURE);
 }
 
-std::filesystem::path makeDirectory()
-{
-    auto pattern = (std::filesystem::temp_directory_path() / "zelvora-XXXXXX").string();
-    return mkdtemp(pattern.data());
-}
-
-void write(std::filesystem::path const& file, std::string const& text)
-{
-    std::filesystem::create_directories(file.parent_path());
-    std::ofstream(file) << text;
-}
-
 }
 
 class GtkHarness::MarkHandler final : public platform::WKScriptMessageHandler {
@@ -63,9 +51,9 @@ private:
     std::vector<std::string>& m_marks;
 };
 
-GtkHarness::GtkHarness(Configure const& configure) : m_directory(makeDirectory())
+GtkHarness::GtkHarness(Configure const& configure)
 {
-    startToolkit(m_directory);
+    startToolkit(directory());
     registerHandler();
     gtk::HostOptions options { .bundleIdentifier = "com.example.contract",
         .appName = "Contract",
@@ -81,8 +69,6 @@ GtkHarness::~GtkHarness()
         m_markedContent->removeScriptMessageHandler("mark");
     if (m_window)
         gtk_window_destroy(m_window);
-    std::error_code ignored;
-    std::filesystem::remove_all(m_directory, ignored);
 }
 
 bool GtkHarness::runUntil(std::function<bool()> const& done)
@@ -285,14 +271,13 @@ std::vector<std::string> GtkHarness::openedURLs()
 void GtkHarness::registerHandler()
 {
     auto const opened = (m_directory / "opened").string();
-    auto const script = m_directory / "handle";
-    write(script, "#!/bin/sh\nprintf '%s\\n' \"$1\" >> '" + opened + "'\n");
+    auto const script = m_directory.write("handle", "#!/bin/sh\nprintf '%s\\n' \"$1\" >> '" + opened + "'\n");
     std::filesystem::permissions(script, std::filesystem::perms::owner_all);
-    write(m_directory / "data/applications/zelvora-test.desktop",
+    m_directory.write("data/applications/zelvora-test.desktop",
         "[Desktop Entry]\nType=Application\nName=Test\nExec=" + script.string()
             + " %u\nMimeType=x-scheme-handler/zelvora-test;\n");
-    write(m_directory / "config/mimeapps.list",
-        "[Default Applications]\nx-scheme-handler/zelvora-test=zelvora-test.desktop\n");
+    m_directory.write(
+        "config/mimeapps.list", "[Default Applications]\nx-scheme-handler/zelvora-test=zelvora-test.desktop\n");
 }
 
 }

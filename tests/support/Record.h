@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 namespace zelvora::tests {
 
-/// What happened, in its order, written and read on any thread.
+/// A list of what happened, in order. Any thread may add and read.
 template<typename Event>
 class Record final {
 public:
@@ -21,6 +22,13 @@ public:
         std::scoped_lock const lock(m_mutex);
         return m_events;
     }
+    /// What was added since the last call.
+    [[nodiscard]] std::vector<Event> takeNew()
+    {
+        std::scoped_lock const lock(m_mutex);
+        auto const first = m_events.begin() + static_cast<std::ptrdiff_t>(std::exchange(m_taken, m_events.size()));
+        return { first, m_events.end() };
+    }
     [[nodiscard]] std::size_t size() const { return all().size(); }
     [[nodiscard]] bool holds(Event const& event) const
     {
@@ -31,6 +39,7 @@ public:
 private:
     std::mutex mutable m_mutex;
     std::vector<Event> m_events;
+    std::size_t m_taken = 0;
 };
 
 }

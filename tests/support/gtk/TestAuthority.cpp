@@ -1,9 +1,8 @@
-#include "tests/ZelvoraAdapters/gtk/services/TestAuthority.h"
+#include "tests/support/gtk/TestAuthority.h"
+
+#include "tests/support/FileBytes.h"
 
 #include <gtest/gtest.h>
-
-#include <fstream>
-#include <iterator>
 
 namespace zelvora::tests {
 
@@ -24,9 +23,9 @@ LoopbackServer::Identity TestAuthority::identityOf(std::string const& host) cons
 
 std::string TestAuthority::read(std::string const& file) const
 {
-    std::ifstream stream(m_directory / file, std::ios::binary);
-    EXPECT_TRUE(stream) << "There is no " << m_directory / file << ".";
-    return { std::istreambuf_iterator<char>(stream), {} };
+    auto bytes = bytesOf(m_directory / file);
+    EXPECT_FALSE(bytes.empty()) << "There is no " << m_directory / file << ".";
+    return bytes;
 }
 
 }

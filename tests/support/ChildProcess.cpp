@@ -1,4 +1,4 @@
-#include "tests/ZelvoraAdapters/shared/ChildProcess.h"
+#include "tests/support/ChildProcess.h"
 
 #include <fcntl.h>
 #include <poll.h>

@@ -1,4 +1,4 @@
-#include "tests/contract/gtk/RawServer.h"
+#include "tests/support/gtk/RawServer.h"
 
 #include <arpa/inet.h>
 #include <netinet/in.h>

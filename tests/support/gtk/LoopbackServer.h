@@ -3,8 +3,8 @@
 #include "ZelvoraAdapters/gtk/Concurrency/ContextThread.h"
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "ZelvoraPlatform/Foundation/URL.h"
-#include "tests/contract/ReceivedRequest.h"
-#include "tests/contract/Record.h"
+#include "tests/support/ReceivedRequest.h"
+#include "tests/support/Record.h"
 
 #include <libsoup/soup.h>
 

@@ -7,7 +7,7 @@
 
 namespace zelvora::tests {
 
-/// Another number in every run, printed, or the one in ZELVORA_TEST_SEED to have a run again.
+/// A new random seed in every run, or the one in ZELVORA_TEST_SEED, which repeats a run. It is printed.
 [[nodiscard]] inline std::uint64_t makeSeed()
 {
     std::random_device device;

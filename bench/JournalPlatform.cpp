@@ -22,7 +22,8 @@ public:
 }
 
 JournalPlatform::JournalPlatform(std::string const& path)
-    : m_userDefaults(path, [](std::string const& line) { std::fprintf(stderr, "journal: %s\n", line.c_str()); })
+    : ForwardingPlatform(std::make_unique<memory::Platform>())
+    , m_userDefaults(path, [](std::string const& line) { std::fprintf(stderr, "journal: %s\n", line.c_str()); })
 {
 }
 

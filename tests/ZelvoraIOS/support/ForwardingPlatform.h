@@ -1,61 +1,24 @@
 #pragma once
 
+#include "ZelvoraAdapters/memory/ForwardingPlatform.h"
 #include "ZelvoraAdapters/memory/Platform.h"
+
+#include <memory>
+#include <utility>
 
 namespace zelvora::tests {
 
-/// A platform in memory whose derived classes replace single services, to watch a call as it happens or to run on
-/// real threads.
-class ForwardingPlatform : public platform::Platform {
+/// A forwarding platform that owns a platform in memory. Derived classes replace single services, to watch a call while
+/// it is made or to run on real threads.
+class ForwardingPlatform : public memory::ForwardingPlatform {
 public:
-    explicit ForwardingPlatform(memory::Options options = {}) : memory(std::move(options)) { }
-
-    // platform::Platform
-    [[nodiscard]] std::optional<platform::ServiceAddresses> serviceAddresses() const override
+    explicit ForwardingPlatform(memory::Options options = {})
+        : memory::ForwardingPlatform(std::make_unique<memory::Platform>(std::move(options)))
+        , memory(static_cast<memory::Platform&>(target()))
     {
-        return memory.serviceAddresses();
-    }
-    [[nodiscard]] platform::Bundle& mainBundle() override { return memory.mainBundle(); }
-    [[nodiscard]] platform::Clock& clock() override { return memory.clock(); }
-    [[nodiscard]] platform::UserDefaults& standardUserDefaults() override { return memory.standardUserDefaults(); }
-    [[nodiscard]] platform::NotificationCenter& notificationCenter() override { return memory.notificationCenter(); }
-    [[nodiscard]] platform::URLSession& urlSession() override { return memory.urlSession(); }
-    [[nodiscard]] platform::JSONSerialization& jsonSerialization() override { return memory.jsonSerialization(); }
-    [[nodiscard]] platform::DispatchQueue& mainQueue() override { return memory.mainQueue(); }
-    [[nodiscard]] platform::DispatchQueue& globalQueue() override { return memory.globalQueue(); }
-    [[nodiscard]] platform::ATTrackingManager& trackingManager() override { return memory.trackingManager(); }
-    [[nodiscard]] platform::ASIdentifierManager& identifierManager() override { return memory.identifierManager(); }
-    [[nodiscard]] platform::UIApplication& application() override { return memory.application(); }
-    [[nodiscard]] std::unique_ptr<platform::Logger> makeLogger(
-        std::string const& subsystem, std::string const& category) override
-    {
-        return memory.makeLogger(subsystem, category);
-    }
-    [[nodiscard]] std::unique_ptr<platform::UIView::Peer> makeViewPeer(
-        platform::UIView& owner, platform::CGRect frame) override
-    {
-        return memory.makeViewPeer(owner, frame);
-    }
-    [[nodiscard]] std::unique_ptr<platform::UIViewController::Peer> makeViewControllerPeer(
-        platform::UIViewController& owner) override
-    {
-        return memory.makeViewControllerPeer(owner);
-    }
-    [[nodiscard]] std::shared_ptr<platform::WKUserContentController> makeUserContentController() override
-    {
-        return memory.makeUserContentController();
-    }
-    [[nodiscard]] std::shared_ptr<platform::WKWebView> makeWebView(
-        platform::CGRect frame, platform::WKWebViewConfiguration configuration) override
-    {
-        return memory.makeWebView(frame, std::move(configuration));
-    }
-    void animate(platform::TimeInterval duration, std::function<void()> const& animations) override
-    {
-        memory.animate(duration, animations);
     }
 
-    memory::Platform memory;
+    memory::Platform& memory;
 };
 
 /// Makes a platform of this kind, installs it and returns it.

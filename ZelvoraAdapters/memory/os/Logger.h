@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/Export.h"
 #include "ZelvoraPlatform/os/Logger.h"
 
 #include <string>
@@ -9,7 +10,7 @@ namespace zelvora::memory {
 class Log;
 
 /// Writes entries to a log.
-class Logger final : public platform::Logger {
+class ZELVORA_API Logger final : public platform::Logger {
 public:
     /// The log outlives the logger.
     Logger(Log& log, std::string const& subsystem, std::string const& category);

@@ -1,4 +1,5 @@
 #include "ZelvoraAdapters/memory/os/Log.h"
+#include "ZelvoraAdapters/memory/os/Logger.h"
 #include "tests/contract/LoggerContract.h"
 
 namespace zelvora::tests {
@@ -9,7 +10,7 @@ class MemoryLog final {
 public:
     std::unique_ptr<platform::Logger> makeLogger(std::string const& subsystem, std::string const& category)
     {
-        return m_log.makeLogger(subsystem, category);
+        return std::make_unique<memory::Logger>(m_log, subsystem, category);
     }
     std::vector<LogEntry> entries()
     {

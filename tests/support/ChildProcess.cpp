@@ -15,7 +15,7 @@ namespace zelvora::tests {
 
 namespace {
 
-constexpr int patience = 30'000;
+constexpr int readTimeout = 30'000;
 
 struct Pipe {
     Pipe()
@@ -84,7 +84,7 @@ std::string ChildProcess::ask(std::string const& line)
 std::string ChildProcess::readSome(std::size_t count)
 {
     ::pollfd waiting { .fd = m_output.number(), .events = POLLIN, .revents = 0 };
-    if (::poll(&waiting, 1, patience) <= 0)
+    if (::poll(&waiting, 1, readTimeout) <= 0)
         return "";
     std::string bytes(count, '\0');
     auto const got = ::read(m_output.number(), bytes.data(), bytes.size());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ZelvoraAdapters/shared/Files/FileDescriptor.h"
+#include "ZelvoraAdapters/shared/Files/internal/FileDescriptor.h"
 
 #include <sys/types.h>
 
@@ -9,7 +9,7 @@
 
 namespace zelvora::tests {
 
-/// A program that this test started, spoken to through its standard input and output. It is killed with this object.
+/// A program started by a test, which talks to it through standard input and output. Killed by the destructor.
 class ChildProcess final {
 public:
     explicit ChildProcess(std::vector<std::string> arguments);
@@ -18,16 +18,16 @@ public:
     ChildProcess& operator=(ChildProcess const&) = delete;
 
     void send(std::string const& line);
-    /// What it writes next, up to the line's end; empty where it ended, or wrote none for half a minute.
+    /// The next line that it writes; empty if it ended or wrote nothing for half a minute.
     [[nodiscard]] std::string readLine();
     [[nodiscard]] std::string ask(std::string const& line);
-    /// At least one byte, at most `count`; empty where it ended.
+    /// At least one byte, at most `count`; empty if it ended or wrote nothing for half a minute.
     [[nodiscard]] std::string readSome(std::size_t count);
 
     void signal(int number) const;
-    /// Until it stopped or ended; the status is that of waitpid.
+    /// Waits until it stops or ends. Returns the status of waitpid.
     int waitForChange();
-    /// At once, with no chance to do anything about it.
+    /// Sends SIGKILL and waits for the end.
     void kill();
 
 private:

@@ -1,17 +1,22 @@
 #include "ZelvoraAdapters/memory/Concurrency/DispatchQueue.h"
 
+#include "ZelvoraAdapters/shared/Concurrency/internal/WorkSchedule.h"
 #include "ZelvoraPlatform/fatalError.h"
 
 #include <utility>
 
 namespace zelvora::memory {
 
+DispatchQueue::DispatchQueue(Clock& clock) : m_clock(clock), m_schedule(std::make_unique<shared::WorkSchedule>()) { }
+
+DispatchQueue::~DispatchQueue() = default;
+
 bool DispatchQueue::runOne()
 {
     Work work;
     {
         std::scoped_lock const lock(m_mutex);
-        work = m_schedule.takeDue(m_clock.steadyNow());
+        work = m_schedule->takeDue(m_clock.steadyNow());
     }
     if (!work)
         return false;
@@ -32,13 +37,13 @@ std::size_t DispatchQueue::runAll()
 std::size_t DispatchQueue::pendingCount() const
 {
     std::scoped_lock const lock(m_mutex);
-    return m_schedule.countDue(m_clock.steadyNow());
+    return m_schedule->countDue(m_clock.steadyNow());
 }
 
 std::size_t DispatchQueue::delayedCount() const
 {
     std::scoped_lock const lock(m_mutex);
-    return m_schedule.size() - m_schedule.countDue(m_clock.steadyNow());
+    return m_schedule->size() - m_schedule->countDue(m_clock.steadyNow());
 }
 
 void DispatchQueue::async(Work work)
@@ -49,7 +54,7 @@ void DispatchQueue::async(Work work)
 void DispatchQueue::asyncAfter(platform::TimeInterval delay, Work work)
 {
     std::scoped_lock const lock(m_mutex);
-    m_schedule.add(shared::WorkSchedule::after(delay, m_clock.steadyNow()), std::move(work));
+    m_schedule->add(shared::WorkSchedule::after(delay, m_clock.steadyNow()), std::move(work));
 }
 
 }

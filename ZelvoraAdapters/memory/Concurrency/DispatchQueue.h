@@ -1,12 +1,16 @@
 #pragma once
 
 #include "ZelvoraAdapters/memory/Foundation/Clock.h"
-#include "ZelvoraAdapters/shared/Concurrency/WorkSchedule.h"
 #include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
 #include "ZelvoraPlatform/Export.h"
 
 #include <cstddef>
+#include <memory>
 #include <mutex>
+
+namespace zelvora::shared {
+class WorkSchedule;
+}
 
 namespace zelvora::memory {
 
@@ -17,7 +21,10 @@ public:
     /// How many blocks `runAll` runs before it takes the queue for a runaway loop.
     static constexpr std::size_t runawayLimit = 100'000;
 
-    explicit DispatchQueue(Clock& clock) : m_clock(clock) { }
+    explicit DispatchQueue(Clock& clock);
+    ~DispatchQueue() override;
+    DispatchQueue(DispatchQueue const&) = delete;
+    DispatchQueue& operator=(DispatchQueue const&) = delete;
 
     /// Runs the first block that is due, and returns whether there was one.
     bool runOne();
@@ -39,7 +46,7 @@ public:
 private:
     Clock& m_clock;
     std::mutex mutable m_mutex;
-    shared::WorkSchedule m_schedule;
+    std::unique_ptr<shared::WorkSchedule> m_schedule;
 };
 
 }

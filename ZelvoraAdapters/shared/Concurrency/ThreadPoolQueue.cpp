@@ -1,10 +1,13 @@
 #include "ZelvoraAdapters/shared/Concurrency/ThreadPoolQueue.h"
 
+#include "ZelvoraAdapters/shared/Concurrency/internal/WorkSchedule.h"
+
+#include <chrono>
 #include <utility>
 
 namespace zelvora::shared {
 
-ThreadPoolQueue::ThreadPoolQueue(std::size_t threadCount)
+ThreadPoolQueue::ThreadPoolQueue(std::size_t threadCount) : m_schedule(std::make_unique<WorkSchedule>())
 {
     for (std::size_t i = 0; i < threadCount; ++i)
         m_threads.emplace_back([this] { run(); });
@@ -19,7 +22,7 @@ ThreadPoolQueue::~ThreadPoolQueue()
     m_changed.notify_all();
     for (auto& thread : m_threads)
         thread.join();
-    m_schedule.clear();
+    m_schedule->clear();
 }
 
 void ThreadPoolQueue::async(Work work)
@@ -30,11 +33,11 @@ void ThreadPoolQueue::async(Work work)
 void ThreadPoolQueue::asyncAfter(platform::TimeInterval delay, Work work)
 {
     {
-        // The moment is taken under the lock, so that submissions at one moment stay in order.
+        // The due time is computed under the lock, so that blocks submitted in order are due in order.
         std::scoped_lock const lock(m_mutex);
-        m_schedule.add(WorkSchedule::after(delay), std::move(work));
+        m_schedule->add(WorkSchedule::after(delay), std::move(work));
     }
-    // All of them: a thread that keeps waiting must know the moment up to which to wait.
+    // Wakes all threads, as those that continue to wait may have to wait for an earlier time.
     m_changed.notify_all();
 }
 
@@ -48,9 +51,9 @@ ThreadPoolQueue::Work ThreadPoolQueue::waitForWork()
 {
     std::unique_lock lock(m_mutex);
     while (!m_isEnding) {
-        if (auto work = m_schedule.takeDue(std::chrono::steady_clock::now()))
+        if (auto work = m_schedule->takeDue(std::chrono::steady_clock::now()))
             return work;
-        if (auto const due = m_schedule.nextDue())
+        if (auto const due = m_schedule->nextDue())
             m_changed.wait_until(lock, *due);
         else
             m_changed.wait(lock);

@@ -1,20 +1,22 @@
 #pragma once
 
-#include "ZelvoraAdapters/shared/Concurrency/WorkSchedule.h"
 #include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
 #include "ZelvoraPlatform/Export.h"
 
 #include <condition_variable>
 #include <cstddef>
+#include <memory>
 #include <mutex>
 #include <thread>
 #include <vector>
 
 namespace zelvora::shared {
 
-/// A concurrent queue on threads of its own. Blocks start in the order in which they fall due and may run at the same
-/// time as one another. The destructor waits for the blocks that are running and destroys the others unrun, so it must
-/// not be called on one of the queue's threads.
+class WorkSchedule;
+
+/// A concurrent queue with threads of its own. Blocks start in the order in which they are due and may run
+/// concurrently. The destructor waits for running blocks and destroys the others without running them. It must not run
+/// on one of the queue's threads.
 class ZELVORA_API ThreadPoolQueue final : public platform::DispatchQueue {
 public:
     explicit ThreadPoolQueue(std::size_t threadCount = 2);
@@ -32,7 +34,7 @@ private:
 
     std::mutex m_mutex;
     std::condition_variable m_changed;
-    WorkSchedule m_schedule;
+    std::unique_ptr<WorkSchedule> m_schedule;
     bool m_isEnding = false;
     std::vector<std::thread> m_threads;
 };

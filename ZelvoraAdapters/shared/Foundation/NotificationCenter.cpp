@@ -14,10 +14,10 @@ struct NotificationCenter::Registration {
 
     std::string name;
     Handler handler;
-    // One of the two: an observer object, or a queue with a token.
+    // Either an observer object, or a queue and a token.
     std::weak_ptr<void const> observer {};
     platform::DispatchQueue* queue = nullptr;
-    // What `removeObserver` names; the observer's address is compared only.
+    // What `removeObserver` identifies the registration by. The address is never dereferenced.
     void const* observerAddress = nullptr;
     Token token = 0;
     std::atomic<bool> removed = false;
@@ -32,13 +32,13 @@ std::size_t NotificationCenter::observerCount(std::string const& name) const
 
 void NotificationCenter::post(platform::Notification notification)
 {
-    Registrations told;
+    Registrations receivers;
     {
         std::scoped_lock const lock(m_mutex);
-        std::ranges::copy_if(m_registrations, std::back_inserter(told),
+        std::ranges::copy_if(m_registrations, std::back_inserter(receivers),
             [&notification](auto const& registration) { return registration->name == notification.name; });
     }
-    for (auto const& registration : told) {
+    for (auto const& registration : receivers) {
         if (registration->queue) {
             registration->queue->async([registration, notification] {
                 if (!registration->removed)
@@ -81,7 +81,7 @@ void NotificationCenter::removeObserver(Token token)
 
 void NotificationCenter::add(std::shared_ptr<Registration> registration)
 {
-    // Those whose observers are gone without a word leave here, or the list would grow for ever.
+    // Observers may be destroyed without being removed: drop them here, or the list would grow without bound.
     remove([](Registration const& other) { return !other.isLive(); });
     std::scoped_lock const lock(m_mutex);
     m_registrations.push_back(std::move(registration));
@@ -90,7 +90,7 @@ void NotificationCenter::add(std::shared_ptr<Registration> registration)
 template<typename Predicate>
 void NotificationCenter::remove(Predicate predicate)
 {
-    // Destroyed without the lock: what a handler holds may call in here when it goes.
+    // Destroyed after the lock is released: destroying what a handler captured may call this object.
     Registrations removed;
     std::scoped_lock const lock(m_mutex);
     std::erase_if(m_registrations, [&predicate, &removed](auto const& registration) {

@@ -11,10 +11,10 @@
 
 namespace zelvora::shared {
 
-/// A notification centre for adapters whose system has none. Any thread.
+/// The notification centre of adapters whose system has none. Any thread.
 class ZELVORA_API NotificationCenter final : public platform::NotificationCenter {
 public:
-    /// How many registrations of a name there are whose observers live.
+    /// The number of registrations for a name, without those whose observer was destroyed.
     [[nodiscard]] std::size_t observerCount(std::string const& name) const;
 
     // platform::NotificationCenter

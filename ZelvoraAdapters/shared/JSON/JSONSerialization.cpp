@@ -1,7 +1,7 @@
 #include "ZelvoraAdapters/shared/JSON/JSONSerialization.h"
 
-#include "ZelvoraAdapters/shared/JSON/JSONReader.h"
-#include "ZelvoraAdapters/shared/JSON/JSONWriter.h"
+#include "ZelvoraAdapters/shared/JSON/internal/JSONReader.h"
+#include "ZelvoraAdapters/shared/JSON/internal/JSONWriter.h"
 
 namespace zelvora::shared {
 

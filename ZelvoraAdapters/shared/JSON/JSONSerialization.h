@@ -5,8 +5,8 @@
 
 namespace zelvora::shared {
 
-/// The JSON reader and writer for adapters whose system has none: strict RFC 8259 in UTF-8. The members of a dictionary
-/// are written in the order of its keys, and of members that stand twice the later one is read. Any thread.
+/// JSON for adapters whose system has none: strict RFC 8259 in UTF-8. The members of a dictionary are written in the
+/// order of its keys. If a key repeats in a text, the last member wins. Any thread.
 class ZELVORA_API JSONSerialization final : public platform::JSONSerialization {
 public:
     // platform::JSONSerialization

@@ -1,5 +1,7 @@
 #include "ZelvoraAdapters/shared/Journal/JournaledUserDefaults.h"
 
+#include "ZelvoraAdapters/shared/Journal/internal/Journal.h"
+
 #include <signal.h> // NOLINT(*-deprecated-headers): pthread_sigmask is not in <csignal>
 
 #include <chrono>
@@ -11,7 +13,7 @@ using platform::Value;
 
 namespace {
 
-// The host's signals are for the host's threads.
+// The host's signal handlers run on the host's threads, not on these.
 template<typename Work>
 std::thread startWithoutSignals(Work work)
 {
@@ -26,13 +28,13 @@ std::thread startWithoutSignals(Work work)
 
 }
 
-JournaledUserDefaults::JournaledUserDefaults(std::string path, LogError logError, JournalTuning const& tuning)
+JournaledUserDefaults::JournaledUserDefaults(std::string path, LogError logError, JournalOptions const& options)
     : m_logError(std::move(logError))
-    , m_journal(std::move(path), tuning)
+    , m_journal(std::make_unique<Journal>(std::move(path), options))
 {
-    log(m_journal.takeRemarks());
-    m_syncThread = startWithoutSignals([this] { syncInTime(); });
-    m_compactionThread = startWithoutSignals([this] { compactWhenWanted(); });
+    log(m_journal->takeLogLines());
+    m_syncThread = startWithoutSignals([this] { runSyncThread(); });
+    m_compactionThread = startWithoutSignals([this] { runCompactionThread(); });
 }
 
 JournaledUserDefaults::~JournaledUserDefaults()
@@ -50,29 +52,29 @@ JournaledUserDefaults::~JournaledUserDefaults()
 
 std::optional<Value> JournaledUserDefaults::object(std::string const& key)
 {
-    std::vector<std::string> remarks;
+    std::vector<std::string> lines;
     std::optional<Value> value;
     {
         std::lock_guard const lock { m_mutex };
-        value = m_journal.object(key);
-        remarks = m_journal.takeRemarks();
+        value = m_journal->object(key);
+        lines = m_journal->takeLogLines();
     }
-    log(remarks);
+    log(lines);
     return value;
 }
 
 void JournaledUserDefaults::setObject(std::optional<Value> value, std::string const& key)
 {
-    std::vector<std::string> remarks;
+    std::vector<std::string> lines;
     {
         std::lock_guard const lock { m_mutex };
-        auto const syncWasDue = m_journal.syncDue().has_value();
-        auto const compactionWasWanted = m_journal.wantsCompaction();
-        m_journal.setObject(std::move(value), key);
-        wakeThreads(syncWasDue, compactionWasWanted);
-        remarks = m_journal.takeRemarks();
+        auto const wasSyncDue = m_journal->syncDue().has_value();
+        auto const wasCompactionNeeded = m_journal->needsCompaction();
+        m_journal->setObject(std::move(value), key);
+        wakeThreads(wasSyncDue, wasCompactionNeeded);
+        lines = m_journal->takeLogLines();
     }
-    log(remarks);
+    log(lines);
 }
 
 void JournaledUserDefaults::setDouble(double number, std::string const& key)
@@ -85,45 +87,45 @@ void JournaledUserDefaults::removeObject(std::string const& key)
     setObject(std::nullopt, key);
 }
 
-// Only when there is news: a thread that waits already costs a change no system call.
-void JournaledUserDefaults::wakeThreads(bool syncWasDue, bool compactionWasWanted)
+// Notifies only when a thread has something new to do, so that most changes need no system call for it.
+void JournaledUserDefaults::wakeThreads(bool wasSyncDue, bool wasCompactionNeeded)
 {
-    if (!syncWasDue && m_journal.syncDue())
+    if (!wasSyncDue && m_journal->syncDue())
         m_syncWanted.notify_one();
-    if (!compactionWasWanted && m_journal.wantsCompaction())
+    if (!wasCompactionNeeded && m_journal->needsCompaction())
         m_compactionWanted.notify_one();
 }
 
-void JournaledUserDefaults::log(std::vector<std::string> const& remarks) const
+void JournaledUserDefaults::log(std::vector<std::string> const& lines) const
 {
-    for (auto const& remark : remarks)
-        m_logError("Preferences: " + remark);
+    for (auto const& line : lines)
+        m_logError("Preferences: " + line);
 }
 
 void JournaledUserDefaults::synchronize()
 {
-    std::vector<std::string> remarks;
+    std::vector<std::string> lines;
     {
-        std::lock_guard const whole { m_syncMutex };
+        std::lock_guard const syncLock { m_syncMutex };
         std::unique_lock lock { m_mutex };
-        if (auto const work = m_journal.beginSync()) {
+        if (auto const work = m_journal->beginSync()) {
             lock.unlock();
-            auto const result = m_journal.sync(*work);
+            auto const result = m_journal->sync(*work);
             lock.lock();
-            m_journal.finishSync(*work, result);
+            m_journal->endSync(*work, result);
         }
-        if (m_journal.wantsCompaction())
+        if (m_journal->needsCompaction())
             m_compactionWanted.notify_one();
-        remarks = m_journal.takeRemarks();
+        lines = m_journal->takeLogLines();
     }
-    log(remarks);
+    log(lines);
 }
 
-void JournaledUserDefaults::syncInTime()
+void JournaledUserDefaults::runSyncThread()
 {
     std::unique_lock lock { m_mutex };
     while (!m_isEnding) {
-        auto const due = m_journal.syncDue();
+        auto const due = m_journal->syncDue();
         if (!due) {
             m_syncWanted.wait(lock);
         } else if (std::chrono::steady_clock::now() < *due) {
@@ -136,11 +138,11 @@ void JournaledUserDefaults::syncInTime()
     }
 }
 
-void JournaledUserDefaults::compactWhenWanted()
+void JournaledUserDefaults::runCompactionThread()
 {
     std::unique_lock lock { m_mutex };
     while (!m_isEnding) {
-        if (!m_journal.wantsCompaction()) {
+        if (!m_journal->needsCompaction()) {
             m_compactionWanted.wait(lock);
             continue;
         }
@@ -152,21 +154,21 @@ void JournaledUserDefaults::compactWhenWanted()
 
 void JournaledUserDefaults::compact()
 {
-    std::vector<std::string> remarks;
+    std::vector<std::string> lines;
     {
         std::unique_lock lock { m_mutex };
-        auto compaction = m_journal.beginCompaction();
+        auto compaction = m_journal->beginCompaction();
         if (compaction) {
             lock.unlock();
             auto const written = compaction->write(m_isEnding);
             lock.lock();
-            m_journal.finishCompaction(std::move(compaction), written);
-            if (m_journal.syncDue())
+            m_journal->endCompaction(std::move(compaction), written);
+            if (m_journal->syncDue())
                 m_syncWanted.notify_one();
         }
-        remarks = m_journal.takeRemarks();
+        lines = m_journal->takeLogLines();
     }
-    log(remarks);
+    log(lines);
 }
 
 }

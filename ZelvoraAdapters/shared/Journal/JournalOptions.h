@@ -1,0 +1,22 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+
+namespace zelvora::shared {
+
+class FileOperations;
+
+/// How a preferences journal behaves. The defaults are for apps; tests change them.
+struct JournalOptions {
+    /// The longest time that a write stays unsynced.
+    std::chrono::milliseconds syncDelay { 1000 };
+    /// In bytes. A smaller file is never compacted.
+    std::uint64_t minimumCompactionSize = 256UL * 1024;
+    /// How long to wait for the lock while another process or instance holds it.
+    std::chrono::milliseconds lockTimeout { 3000 };
+    /// A test's file system, which must outlive the journal; nullptr is the system's.
+    FileOperations* fileOperations = nullptr;
+};
+
+}

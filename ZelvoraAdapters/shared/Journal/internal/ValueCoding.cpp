@@ -1,0 +1,158 @@
+#include "ZelvoraAdapters/shared/Journal/internal/ValueCoding.h"
+
+#include "ZelvoraAdapters/shared/Journal/internal/ByteWriting.h"
+#include "ZelvoraPlatform/Foundation/Array.h"
+#include "ZelvoraPlatform/Foundation/Data.h"
+#include "ZelvoraPlatform/Foundation/Date.h"
+#include "ZelvoraPlatform/Foundation/Dictionary.h"
+
+#include <bit>
+#include <string_view>
+#include <utility>
+
+namespace zelvora::shared {
+
+using platform::Array;
+using platform::Data;
+using platform::Date;
+using platform::Dictionary;
+using platform::Null;
+using platform::Value;
+
+namespace {
+
+void appendTag(std::string& out, ValueTag tag)
+{
+    out.push_back(static_cast<char>(tag));
+}
+
+void appendNumber(std::string& out, ValueTag tag, double number)
+{
+    appendTag(out, tag);
+    appendFixed(out, std::bit_cast<std::uint64_t>(number));
+}
+
+void appendBytes(std::string& out, ValueTag tag, std::string_view bytes)
+{
+    appendTag(out, tag);
+    appendLengthPrefixed(out, bytes);
+}
+
+void appendArray(std::string& out, Array const& array)
+{
+    appendArrayPrefix(out, array.size());
+    for (auto const& element : array)
+        appendValue(out, element);
+}
+
+void appendDictionary(std::string& out, Dictionary const& dictionary)
+{
+    appendTag(out, ValueTag::Dictionary);
+    appendVarint(out, dictionary.size());
+    for (auto const& [key, value] : dictionary) {
+        appendLengthPrefixed(out, key);
+        appendValue(out, value);
+    }
+}
+
+std::optional<double> readNumber(ByteReader& in)
+{
+    auto const bits = in.fixed64();
+    if (!bits)
+        return std::nullopt;
+    return std::bit_cast<double>(*bits);
+}
+
+std::optional<Value> readArray(ByteReader& in, std::size_t nesting)
+{
+    auto const count = in.varint();
+    if (!count || nesting == 0)
+        return std::nullopt;
+    Array array;
+    for (std::uint64_t i = 0; i < *count; ++i) {
+        auto element = readValue(in, nesting - 1);
+        if (!element)
+            return std::nullopt;
+        array = array.appending(*std::move(element));
+    }
+    return Value { std::move(array) };
+}
+
+std::optional<Value> readDictionary(ByteReader& in, std::size_t nesting)
+{
+    auto const count = in.varint();
+    if (!count || nesting == 0)
+        return std::nullopt;
+    Dictionary::Entries entries;
+    for (std::uint64_t i = 0; i < *count; ++i) {
+        auto const key = in.lengthPrefixed();
+        if (!key)
+            return std::nullopt;
+        auto value = readValue(in, nesting - 1);
+        if (!value)
+            return std::nullopt;
+        entries.emplace_back(std::string { *key }, *std::move(value));
+    }
+    return Value { Dictionary { std::move(entries) } };
+}
+
+}
+
+void appendValue(std::string& out, Value const& value)
+{
+    switch (value.kind()) {
+    case Value::Kind::Null:
+        return appendTag(out, ValueTag::Null);
+    case Value::Kind::Boolean:
+        return appendTag(out, *value.boolean() ? ValueTag::True : ValueTag::False);
+    case Value::Kind::Number:
+        return appendNumber(out, ValueTag::Number, *value.number());
+    case Value::Kind::Text:
+        return appendBytes(out, ValueTag::Text, *value.text());
+    case Value::Kind::Date:
+        return appendNumber(out, ValueTag::Date, value.date()->timeIntervalSince1970);
+    case Value::Kind::Data:
+        return appendBytes(out, ValueTag::Data, value.data()->bytes);
+    case Value::Kind::Array:
+        return appendArray(out, *value.array());
+    case Value::Kind::Dictionary:
+        return appendDictionary(out, *value.dictionary());
+    }
+}
+
+void appendArrayPrefix(std::string& out, std::size_t count)
+{
+    appendTag(out, ValueTag::Array);
+    appendVarint(out, count);
+}
+
+std::optional<Value> readValue(ByteReader& in, std::size_t nesting)
+{
+    auto const tag = in.byte();
+    if (!tag)
+        return std::nullopt;
+    switch (static_cast<ValueTag>(*tag)) {
+    case ValueTag::Null:
+        return Value { Null {} };
+    case ValueTag::False:
+        return Value { false };
+    case ValueTag::True:
+        return Value { true };
+    case ValueTag::Number:
+        return readNumber(in).transform([](double number) { return Value { number }; });
+    case ValueTag::Date:
+        return readNumber(in).transform([](double seconds) { return Value { Date { seconds } }; });
+    case ValueTag::Text:
+        return in.lengthPrefixed().transform([](std::string_view text) { return Value { text }; });
+    case ValueTag::Data:
+        return in.lengthPrefixed().transform(
+            [](std::string_view bytes) { return Value { Data { std::string { bytes } } }; });
+    case ValueTag::Array:
+        return readArray(in, nesting);
+    case ValueTag::Dictionary:
+        return readDictionary(in, nesting);
+    }
+    return std::nullopt;
+}
+
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "ZelvoraAdapters/shared/Journal/internal/ByteReader.h"
+#include "ZelvoraPlatform/Foundation/Value.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace zelvora::shared {
+
+/// The first byte of an encoded value. Part of the file format.
+enum class ValueTag : std::uint8_t { Null, False, True, Number, Text, Date, Data, Array, Dictionary };
+
+/// Encodes a value so that it reads back exactly: its kind, the bits of its numbers, the order of its elements.
+void appendValue(std::string& out, platform::Value const& value);
+
+/// The beginning of an encoded array; the encoded elements must follow.
+void appendArrayPrefix(std::string& out, std::size_t count);
+
+/// Absent if the bytes are not a value, or one nested deeper than `nesting`.
+[[nodiscard]] std::optional<platform::Value> readValue(
+    ByteReader& in, std::size_t nesting = platform::Value::maximumNesting);
+
+}

@@ -20,6 +20,7 @@ print_size() {
 
 # What the SDK logs to standard output goes nowhere, as on a phone that nobody looks at.
 "$folder/zelvora-bench-storage" >/dev/null
+"$folder/zelvora-bench-json" >/dev/null
 "$folder/zelvora-bench-bridge" >/dev/null
 if ! with_display "$folder" "$folder/zelvora-bench-page" 2>&1 >/dev/null \
     | grep -v -e '^dbus-daemon' -e '^$' -e WARNING -e '^X connection'; then

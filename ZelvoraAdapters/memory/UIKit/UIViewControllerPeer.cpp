@@ -79,7 +79,7 @@ void UIViewControllerPeer::present(std::shared_ptr<UIViewController> presented, 
     bool const isPresenting = &added == &outermost() || !added.m_presentations.isEmpty();
     if (added.m_base || added.navigationController() || isPresenting)
         platform::fatalError("a controller was presented that is on screen already");
-    // A hook may let go of the base.
+    // A hook may release the base.
     auto const kept = base.m_owner.weak_from_this().lock();
     presentations.present(level, std::move(presented), added.m_style, animated);
 }
@@ -87,7 +87,7 @@ void UIViewControllerPeer::present(std::shared_ptr<UIViewController> presented, 
 void UIViewControllerPeer::dismiss(Animated animated)
 {
     auto const [base, level] = outermost().place();
-    // A hook may let go of the base.
+    // A hook may release the base.
     auto const kept = base.m_owner.weak_from_this().lock();
     base.m_presentations.dismiss(level, animated);
 }

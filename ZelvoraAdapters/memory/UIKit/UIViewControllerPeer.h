@@ -70,7 +70,7 @@ private:
     void hide(shared::PresentationChain::Screen const& screen, platform::Animated animated) override;
 
     [[nodiscard]] UIViewControllerPeer& outermost() const;
-    /// The owner's place in a chain of presentations; a chain of its own unless it is presented.
+    /// The owner's place in a chain of presentations; at the base of its own chain unless it is presented.
     [[nodiscard]] Place place() const;
 
     Screen& m_screen;

@@ -139,7 +139,7 @@ void UIViewPeer::layOutTree()
         auto& placed = of(*view);
         m_screen.didPlace(*view, placed.m_frame, frame);
         placed.m_frame = frame;
-        // What a former root told of its own tree is out of date.
+        // What a view reported as the root of a former tree is out of date.
         placed.m_ambiguities.clear();
     }
     for (auto& [kind, sentence] : layout.ambiguities)

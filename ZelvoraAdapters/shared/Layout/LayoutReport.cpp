@@ -46,13 +46,13 @@ private:
         bool const hasBegin = axis.isBeginDetermined(index);
         bool const hasEnd = axis.isEndDetermined(index);
         if (!hasBegin)
-            tell(Kind::Placement, index, isVertical(axis) ? " has no top edge" : " has no leading edge");
+            add(Kind::Placement, index, isVertical(axis) ? " has no top edge" : " has no leading edge");
         if (!hasEnd)
-            tell(Kind::Placement, index, isVertical(axis) ? " has no bottom edge" : " has no trailing edge");
+            add(Kind::Placement, index, isVertical(axis) ? " has no bottom edge" : " has no trailing edge");
         if (hasBegin && hasEnd)
             checkLength(index, axis);
         if (auto const fixed = axis.fixedBeginOf(index); fixed && differ(*fixed, axis.beginOf(index)))
-            tell(Kind::Placement, index,
+            add(Kind::Placement, index,
                 " is placed by its own frame and by constraints that differ: " + both(*fixed, axis.beginOf(index)));
     }
 
@@ -61,14 +61,14 @@ private:
         std::string const name = isVertical(axis) ? "height" : "width";
         double const length = axis.signedLengthOf(index);
         if (length < 0) {
-            tell(Kind::Placement, index, " has a negative " + name + ": " + numberText(length));
+            add(Kind::Placement, index, " has a negative " + name + ": " + numberText(length));
             return;
         }
         auto const& view = *m_tree.nodes()[index].view;
         auto const content = isVertical(axis) ? m_metrics.intrinsicHeight(view, m_horizontal.lengthOf(index))
                                               : m_metrics.intrinsicWidth(view);
         if (content && length < *content && differ(length, *content))
-            tell(Kind::Placement, index,
+            add(Kind::Placement, index,
                 " is squeezed below the " + name + " of its content: " + both(length, *content));
     }
 
@@ -80,14 +80,14 @@ private:
         auto const secondPosition = axis.positionOf(second);
         if (!firstPosition || !secondPosition || !differ(*firstPosition, *secondPosition))
             return;
-        tell(Kind::BrokenConstraint, m_tree.indexOf(*constraint.firstAnchor().view),
+        add(Kind::BrokenConstraint, m_tree.indexOf(*constraint.firstAnchor().view),
             '.' + anchorText(constraint.firstAnchor()) + " cannot equal " + m_tree.pathOf(m_tree.indexOf(*second.view))
                 + '.' + anchorText(second) + ": " + both(*firstPosition, *secondPosition));
     }
 
     static std::string both(double first, double second) { return numberText(first) + " and " + numberText(second); }
 
-    void tell(Kind kind, std::size_t index, std::string const& what)
+    void add(Kind kind, std::size_t index, std::string const& what)
     {
         m_ambiguities.push_back({ kind, m_tree.pathOf(index) + what });
     }

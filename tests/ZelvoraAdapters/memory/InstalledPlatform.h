@@ -6,7 +6,7 @@
 
 namespace zelvora::tests {
 
-/// A fresh platform in memory; each test runs in a process of its own.
+/// A fresh platform in memory; each test runs in its own process.
 class InstalledPlatform : public ::testing::Test {
 protected:
     memory::Platform& platform = memory::install();

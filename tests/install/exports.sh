@@ -13,7 +13,7 @@ exports_of() {
         | sed -E -e 's/std::__cxx11::basic_string<char, std::char_traits<char>, std::allocator<char> >/std::string/g' \
               -e 's/std::basic_string_view<char, std::char_traits<char> >/std::string_view/g' \
               -e 's/\[abi:cxx11\]//g' -e 's/ >/>/g' \
-              -e '/^(vtable|VTT|typeinfo( name)?) for |thunk to /d' \
+              -e '/^(vtable|VTT|typeinfo( name)?) for |thunk to /d' -e '/[Zz]elvora/!d' \
         | LC_ALL=C sort -u
 }
 

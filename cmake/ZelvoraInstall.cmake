@@ -1,14 +1,14 @@
-# The names of the libraries, and the installed package. Three ways to the same libraries:
+# How hosts find and link the libraries:
 #
-#     find_package(ZelvoraIOS 1.0 CONFIG COMPONENTS memory gtk)   links ZelvoraIOS::ZelvoraIOS, ZelvoraIOS::memory, ...
-#     add_subdirectory(...)                                       links the same names
-#     pkg-config ZelvoraIOS-memory                                for every other build system
+#     find_package(ZelvoraIOS 1.0 CONFIG COMPONENTS memory gtk)   and link ZelvoraIOS::ZelvoraIOS, ZelvoraIOS::memory, ...
+#     add_subdirectory(...)                                       and link the same names
+#     pkg-config --cflags --libs ZelvoraIOS-gtk                   in any other build system
 #
-# Headers are installed below include/ZelvoraIOS with the paths that they have here.
+# Headers are installed below include/ZelvoraIOS, with the same paths as in the source tree.
 
 include(CMakePackageConfigHelpers)
 
-# zelvora_library(TARGET NAME): what hosts know a library by.
+# zelvora_library(TARGET NAME): gives a library the name that hosts link it by.
 function(zelvora_library target name)
     add_library(ZelvoraIOS::${name} ALIAS ${target})
     set_target_properties(${target} PROPERTIES
@@ -19,8 +19,6 @@ function(zelvora_library target name)
         # Headers that are precompiled for several libraries must see the same definitions in all of them.
         DEFINE_SYMBOL ""
     )
-    # A library that uses what another one does not export must fail here and not in the host.
-    target_link_options(${target} PRIVATE "$<$<PLATFORM_ID:Linux>:LINKER:--no-undefined>")
 endfunction()
 
 zelvora_library(zelvora_platform platform)

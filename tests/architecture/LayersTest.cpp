@@ -64,12 +64,12 @@ TEST_F(LayersTest, AnSDKThatIncludesALibraryIsFound)
             "ZelvoraIOS includes a header that is not of the standard library: <nlohmann/json.hpp>"));
 }
 
-TEST_F(LayersTest, AnSDKTemplateThatTheBuildFillsInIsReadToo)
+TEST_F(LayersTest, ATemplateThatTheBuildFillsInIsReadToo)
 {
     EXPECT_EQ(violationsOf("ZelvoraIOS/A.h.in", "#include <gtk/gtk.h>\n").size(), 1U);
 }
 
-TEST_F(LayersTest, AnAdapterMayIncludeThePlatformItselfWhatIsSharedAndTheSystem)
+TEST_F(LayersTest, AnAdapterMayIncludeThePlatformItselfTheSharedCodeAndTheSystem)
 {
     EXPECT_TRUE(violationsOf("ZelvoraAdapters/gtk/A.cpp",
         "#include \"ZelvoraPlatform/A.h\"\n#include \"ZelvoraAdapters/gtk/A.h\"\n#include "
@@ -91,7 +91,7 @@ TEST_F(LayersTest, AnAdapterThatIncludesAnotherAdapterIsFound)
         one("ZelvoraAdapters/gtk/A.cpp", 1, "ZelvoraAdapters/gtk must not include \"ZelvoraAdapters/memory/A.h\""));
 }
 
-TEST_F(LayersTest, WhatIsSharedKnowsNoAdapter)
+TEST_F(LayersTest, SharedCodeThatIncludesAnAdapterIsFound)
 {
     EXPECT_EQ(violationsOf("ZelvoraAdapters/shared/A.cpp", "#include \"ZelvoraAdapters/gtk/A.h\"\n"),
         one("ZelvoraAdapters/shared/A.cpp", 1, "ZelvoraAdapters/shared must not include \"ZelvoraAdapters/gtk/A.h\""));
@@ -105,7 +105,7 @@ TEST_F(LayersTest, AnIncludePathThatDoesNotStartAtTheTopIsFound)
         one("ZelvoraPlatform/A.cpp", 1, "ZelvoraPlatform must not include \"ZelvoraPlatform/../ZelvoraIOS/A.h\""));
 }
 
-TEST_F(LayersTest, AnIncludeThatHidesItsFileIsFound)
+TEST_F(LayersTest, AnIncludeThatNamesAMacroIsFound)
 {
     EXPECT_EQ(violationsOf("ZelvoraAdapters/gtk/A.cpp", "#include HEADER\n"),
         one("ZelvoraAdapters/gtk/A.cpp", 1, "an include must name its file, not HEADER"));
@@ -127,7 +127,7 @@ TEST_F(LayersTest, AUsingDirectiveOutsideTheNamespaceIsFound)
         one("ZelvoraAdapters/memory/A.cpp", 1, "not in the namespace zelvora: using namespace zelvora::platform"));
 }
 
-TEST_F(LayersTest, DeclarationsOfCMayStandOutsideTheNamespace)
+TEST_F(LayersTest, DeclarationsOfCMayBeOutsideTheNamespace)
 {
     EXPECT_TRUE(violationsOf("ZelvoraAdapters/gtk/A.h",
         "typedef struct _GtkWidget GtkWidget;\nextern \"C\" int const version;\nextern \"C\" {\nint f(void);\n}\n"
@@ -156,12 +156,12 @@ TEST_F(LayersTest, ObjectiveCMayImportTheSystemAndNothingThatAnAdapterMayNot)
         EXPECT_TRUE(violationsOf(file, "#import <UIKit/UIKit.h>\n#import \"ZelvoraAdapters/uikit/B.h\"\n").empty());
         EXPECT_EQ(violationsOf(file, "#import \"ZelvoraAdapters/memory/B.h\"\n"),
             one(file, 1, "ZelvoraAdapters/uikit must not include \"ZelvoraAdapters/memory/B.h\""));
-        // Read again with the next file.
+        // The survey of the next file reads this one again.
         EXPECT_TRUE(violationsOf(file, "").empty());
     }
 }
 
-TEST_F(LayersTest, TheTestsAndTheExamplesAreNoLayer)
+TEST_F(LayersTest, TheTestsAndTheExamplesAreNotALayer)
 {
     EXPECT_TRUE(violationsOf("tests/A.cpp", "#include \"A.h\"\nclass B { };\n").empty());
     EXPECT_TRUE(violationsOf("examples/A.cpp", "#include <gtk/gtk.h>\nint main() { }\n").empty());

@@ -13,13 +13,14 @@ struct HeaderSurvey {
     std::size_t publicHeaders = 0;
 };
 
-/// Reads the sources of the libraries, the examples and the benchmarks under `tree` and checks what hosts can include:
-/// the headers that are installed, which are all but those in folders named "internal" and those in the folders of
-/// ZelvoraAdapters/gtk.
+/// Reads the sources of the libraries, the examples and the benchmarks under `tree` and checks who includes which
+/// header. Hosts get the headers that are installed: all headers of a library except those in folders named "internal";
+/// of ZelvoraAdapters/gtk, only those at its top.
 ///
-/// An installed header includes only installed ones of ours, and its classes are exported from shared libraries (see
-/// "ZelvoraPlatform/Export.h"). Code outside a library includes only its installed headers. The headers of
-/// ZelvoraAdapters/gtk/GLib are not installed, but for everybody in the tree. The tests may include everything.
+/// An installed header includes no header of ours that is not installed, and its classes are exported from shared
+/// libraries (see "ZelvoraPlatform/Export.h"). Code outside a library includes only the library's installed headers.
+/// The headers of ZelvoraAdapters/gtk/GLib are not installed, but all code in the tree may include them. The tests may
+/// include everything.
 [[nodiscard]] HeaderSurvey surveyPublicHeaders(std::filesystem::path const& tree);
 
 }

@@ -65,7 +65,7 @@ TEST_F(PublicHeadersTest, CodeThatIncludesAnInternalHeaderOfAnotherLibraryIsFoun
     auto const* const reason = "\"ZelvoraAdapters/shared/Journal/internal/A.h\" is internal to ZelvoraAdapters/shared";
     for (auto const* const file : { "ZelvoraAdapters/memory/A.cpp", "examples/host/A.cpp", "bench/A.cpp" }) {
         EXPECT_EQ(violationsOf(file, include), one(file, 1, reason));
-        // Read again with the next file.
+        // The survey of the next file reads this one again.
         EXPECT_TRUE(violationsOf(file, "").empty());
     }
 }

@@ -17,7 +17,7 @@ bool isWordCharacter(char character)
     return std::isalnum(static_cast<unsigned char>(character)) != 0 || character == '_';
 }
 
-// Blanks what is not code and keeps every line break, so that positions still tell the line.
+// Replaces everything that is not code with blanks, but keeps the line breaks, so that line numbers stay right.
 class Blanker {
 public:
     Blanker(std::string_view source, Literals literals) : m_text(source), m_literals(literals) { }

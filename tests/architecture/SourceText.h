@@ -18,8 +18,8 @@ struct Include {
     bool operator==(Include const&) const = default;
 };
 
-/// A declaration or definition that stands in the global namespace: its text up to the brace or the semicolon, with
-/// comments and the contents of literals left out.
+/// A declaration or definition in the global namespace: its text up to the brace or the semicolon, without comments and
+/// without the contents of literals.
 struct GlobalDeclaration {
     enum class Ending : std::uint8_t { Brace, Semicolon };
 
@@ -30,10 +30,10 @@ struct GlobalDeclaration {
     bool operator==(GlobalDeclaration const&) const = default;
 };
 
-/// What a C++ source includes; what is commented out or stands in a literal does not count.
+/// The includes of a C++ source, except those in comments and literals.
 [[nodiscard]] std::vector<Include> includesOf(std::string_view source);
 
-/// Everything at brace depth zero, namespaces included: the head of `namespace a { ... }` is `namespace a`.
+/// Everything at brace depth zero, including namespaces: the head of `namespace a { ... }` is `namespace a`.
 [[nodiscard]] std::vector<GlobalDeclaration> globalDeclarationsOf(std::string_view source);
 
 }

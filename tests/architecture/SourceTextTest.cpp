@@ -20,7 +20,7 @@ TEST(SourceTextTest, AnIncludeIsReadWithItsKindAndItsLine)
     EXPECT_EQ(includes, expected);
 }
 
-TEST(SourceTextTest, AnIncludeThroughAMacroIsReported)
+TEST(SourceTextTest, AnIncludeThatNamesAMacroIsReported)
 {
     std::vector<Include> const expected { { Kind::Computed, "HEADER", 1 } };
     EXPECT_EQ(includesOf("#include HEADER\n"), expected);
@@ -31,13 +31,13 @@ TEST(SourceTextTest, AnIncludeInACommentDoesNotCount)
     EXPECT_TRUE(includesOf("// #include <a>\n/*\n#include <b>\n*/\n").empty());
 }
 
-TEST(SourceTextTest, ACommentInALiteralHidesNothing)
+TEST(SourceTextTest, TheMarksOfACommentInALiteralHideNothing)
 {
     std::vector<Include> const expected { { Kind::Angled, "a", 3 } };
     EXPECT_EQ(includesOf("auto s = \"/*\\\"\";\nauto r = R\"x(/* \" )x\";\n#include <a>\n"), expected);
 }
 
-TEST(SourceTextTest, WhatStandsOutsideEveryBraceIsGlobal)
+TEST(SourceTextTest, WhatIsOutsideAllBracesIsGlobal)
 {
     auto const declarations = globalDeclarationsOf("int a = 1'000;\n\nnamespace n {\nint b;\n}\nvoid f()\n{\n}\n");
     std::vector<GlobalDeclaration> const expected {
@@ -48,7 +48,7 @@ TEST(SourceTextTest, WhatStandsOutsideEveryBraceIsGlobal)
     EXPECT_EQ(declarations, expected);
 }
 
-TEST(SourceTextTest, BracesInLiteralsCommentsAndDirectivesAreNoBraces)
+TEST(SourceTextTest, BracesInLiteralsCommentsAndDirectivesDoNotCount)
 {
     auto const declarations = globalDeclarationsOf(
         "#define OPEN {\\\n{\nnamespace n {\nauto a = \"}\" R\"(})\"; // }\nchar b = '}'; /* } */\n}\nint c;\n");

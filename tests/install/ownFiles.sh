@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# ownFiles.sh BUILD PREFIX: a host that took the sources in installs its own file, and none of ours.
+# ownFiles.sh BUILD PREFIX: a host that added the sources to its build installs its own file, and none of ours.
 set -euo pipefail
 
 cmake --install "$1" --prefix "$2"

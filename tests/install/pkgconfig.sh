@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# pkgconfig.sh PREFIX LIBRARY-FOLDER PACKAGES SOURCE PROGRAM: builds a host with what pkg-config says and nothing else, and runs it.
+# pkgconfig.sh PREFIX LIBRARY-FOLDER PACKAGES SOURCE PROGRAM: builds a host with the flags of pkg-config only, and runs it.
 # The compiler and its flags are in CXX and CXXFLAGS.
 set -euo pipefail
 
@@ -10,5 +10,5 @@ own="$(dirname "$source")/own"
 # shellcheck disable=SC2046,SC2086
 "$CXX" $CXXFLAGS -std=c++23 -I"$own" "$source" -o "$program" $(pkg-config --cflags --libs $packages)
 LD_LIBRARY_PATH="$libraries" "$program"
-# Wherever the folder is moved to.
+# The files name no fixed folder, so that the package can be moved.
 ! grep -rn "$prefix" "$PKG_CONFIG_PATH"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ZelvoraAdapters/shared/Concurrency/internal/WorkSchedule.h"
+#include "ZelvoraAdapters/shared/Concurrency/WorkSchedule.h"
 #include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
 
 #include <glib.h>

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/memory/Concurrency/DispatchQueue.h"
 
-#include "ZelvoraAdapters/shared/Concurrency/internal/WorkSchedule.h"
+#include "ZelvoraAdapters/shared/Concurrency/WorkSchedule.h"
 #include "ZelvoraPlatform/fatalError.h"
 
 #include <utility>

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/memory/Foundation/Clock.h"
 
-#include "ZelvoraAdapters/shared/Concurrency/internal/WorkSchedule.h"
+#include "ZelvoraAdapters/shared/Concurrency/WorkSchedule.h"
 
 namespace zelvora::memory {
 

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/shared/Concurrency/ThreadPoolQueue.h"
 
-#include "ZelvoraAdapters/shared/Concurrency/internal/WorkSchedule.h"
+#include "ZelvoraAdapters/shared/Concurrency/WorkSchedule.h"
 
 #include <chrono>
 #include <utility>

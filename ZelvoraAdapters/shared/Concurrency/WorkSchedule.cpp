@@ -1,4 +1,4 @@
-#include "ZelvoraAdapters/shared/Concurrency/internal/WorkSchedule.h"
+#include "ZelvoraAdapters/shared/Concurrency/WorkSchedule.h"
 
 #include <algorithm>
 #include <iterator>

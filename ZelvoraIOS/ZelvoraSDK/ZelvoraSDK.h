@@ -70,8 +70,9 @@ public:
     ///
     /// Fails with `initializing` while an earlier call's initialization is running; nothing changes then, and the
     /// earlier call's handler receives the error, or this call's if the earlier one passed none. Afterwards
-    /// `initialize` may be called again and replaces the whole configuration. Keys are not validated here: a wrong API
-    /// key surfaces as an `internalApiError` of the lookup. `isDev` selects the development environment.
+    /// `initialize` may be called again and replaces every argument of the earlier call, with nullptr too. Keys are not
+    /// validated here: a wrong API key surfaces as an `internalApiError` of the lookup. `isDev` selects the development
+    /// environment; `allowsSwipeBack`, the view providers and the delegate set the properties below.
     Result initialize(std::string userKey, std::string apiKey, bool isTrackingEnabled, bool isDev, bool allowsSwipeBack,
         ViewProvider headerViewProvider = nullptr, ViewProvider footerViewProvider = nullptr,
         std::shared_ptr<ZelvoraSDKDelegate> const& delegate = nullptr, CompletionHandler completion_handler = nullptr);
@@ -82,8 +83,8 @@ public:
     ///
     /// During initialization the call succeeds and the launch is deferred; the latest presenter is used once
     /// initialization ends. Otherwise it fails with `shopIdNotInitialized`, `mediaKeyNotInitialized` or
-    /// `userKeyNotInitialized` if one of these is missing, and with `otherError` if the presenter is nullptr. The
-    /// completion handler receives the error as well.
+    /// `userKeyNotInitialized` if one of these is missing. A presenter that is nullptr always fails with `otherError`.
+    /// The completion handler receives the error as well.
     Result start(std::shared_ptr<platform::UIViewController> presenter);
 
     /// A web view on the site, for the host to size and place; the host owns it. nullptr, with an error line in the
@@ -118,7 +119,7 @@ public:
     /// Called on the main thread with every new URL of a page, in every web view of the SDK.
     [[nodiscard]] PageNavigationHandler onPageNavigation() const;
     void setOnPageNavigation(PageNavigationHandler handler);
-    /// True unless `setFooterVisible(false)` was called last.
+    /// Whether containers show their footer; true until `setFooterVisible` is called.
     [[nodiscard]] bool isFooterVisible() const;
     /// The web view that was created last, by a container or by `createWebView`. A weak reference: nullptr once that
     /// view no longer exists.

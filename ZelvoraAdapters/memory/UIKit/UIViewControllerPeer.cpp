@@ -133,4 +133,9 @@ UIViewControllerPeer::Place UIViewControllerPeer::place() const
     return { of(m_owner), 0 };
 }
 
+UIViewControllerPeer& peer(UIViewController const& controller)
+{
+    return UIViewControllerPeer::of(controller);
+}
+
 }

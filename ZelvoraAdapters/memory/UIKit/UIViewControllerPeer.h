@@ -83,9 +83,6 @@ private:
 };
 
 /// Short for `UIViewControllerPeer::of`.
-[[nodiscard]] inline UIViewControllerPeer& peer(platform::UIViewController const& controller)
-{
-    return UIViewControllerPeer::of(controller);
-}
+[[nodiscard]] ZELVORA_API UIViewControllerPeer& peer(platform::UIViewController const& controller);
 
 }

@@ -151,6 +151,11 @@ void UIViewPeer::record(std::string call)
     m_screen.calls().add(&m_owner, std::move(call));
 }
 
+UIViewPeer& peer(UIView const& view)
+{
+    return UIViewPeer::of(view);
+}
+
 platform::CGRect frame(platform::UIView const& view)
 {
     return UIViewPeer::of(view).frame();

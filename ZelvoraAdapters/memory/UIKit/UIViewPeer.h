@@ -79,10 +79,7 @@ private:
 };
 
 /// Short for `UIViewPeer::of`.
-[[nodiscard]] inline UIViewPeer& peer(platform::UIView const& view)
-{
-    return UIViewPeer::of(view);
-}
+[[nodiscard]] ZELVORA_API UIViewPeer& peer(platform::UIView const& view);
 /// The view's frame in its superview, after `layoutIfNeeded` or `Platform::layout`.
 [[nodiscard]] ZELVORA_API platform::CGRect frame(platform::UIView const& view);
 

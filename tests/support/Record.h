@@ -30,7 +30,7 @@ public:
         return { first, m_events.end() };
     }
     [[nodiscard]] std::size_t size() const { return all().size(); }
-    [[nodiscard]] bool holds(Event const& event) const
+    [[nodiscard]] bool contains(Event const& event) const
     {
         auto const events = all();
         return std::ranges::find(events, event) != events.end();

@@ -8,8 +8,8 @@
 
 namespace zelvora::bench {
 
-/// A web view with nothing of the SDK that makes the same calls of the engine: it hears a message, and later evaluates
-/// an alert and a callback.
+/// The reference for the SDK's bridge: a web view that makes the same calls of the engine without the SDK. On a message
+/// it evaluates an alert and a callback, in a later turn of the main loop.
 class BareBridge final {
 public:
     explicit BareBridge(std::function<void()> didHear = nullptr);

@@ -18,12 +18,12 @@ double Comparison::seconds(std::function<void()> const& work) const
 double Comparison::print(std::string const& name, std::function<void()> const& work, std::string const& reference,
     std::function<void()> const& referenceWork) const
 {
-    // The first calls of both pay for what the later ones find ready.
+    // A first call of each, which fills caches, is not counted.
     work();
     referenceWork();
     std::vector<double> ratios;
     for (std::size_t round = 0; round < m_rounds; ++round) {
-        // Taking turns at being first, in case the first of a pair has it harder.
+        // They alternate in going first, in case the order matters.
         auto const workFirst = round % 2 == 0;
         auto const first = seconds(workFirst ? work : referenceWork);
         auto const second = seconds(workFirst ? referenceWork : work);
@@ -31,7 +31,7 @@ double Comparison::print(std::string const& name, std::function<void()> const& w
     }
     std::ranges::sort(ratios);
     auto const median = ratios[ratios.size() / 2];
-    // Standard output is the SDK's, which logs there.
+    // The SDK logs to standard output.
     std::fprintf(stderr, "  %-58s %7.2f times %s (%.2f to %.2f)\n", name.c_str(), median, reference.c_str(),
         ratios[ratios.size() / 4], ratios[ratios.size() * 3 / 4]);
     return median;

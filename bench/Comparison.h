@@ -6,14 +6,16 @@
 
 namespace zelvora::bench {
 
-/// Runs two pieces of work in turn, round by round, so that both meet the same moods of the machine, and gives the
-/// median of the rounds' ratios. An absolute time says nothing on a shared machine.
+/// Compares the time of some work with that of a reference. Both run in alternation, round by round, so that changes in
+/// the machine's speed affect both; the result is the median of the rounds' ratios. Absolute times would say little on
+/// a shared machine.
 class Comparison final {
 public:
-    /// `repetitions` is how often each is called in one round.
+    /// `repetitions` is the number of calls of each in one round.
     Comparison(std::size_t rounds, std::size_t repetitions) : m_rounds(rounds), m_repetitions(repetitions) { }
 
-    /// Prints "NAME: so many times REFERENCE", with the spread over the middle half of the rounds.
+    /// Prints and returns the median ratio of `work` to `referenceWork`. The line ends with the quartiles of the
+    /// ratios.
     double print(std::string const& name, std::function<void()> const& work, std::string const& reference,
         std::function<void()> const& referenceWork) const;
 

@@ -6,7 +6,7 @@ namespace zelvora::bench {
 
 namespace {
 
-// The memory adapter's log keeps every line; a system log does not, and debug is off there.
+// As in a system's log, lower types are off and lines are not kept in memory.
 class QuietLogger final : public platform::Logger {
 public:
     [[nodiscard]] bool isEnabled(platform::OSLogType type) const override

@@ -9,8 +9,8 @@ struct sqlite3_stmt;
 
 namespace zelvora::bench {
 
-/// The peer's way: preferences and a queue of events in SQLite, in WAL mode with synchronous=NORMAL, one transaction a
-/// change.
+/// The reference for the journal: preferences and an event queue in SQLite, in WAL mode with synchronous=NORMAL, one
+/// transaction per change.
 class SQLiteStore final {
 public:
     explicit SQLiteStore(std::filesystem::path const& file);
@@ -20,7 +20,7 @@ public:
 
     void set(std::string const& key, std::string const& value);
     void append(std::string const& event);
-    /// So many at once, in one transaction.
+    /// Appends the event `count` times in one transaction.
     void append(std::string const& event, std::size_t count);
 
 private:

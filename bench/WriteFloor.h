@@ -6,7 +6,7 @@
 
 namespace zelvora::bench {
 
-/// The least that keeping bytes costs: one write(2) of so many at the end of a file.
+/// The lower bound of what storing bytes costs: one write(2) of them at the end of a file.
 class WriteFloor final {
 public:
     WriteFloor(std::filesystem::path const& file, std::size_t bytes);

@@ -1,4 +1,4 @@
-// What the bridge costs without an engine: the upload's body, and memory over many calls.
+// The cost of the bridge without an engine: writing an upload, and memory after many calls.
 
 #include "ZelvoraIOS/ZelvoraJavascriptInterface.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
@@ -6,6 +6,7 @@
 #include "ZelvoraPlatform/Platform.h"
 #include "bench/Comparison.h"
 #include "bench/JournalPlatform.h"
+#include "bench/makeEvent.h"
 #include "tests/support/TemporaryDirectory.h"
 
 #include <unistd.h>
@@ -19,15 +20,10 @@
 namespace {
 
 using namespace zelvora;
+using bench::makeEvent;
 using platform::Dictionary;
 
 constexpr std::size_t batch = 500;
-
-Dictionary makeEvent(std::size_t number)
-{
-    return { { "eventId", "product_view" }, { "adid", platform::Null {} }, { "productId", "moon-jar" },
-        { "price", 89000 }, { "page", "/v1/product.html" }, { "number", number } };
-}
 
 std::size_t residentBytes()
 {
@@ -43,7 +39,7 @@ void post(Dictionary const& body)
     ZelvoraJavascriptInterface::handle({ "zelvora", body }, nullptr, nullptr);
 }
 
-// As a page that is used for long: it stores, reads and queues, and the queue is uploaded now and then.
+// One step of a long session: the page stores, reads and queues; now and then the queue is emptied as by an upload.
 void call(std::size_t number, bench::JournalPlatform& platform)
 {
     post({ { "action", "setItem" }, { "key", "cart" }, { "value", makeEvent(number) }, { "expire", 60 } });

@@ -1,5 +1,5 @@
-// What the SDK adds to a real engine: the round trip of a page's call and its answer, and the way from the start of the
-// process to a page's first message. The reference makes the same calls of the engine bare.
+// What the SDK adds to a real engine: the round trip of a page's call and its answer, and the time from the start of
+// the process to a page's first message. The reference makes the same calls of the engine without the SDK.
 
 #include "examples/driving/Page.h"
 
@@ -9,6 +9,7 @@
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
 #include "bench/BareBridge.h"
 #include "bench/Comparison.h"
+#include "examples/driving/engineOf.h"
 #include "tests/support/TemporaryDirectory.h"
 
 #include <array>
@@ -21,11 +22,12 @@
 namespace {
 
 using namespace zelvora;
+using examples::engineOf;
 using examples::Page;
 
 constexpr int trips = 100;
 
-// One call after another: each waits for the answer to the one before.
+// Sequential calls: each waits for the answer to the previous one.
 constexpr char const* tripScript = R"((window.run = (count) => {
     window.isDone = false;
     let left = count;
@@ -41,11 +43,6 @@ void makeTrips(Page& page)
         return;
     std::fprintf(stderr, "The page got no answers.\n");
     std::exit(EXIT_FAILURE); // NOLINT(concurrency-mt-unsafe)
-}
-
-WebKitWebView* engineOf(ZelvoraWebView const& view)
-{
-    return gtk::webKitWebViewOf(dynamic_cast<platform::WKWebView const&>(*view.subviews().front()));
 }
 
 std::shared_ptr<ZelvoraWebView> makeSDKView()
@@ -67,8 +64,8 @@ void measureRoundTrips()
         [&] { makeTrips(barePage); });
 }
 
-// A process of its own, as after a fresh install: it ends when the page has been heard and leaves its data in the
-// folder.
+// Runs this program as a freshly installed app, in a new process that exits after the page's first message. Its data
+// stays in the folder.
 void start(std::string kind, std::filesystem::path const& folder)
 {
     static int s_number = 0;

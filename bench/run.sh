@@ -8,7 +8,7 @@ source scripts/display.sh
 build="$(realpath "$1")"
 folder="$build/bench"
 
-# The SDK alone, every function of it, as a library without symbols.
+# All functions of the SDK in a shared library without symbols.
 print_size() {
     local library="$folder/size.so"
     clang++-19 -shared -fuse-ld=lld -Wl,--whole-archive "$build/ZelvoraIOS/libZelvoraIOS.a" \
@@ -18,7 +18,7 @@ print_size() {
     say "  the SDK with its platform layer, stripped: $(($(stat -c %s "$library") / 1024)) KiB"
 }
 
-# What the SDK logs to standard output goes nowhere, as on a phone that nobody looks at.
+# The SDK logs to standard output, which is discarded.
 "$folder/zelvora-bench-storage" >/dev/null
 "$folder/zelvora-bench-json" >/dev/null
 "$folder/zelvora-bench-bridge" >/dev/null

@@ -1,4 +1,4 @@
-// What keeping a value and an event costs, against one write(2) of the same bytes and against SQLite.
+// The cost of storing a value and an event, compared with one write(2) of the same bytes and with SQLite.
 
 #include "ZelvoraAdapters/shared/Journal/JournaledUserDefaults.h"
 #include "ZelvoraIOS/ZelvoraJavascriptInterface.h"
@@ -10,6 +10,7 @@
 #include "bench/JournalPlatform.h"
 #include "bench/SQLiteStore.h"
 #include "bench/WriteFloor.h"
+#include "bench/makeEvent.h"
 #include "tests/support/TemporaryDirectory.h"
 
 #include <array>
@@ -23,6 +24,7 @@ namespace {
 
 using namespace zelvora;
 using bench::Comparison;
+using bench::makeEvent;
 using bench::SQLiteStore;
 using bench::WriteFloor;
 using platform::Array;
@@ -34,13 +36,7 @@ constexpr std::size_t few = 100;
 constexpr std::size_t many = 100'000;
 constexpr char const* eventsKey = "events";
 
-Dictionary makeEvent(std::size_t number)
-{
-    return { { "eventId", "product_view" }, { "adid", Value() }, { "productId", "moon-jar" }, { "price", 89000 },
-        { "page", "/v1/product.html" }, { "number", number } };
-}
-
-// About as long as the event in the journal.
+// About as long as an event in the journal.
 std::string const eventText = R"({"eventId":"product_view","adid":null,"productId":"moon-jar","price":89000,)"
                               R"("page":"/v1/product.html","number":12345})";
 
@@ -57,7 +53,7 @@ void enqueue(JournaledUserDefaults& store, std::size_t count)
     store.setObject(events, eventsKey);
 }
 
-// A queue in a journal of its own.
+// An event queue in its own journal.
 class Queue final {
 public:
     Queue(std::filesystem::path const& file, std::size_t length) : m_path(file), m_store(file, &logError)
@@ -65,11 +61,11 @@ public:
         enqueue(m_store, length);
     }
 
-    // Always the same event: making one is the page's cost, not the queue's.
+    // Always the same event, because making events is not the queue's cost.
     void append() { m_store.setObject(read().appending(m_event), eventsKey); }
     void dropFirst(std::size_t count) { m_store.setObject(read().droppingFirst(count), eventsKey); }
 
-    // Measured, so that the floor writes the same.
+    // Determines how many bytes the floor must write.
     std::size_t bytesOfAppending()
     {
         m_store.synchronize();
@@ -108,11 +104,11 @@ void measureSet(std::filesystem::path const& folder)
     std::string value(100, 'v');
     WriteFloor const floor(folder / "set.floor", bytesOfSetting(store, file, value));
 
-    // Every value is another: the same again would not be written.
+    // Every call changes the value: an equal value would not be written.
     auto change = [&, number = 0]() mutable -> std::string const& {
         return value.replace(0, 8, std::to_string(10'000'000 + ++number));
     };
-    // As an event is to its queue, a value is ready when it comes to the store.
+    // Values made beforehand, because making them is not the store's cost.
     std::array<Value, 2> const ready { change(), change() };
     auto next = [&ready, number = 0U]() mutable -> Value const& { return ready.at(++number % ready.size()); };
     auto const set = [&] { store.setObject(next(), "key"); };
@@ -154,7 +150,7 @@ void measureQueue(std::filesystem::path const& folder)
     comparison.print("append to 100,000 rows", appendLongTable, "append to 100", appendShortTable);
     comparison.print("append to 100,000 rows in SQLite, WAL", appendLongTable, "the journal", appendLong);
 
-    // The queue shrinks meanwhile to about half; what a drop costs depends on what is dropped alone.
+    // The drops shrink the queue to about half. Their cost depends only on the number of events that are dropped.
     Comparison const drops(21, 5);
     drops.print("drop 500 of 100,000 events", [&] { longQueue.dropFirst(500); }, "append to 100,000", appendLong);
 }

@@ -16,7 +16,7 @@ struct Evaluation {
 
 void didEvaluate(GObject* webView, GAsyncResult* result, gpointer data)
 {
-    // Owned by the callback too: whoever waits may have given up.
+    // Shared with the caller, who may have stopped waiting.
     std::unique_ptr<std::shared_ptr<Evaluation>> const evaluation(static_cast<std::shared_ptr<Evaluation>*>(data));
     auto const value =
         gtk::adopt(webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(webView), result, nullptr));
@@ -67,7 +67,7 @@ bool Page::click(std::string const& id)
 
 bool Page::waitUntilPainted()
 {
-    // The second frame begins after the first has been drawn.
+    // The callback of the second frame runs after the first frame has been drawn.
     (void)evaluate("(window.drivingPainted = false, requestAnimationFrame(() => requestAnimationFrame("
                    "() => { window.drivingPainted = true; })), true)");
     return waitFor("window.drivingPainted");

@@ -9,28 +9,28 @@
 
 namespace zelvora::examples {
 
-/// Drives a page as its user would, by clicking what it shows. Main thread; every call turns the main loop while it
-/// waits.
+/// Drives a page as its user would, by clicking elements. Main thread; calls that wait run the main loop.
 class Page final {
 public:
-    /// Holds the web view, so that it may be asked even after the container has gone.
+    /// Keeps a reference to the web view, so that it may be used after its container is gone.
     explicit Page(WebKitWebView* webView);
 
-    /// What the expression gives, as JSON; absent where it throws.
+    /// The value of the expression as JSON; absent if it throws.
     [[nodiscard]] std::optional<std::string> evaluate(std::string const& expression);
 
-    /// Waits until the expression is true; an expression that throws is not yet.
+    /// Waits until the expression is true; false if it is not after `seconds`. An expression that throws counts as
+    /// false.
     [[nodiscard]] bool waitFor(std::string const& expression, double seconds = 20);
 
-    /// Clicks the element with this id, as soon as there is one. False where none comes.
+    /// Waits for an element with this id and clicks it; false if none appears.
     bool click(std::string const& id);
-    /// Waits until a page whose path ends so says that it is complete.
+    /// Waits until a page whose path ends like this reports that it is complete; false if none does.
     [[nodiscard]] bool waitUntilReady(std::string const& pathEnd);
 
-    /// Waits until what the page shows now has been drawn.
+    /// Waits until the page's current state has been drawn.
     [[nodiscard]] bool waitUntilPainted();
 
-    /// The text of a JavaScript string literal.
+    /// The text as a JavaScript string literal.
     [[nodiscard]] static std::string literal(std::string const& text);
 
 private:

@@ -10,7 +10,7 @@ namespace {
 
 using NodePointer = std::unique_ptr<GskRenderNode, gtk::Releasing<gsk_render_node_unref>>;
 
-// What the page has just changed reaches the window a few frames later.
+// A change in the page reaches the window a few frames later.
 void drawFrames(GtkWidget* widget)
 {
     constexpr int frames = 12;

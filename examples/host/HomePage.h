@@ -8,8 +8,7 @@
 
 namespace zelvora::examples {
 
-/// The app's own first screen: opens the shop, and shows what the SDK tells the host and what waits to be uploaded.
-/// Main thread.
+/// The app's first screen. It opens the shop and shows what the SDK reports and which events are queued. Main thread.
 class HomePage final {
 public:
     struct Actions {
@@ -22,10 +21,10 @@ public:
 
     [[nodiscard]] GtkWidget* widget() const { return m_widget; }
 
-    /// What has just happened, in a sentence.
+    /// Shows what has just happened, as a sentence.
     void tell(std::string const& sentence);
     void addPageNavigation(std::string const& url);
-    /// Reads the event queue and shows it.
+    /// Reads and shows the event queue.
     void showEventQueue();
 
 private:

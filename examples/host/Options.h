@@ -8,19 +8,19 @@
 namespace zelvora::examples {
 
 struct Options {
-    /// The local service's.
+    /// The port of the local service.
     std::uint16_t servicePort = 0;
-    /// With "ca.pem" and "server.pem".
+    /// The folder with the service's "ca.pem" and "server.pem".
     std::filesystem::path certificates;
-    /// Where the app keeps its data; empty for the app's own place.
+    /// The folder for the app's data; empty for the default.
     std::filesystem::path data;
-    /// With a walk the program drives itself: "first", or "second" for a restart with the data of the first.
+    /// If set, the program drives itself: "first", or "second" after a restart with the data of the first.
     std::string walk;
-    /// Where a walk saves its pictures.
+    /// The folder for the pictures of a walk.
     std::filesystem::path pictures = ".";
 };
 
-/// Absent, with a sentence on standard error, where the arguments are wrong.
+/// If the arguments are invalid, prints a message to standard error and returns nothing.
 [[nodiscard]] std::optional<Options> readOptions(int count, char** arguments);
 
 }

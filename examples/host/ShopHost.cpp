@@ -2,6 +2,7 @@
 
 #include "ZelvoraPlatform/Platform.h"
 #include "ZelvoraPlatform/UIKit/UINavigationController.h"
+#include "examples/driving/LocalService.h"
 #include "examples/host/bars.h"
 
 namespace zelvora::examples {
@@ -14,26 +15,11 @@ constexpr int phoneHeight = 844;
 
 gtk::HostOptions hostOptions(Options const& options)
 {
-    auto const port = ":" + std::to_string(options.servicePort);
-    auto const address = [&port](std::string const& host) { return "https://" + host + ".zelvora.localhost" + port; };
-    auto const certificate = options.certificates / "server.pem";
-    return {
-        .bundleIdentifier = bundleIdentifier,
-        .appName = "예제 앱",
-        .serviceAddresses =
-            platform::ServiceAddresses {
-                .productionWebHost = "shop.zelvora.localhost" + port,
-                .developmentWebHost = "dev.zelvora.localhost" + port,
-                .productionApiBase = address("api"),
-                .developmentApiBase = address("api"),
-                .lookupEndpoint = address("lookup") + "/",
-                .trackingEndpoint = address("collector") + "/v1/events",
-            },
-        .certificateAuthorityFile = options.certificates / "ca.pem",
-        .trustedCertificates = { { "hanok.shop.zelvora.localhost", certificate },
-            { "frames.zelvora.localhost", certificate }, { "collector.zelvora.localhost", certificate } },
-        .dataDirectory = options.data,
-    };
+    auto host = localServiceOptions(options.servicePort, options.certificates);
+    host.bundleIdentifier = bundleIdentifier;
+    host.appName = "예제 앱";
+    host.dataDirectory = options.data;
+    return host;
 }
 
 }
@@ -73,12 +59,12 @@ void ShopHost::initializeSDK()
     registerActions();
     auto const leave = [this](platform::UIViewController& container) { leaveShop(container); };
     auto const header = [leave](platform::UIViewController& container) {
-        // The header goes with the container, so it may refer to it.
+        // The container owns its header, so the header may refer to it.
         return gtk::wrapWidget(makeHeader([leave, &container] { leave(container); }));
     };
     auto const footer = [](platform::UIViewController&) { return gtk::wrapWidget(makeFooter()); };
     auto const onError = [this](std::optional<ZelvoraSDKError> const& error) {
-        // Errors of the lookup come on a background thread.
+        // Lookup errors arrive on a background thread.
         platform::Platform::current().mainQueue().async([this, error] { showError(error); });
     };
     std::shared_ptr<ZelvoraSDK::ZelvoraSDKDelegate> const delegate(shared_from_this(), this);

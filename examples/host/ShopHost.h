@@ -15,20 +15,20 @@ class ShopHost final
     : public std::enable_shared_from_this<ShopHost>
     , private ZelvoraSDK::ZelvoraSDKDelegate {
 public:
-    /// Installs the platform and shows the window. The app lives as long as its window.
+    /// Installs the platform and shows the window. The app runs until its window is closed.
     [[nodiscard]] static std::shared_ptr<ShopHost> create(GtkApplication* application, Options const& options);
 
-    /// Gives the SDK its configuration. What it then finds out takes a moment.
+    /// Starts the SDK's initialization, which ends later.
     void initializeSDK();
 
     void presentShop();
     void pushShop();
 
     [[nodiscard]] GtkWindow* window() const { return m_window; }
-    /// What the page said through the app's own action, last.
+    /// The latest data of the page's calls of the app's custom action.
     [[nodiscard]] std::string const& lastMessage() const { return m_lastMessage; }
     [[nodiscard]] int dismissals() const { return m_dismissals; }
-    /// The last error that the SDK told of, as its code.
+    /// The code of the latest error from the SDK.
     [[nodiscard]] std::string const& lastErrorCode() const { return m_lastErrorCode; }
     [[nodiscard]] HomePage& homePage() { return *m_homePage; }
 

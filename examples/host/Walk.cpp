@@ -4,6 +4,7 @@
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
 #include "ZelvoraIOS/ZelvoraStorage.h"
 #include "examples/driving/Picture.h"
+#include "examples/driving/engineOf.h"
 
 #include <algorithm>
 #include <array>
@@ -15,15 +16,8 @@ namespace zelvora::examples {
 namespace {
 
 constexpr double patience = 20;
-// A product looked at and one chosen, one from the page for trying the bridge, and one from its frame.
+// A product viewed, a product added to the cart, one event from the bridge page and one from its frame.
 constexpr std::size_t eventsOfFirstWalk = 4;
-
-// The page's own web view, in the view that the SDK shows it in.
-WebKitWebView* engineOf(ZelvoraWebView const& view)
-{
-    auto const* webView = dynamic_cast<platform::WKWebView const*>(view.subviews().front().get());
-    return webView ? gtk::webKitWebViewOf(*webView) : nullptr;
-}
 
 GtkWidget* findButton(GtkWidget* within, std::string const& text)
 {
@@ -39,12 +33,12 @@ GtkWidget* findButton(GtkWidget* within, std::string const& text)
     return nullptr;
 }
 
-// Over the app's window, where the system asks its question.
+// The system's question, a window over the app's.
 GtkWindow* findDialog(GtkWindow* parent)
 {
     auto* const windows = gtk_window_get_toplevels();
     for (guint i = 0; i < g_list_model_get_n_items(windows); ++i) {
-        // The toolkit owns its windows: the reference that comes with the item is not needed.
+        // GTK keeps its windows alive, so the item's reference may be dropped.
         auto const item = gtk::adopt(static_cast<GObject*>(g_list_model_get_item(windows, i)));
         auto* const window = GTK_WINDOW(item.get());
         if (window != parent && gtk_widget_is_visible(GTK_WIDGET(window)))

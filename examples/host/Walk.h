@@ -11,14 +11,14 @@
 
 namespace zelvora::examples {
 
-/// Uses the app and the shop as a person would, step by step, tells on standard error what happened, and saves
-/// pictures. The first walk ends with the collector out of order, so that events are left for the second, which begins
-/// where the first stopped.
+/// Uses the app and the shop as a person would, step by step, reports each step on standard error and saves pictures.
+/// In the first walk the collector fails at the end, so that events are left for the second walk, which continues after
+/// a restart.
 class Walk final {
 public:
     Walk(ShopHost& host, Options options);
 
-    /// Whether every step went as it should. Turns the main loop; call it from the running application.
+    /// Returns whether every step succeeded. Runs the main loop; call it from the running application.
     [[nodiscard]] bool run();
 
 private:
@@ -36,14 +36,14 @@ private:
     void lookAtCollector();
     void uploadWhatWasLeft();
 
-    /// Prints the sentence with its outcome; a step that failed fails the walk.
+    /// Prints the sentence with the result and returns the result. A failed step fails the walk.
     bool step(std::string const& sentence, bool succeeded);
-    /// Of the app's window where none is named.
+    /// Saves a picture of the window, by default the app's.
     void picture(std::string const& name, GtkWindow* window = nullptr);
     void printQueue(std::string const& when);
     bool clickAndExpect(std::string const& id, std::string const& answer);
     void openPage(std::string const& name);
-    /// Tells the service what goes wrong from now on, or that nothing does.
+    /// Sends an order to the service's control endpoint, for example to fail from now on.
     void instruct(std::string const& path, std::string const& order);
     [[nodiscard]] std::size_t collectedEvents();
     [[nodiscard]] std::string address(std::string const& host) const;

@@ -6,16 +6,16 @@
 
 namespace zelvora::examples {
 
-/// The bar above the shop: a title, and a button to leave.
+/// The bar above the shop: a title and a button that calls `leave`.
 [[nodiscard]] GtkWidget* makeHeader(std::function<void()> const& leave);
 
 /// The bar below the shop, which the page can hide.
 [[nodiscard]] GtkWidget* makeFooter();
 
-/// A button that does something; the widget owns the work.
+/// A button that calls `work` when clicked. The button owns `work`.
 [[nodiscard]] GtkWidget* makeButton(char const* label, std::function<void()> const& work);
 
-/// The look of the app's own widgets.
+/// Installs the style sheet of the app's widgets.
 void installStyle();
 
 }

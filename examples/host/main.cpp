@@ -55,7 +55,7 @@ int main(int count, char** arguments)
     if (!options)
         return EXIT_FAILURE;
     Program program { .options = *options, .host = nullptr };
-    // Several may run at once, each with data of its own.
+    // Non-unique: several instances, each with its own data, may run at the same time.
     auto const application =
         zelvora::gtk::adopt(gtk_application_new("com.zelvora.example.host", G_APPLICATION_NON_UNIQUE));
     g_signal_connect(application.get(), "activate", G_CALLBACK(&activate), &program);

@@ -33,7 +33,7 @@ protected:
         ASSERT_TRUE(shop.openPage("bridge.html"));
     }
 
-    // As a script of the page would.
+    // Runs a statement in the page.
     void run(std::string const& script) { (void)shop.page().evaluate("(" + script + ", true)"); }
 
     LiveShop shop;
@@ -126,7 +126,7 @@ TEST_F(BridgeTest, ACustomActionNamedLikeABuiltInFunctionReplacesIt)
     EXPECT_NE(ZelvoraSDK::shared().activeWebView(), nullptr);
 }
 
-TEST_F(BridgeTest, TheAlertStepPrecedesEveryCallbackAndFailsAloneForAQuote)
+TEST_F(BridgeTest, TheAlertPrecedesEveryCallbackAndAQuoteBreaksOnlyTheAlert)
 {
     open();
     run("window.steps = [], window.alert = (text) => steps.push('alert ' + text), "
@@ -147,7 +147,7 @@ TEST_F(BridgeTest, TheEnginesOwnAlertShowsNoPanelAndLetsTheAnswerFollow)
     EXPECT_EQ(shop.page().evaluate("confirm('?')"), "false");
 }
 
-TEST_F(BridgeTest, WhatJSONCannotHoldIsAnsweredAsNull)
+TEST_F(BridgeTest, WhatJSONCannotRepresentIsAnsweredAsNull)
 {
     open();
     run("window.heard = [], window.hear = (value) => window.heard.push(value)");
@@ -159,7 +159,7 @@ TEST_F(BridgeTest, WhatJSONCannotHoldIsAnsweredAsNull)
     EXPECT_EQ(stored("date"), platform::Value(platform::Date { 0 }));
 }
 
-TEST_F(BridgeTest, WhateverAPagePostsTheAppLivesAndGoesOnListening)
+TEST_F(BridgeTest, NoMessageFromAPageCrashesTheAppOrStopsTheBridge)
 {
     open();
     run("[null, 1, 'text', [], {}, { action: 7 }, { action: 'nonsense' }, { action: 'setItem', key: 1, value: 2 }, "
@@ -177,7 +177,7 @@ TEST_F(BridgeTest, WhateverAPagePostsTheAppLivesAndGoesOnListening)
     EXPECT_TRUE(ZelvoraSDK::shared().isFooterVisible());
 }
 
-TEST_F(BridgeTest, ThePageIsThereAgainAfterItsWebProcessDied)
+TEST_F(BridgeTest, ThePageReloadsAfterItsWebProcessDied)
 {
     open();
     webkit_web_view_terminate_web_process(shop.engine());

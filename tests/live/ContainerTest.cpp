@@ -36,7 +36,7 @@ protected:
         ASSERT_TRUE(shop.open());
     }
 
-    // With the display's own pointer, from the left edge over half of the page.
+    // Drags the display's pointer from the left edge over more than half of the page.
     void swipeFromLeftEdge()
     {
         std::string const command = "xdotool mousemove 4 400 mousedown 1 mousemove 40 402 mousemove 120 404 "
@@ -57,7 +57,7 @@ bool contains(std::string const& text, std::string const& part)
 
 }
 
-TEST_F(ContainerTest, AnEntryURLWithLettersThatAURLCannotHoldIsEncodedAndLoads)
+TEST_F(ContainerTest, AnEntryURLWithInvalidCharactersIsEncodedAndLoads)
 {
     open();
     EXPECT_EQ(ZelvoraSDK::shared().getCurrentUrl(),
@@ -65,7 +65,7 @@ TEST_F(ContainerTest, AnEntryURLWithLettersThatAURLCannotHoldIsEncodedAndLoads)
             + "/v1/?adid=unknown&uKey=user%20%EA%B0%80&rid=M-AD-SDK");
 }
 
-TEST_F(ContainerTest, TheHostHearsOfEveryChangeOfTheURLAlsoWithoutALoad)
+TEST_F(ContainerTest, TheHostIsToldOfEveryURLChangeAlsoWithoutALoad)
 {
     open();
     ASSERT_TRUE(shop.openPage("cart.html"));
@@ -156,7 +156,7 @@ TEST_F(ContainerTest, ClosingFromThePageDismissesUploadsAndLeavesNothingBehind)
     EXPECT_FALSE(ZelvoraSDK::shared().getCurrentUrl());
 }
 
-TEST_F(ContainerTest, ALaunchDuringTheInitializationHappensAsSoonAsItIsReady)
+TEST_F(ContainerTest, ALaunchDuringInitializationHappensWhenItEnds)
 {
     shop.initialize(delegate);
     EXPECT_TRUE(ZelvoraSDK::shared().start(shop.presenter()));

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <mutex>
+#include <utility>
 
 namespace zelvora::tests {
 
@@ -67,26 +68,11 @@ void LiveShop::install()
         std::cerr << "The live tests need a display; run them by ./run test, or under xvfb-run.\n";
         std::exit(EXIT_FAILURE); // NOLINT(concurrency-mt-unsafe)
     }
-    auto const port = ":" + std::to_string(m_port);
-    auto const at = [&port](std::string const& host) { return "https://" + host + ".zelvora.localhost" + port; };
-    auto const certificate = m_certificates / "server.pem";
-    gtk::install({
-        .bundleIdentifier = "com.zelvora.live",
-        .appName = "Live",
-        .serviceAddresses =
-            platform::ServiceAddresses {
-                .productionWebHost = "shop.zelvora.localhost" + port,
-                .developmentWebHost = "dev.zelvora.localhost" + port,
-                .productionApiBase = at("api"),
-                .developmentApiBase = at("api"),
-                .lookupEndpoint = at("lookup") + "/",
-                .trackingEndpoint = at("collector") + "/v1/events",
-            },
-        .certificateAuthorityFile = m_certificates / "ca.pem",
-        .trustedCertificates = { { "hanok.shop.zelvora.localhost", certificate },
-            { "frames.zelvora.localhost", certificate } },
-        .dataDirectory = m_data,
-    });
+    auto options = examples::localServiceOptions(m_port, m_certificates);
+    options.bundleIdentifier = "com.zelvora.live";
+    options.appName = "Live";
+    options.dataDirectory = m_data;
+    gtk::install(std::move(options));
     m_window = GTK_WINDOW(gtk_window_new());
     gtk_window_set_default_size(m_window, phoneWidth, phoneHeight);
     gtk_window_set_child(m_window, gtk_label_new("Home"));
@@ -112,9 +98,7 @@ bool LiveShop::open()
     ZelvoraSDK::shared().start(m_presenter);
     if (!runMainLoopUntil([] { return ZelvoraSDK::shared().activeWebView() != nullptr; }))
         return false;
-    auto const view = ZelvoraSDK::shared().activeWebView();
-    auto const* webView = dynamic_cast<platform::WKWebView const*>(view->subviews().front().get());
-    m_engine = gtk::webKitWebViewOf(*webView);
+    m_engine = examples::engineOf(*ZelvoraSDK::shared().activeWebView());
     m_page = std::make_unique<examples::Page>(m_engine);
     return m_page->waitUntilReady("/v1/");
 }

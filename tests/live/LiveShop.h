@@ -17,24 +17,23 @@
 
 namespace zelvora::tests {
 
-/// The SDK on the real platform, with the local service and a window of a phone's size on an X display. What goes wrong
-/// while it is made fails the test that calls.
+/// The SDK on the real platform, with the local service and a phone-sized window on an X display. If it cannot be set
+/// up, the process exits with a message.
 class LiveShop final {
 public:
-    /// A service of its own; the user has answered the question about tracking already, unless `status` is not
-    /// determined.
+    /// Starts its own service. `status` is the user's earlier answer to the question about tracking.
     explicit LiveShop(platform::ATTrackingAuthorizationStatus status = platform::ATTrackingAuthorizationStatus::Denied);
-    /// Another life of an app: its data, and the service that runs already.
+    /// A later launch of an app, with its data and a service that is already running.
     LiveShop(std::filesystem::path const& data, std::filesystem::path const& certificates, std::uint16_t port);
     LiveShop(LiveShop const&) = delete;
     LiveShop& operator=(LiveShop const&) = delete;
     ~LiveShop();
 
-    /// With a delegate that the SDK holds weakly, and errors and URLs remembered.
+    /// Initializes the SDK, which holds the delegate weakly, and records errors and URLs.
     void initialize(std::shared_ptr<ZelvoraSDK::ZelvoraSDKDelegate> const& delegate = nullptr);
     /// Presents the container over the window, with a header and a footer, and waits for its first page.
     [[nodiscard]] bool open();
-    /// Another page of the shop.
+    /// Navigates to another page of the shop and waits until it is ready.
     [[nodiscard]] bool openPage(std::string const& name);
 
     [[nodiscard]] examples::Service& service() { return *m_service; }
@@ -45,14 +44,14 @@ public:
     [[nodiscard]] std::filesystem::path certificates() const { return m_certificates; }
     [[nodiscard]] std::uint16_t port() const { return m_port; }
 
-    /// The bodies that the collector took, in order.
+    /// How many uploads the collector has accepted.
     [[nodiscard]] std::size_t collectedBatches();
-    /// Of the completion handler, in the order in which it was called.
+    /// The errors that the completion handler was called with, in order.
     [[nodiscard]] std::vector<ZelvoraSDKError> errors();
     [[nodiscard]] std::vector<std::string> const& urls() const { return m_urls; }
     [[nodiscard]] WebKitWebView* engine() { return m_engine; }
 
-    /// What the page logs, when it has it; false after a while.
+    /// Waits until the page's log contains the text; false if it does not within the usual time.
     [[nodiscard]] bool logHas(std::string const& text);
 
 private:

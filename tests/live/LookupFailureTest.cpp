@@ -20,7 +20,7 @@ using gtk::runMainLoopUntil;
 struct Failure {
     std::string name;
     Fault fault;
-    /// How the detail begins; absent for a failure that is not told.
+    /// The beginning of the error's detail; absent if the host is not told of the failure.
     std::optional<std::string> detail;
 };
 
@@ -34,7 +34,7 @@ protected:
     LiveShop shop;
 };
 
-// The loader's and the reader's own words.
+// The detail is the message of the loader or of the JSON reader.
 constexpr char const* anything = "";
 
 std::string nameOf(testing::TestParamInfo<Failure> const& info)
@@ -44,7 +44,7 @@ std::string nameOf(testing::TestParamInfo<Failure> const& info)
 
 }
 
-TEST_P(LookupFailureTest, TheHostIsToldAndALaunchSaysThatThereIsNoShopId)
+TEST_P(LookupFailureTest, TheHostIsToldAndALaunchFailsForLackOfAShopId)
 {
     shop.service().faults().set(examples::Target::Lookup, GetParam().fault);
     shop.initialize();
@@ -78,7 +78,7 @@ INSTANTIATE_TEST_SUITE_P(Failures, LookupFailureTest,
         Failure { "AHundredMegabytes", { .body = BodyFault::Huge, .bytes = 100'000'000 }, std::nullopt }),
     nameOf);
 
-TEST(SlowLookupTest, ASlowAnswerIsWaitedForAndALaunchMeanwhileComesAfterIt)
+TEST(SlowLookupTest, ALaunchDuringASlowLookupHappensAfterIt)
 {
     LiveShop shop;
     shop.service().faults().set(examples::Target::Lookup, { .delay = std::chrono::milliseconds(1500), .requests = 1 });

@@ -17,7 +17,7 @@ std::size_t queued()
     return ZelvoraStorage::getEventTrackingData().size();
 }
 
-// Lets the app live once more, in a process of its own.
+// Launches the app in another process and waits for its end.
 void live(std::string const& life, LiveShop& shop)
 {
     auto const port = std::to_string(shop.port());
@@ -57,7 +57,7 @@ TEST(UploadTest, TwelveHundredEventsReachTheCollectorInOrderInThreeCallsWithRest
     }
 }
 
-TEST(UploadTest, EventsThatTheCollectorRefusesStayAndGoWithTheNextCall)
+TEST(UploadTest, EventsThatTheCollectorRefusesStayQueuedForTheNextUpload)
 {
     LiveShop shop;
     ZelvoraStorage::saveEventTrackingData({ { "eventId", "kept" }, { "memo", platform::Null {} } });

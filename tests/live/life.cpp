@@ -1,5 +1,4 @@
-// One life of an app between two restarts: life LIFE DATA CERTIFICATES PORT. It fails if the life does not go as it
-// should.
+// One launch of an app: life LIFE DATA CERTIFICATES PORT. The exit status says whether everything went as expected.
 
 #include "ZelvoraIOS/ZelvoraStorage.h"
 #include "tests/live/LiveShop.h"

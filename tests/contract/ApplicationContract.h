@@ -10,14 +10,14 @@
 
 namespace zelvora::tests {
 
-/// What every adapter's application promises. A harness has a device on which an app is registered for the scheme
-/// "zelvora-test" and none for "zelvora-unknown", and an app that is in the background:
+/// What every adapter's application promises. In a harness's system, another app is registered
+/// for the scheme "zelvora-test" and none for "zelvora-unknown", and the app itself is in the background:
 ///
 ///     void activate();
 ///     void deactivate();
-///     // The URLs that the other app was given.
+///     // The URLs that the other app has received.
 ///     std::vector<std::string> openedURLs();
-///     // Lets things happen until `done` holds; false where it does not come to that in half a minute.
+///     // Runs the adapter until `done` returns true; false after half a minute.
 ///     bool runUntil(std::function<bool()> const& done);
 template<typename Harness>
 class ApplicationContract : public testing::Test {
@@ -30,7 +30,7 @@ protected:
 
 TYPED_TEST_SUITE_P(ApplicationContract);
 
-TYPED_TEST_P(ApplicationContract, TellsWhichSchemesItCanOpenHoweverTheyAreWritten)
+TYPED_TEST_P(ApplicationContract, KnowsWhichSchemesItCanOpenInAnyLetterCase)
 {
     EXPECT_TRUE(this->application().canOpenURL(this->url("zelvora-test:one")));
     EXPECT_TRUE(this->application().canOpenURL(this->url("Zelvora-TEST://two")));
@@ -38,14 +38,14 @@ TYPED_TEST_P(ApplicationContract, TellsWhichSchemesItCanOpenHoweverTheyAreWritte
     EXPECT_FALSE(this->application().canOpenURL(this->url("no/scheme")));
 }
 
-TYPED_TEST_P(ApplicationContract, HandsAURLToTheAppThatIsRegistered)
+TYPED_TEST_P(ApplicationContract, OpensAURLInTheAppThatIsRegistered)
 {
     this->application().open(this->url("zelvora-test:buy?what=a%20b"));
     EXPECT_TRUE(this->m_harness.runUntil([this] { return !this->m_harness.openedURLs().empty(); }));
     EXPECT_EQ(this->m_harness.openedURLs(), (std::vector<std::string> { "zelvora-test:buy?what=a%20b" }));
 }
 
-TYPED_TEST_P(ApplicationContract, PostsThatItBecameActiveEachTimeItDoesAndAfterTheStateChanged)
+TYPED_TEST_P(ApplicationContract, PostsDidBecomeActiveEachTimeAfterTheStateChanged)
 {
     using State = platform::UIApplicationState;
     auto& application = this->application();
@@ -65,7 +65,7 @@ TYPED_TEST_P(ApplicationContract, PostsThatItBecameActiveEachTimeItDoesAndAfterT
     EXPECT_EQ(states.all(), (std::vector { State::Active, State::Active }));
 }
 
-REGISTER_TYPED_TEST_SUITE_P(ApplicationContract, TellsWhichSchemesItCanOpenHoweverTheyAreWritten,
-    HandsAURLToTheAppThatIsRegistered, PostsThatItBecameActiveEachTimeItDoesAndAfterTheStateChanged);
+REGISTER_TYPED_TEST_SUITE_P(ApplicationContract, KnowsWhichSchemesItCanOpenInAnyLetterCase,
+    OpensAURLInTheAppThatIsRegistered, PostsDidBecomeActiveEachTimeAfterTheStateChanged);
 
 }

@@ -11,9 +11,9 @@
 
 namespace zelvora::tests {
 
-/// What every app's bundle promises. A harness builds the app:
+/// What every app's bundle promises. A harness makes the app:
 ///
-///     // The main bundle of an app that has this identifier, or none.
+///     // The main bundle of an app with this identifier, or without one.
 ///     std::unique_ptr<platform::Bundle> makeBundle(std::optional<std::string> const& identifier);
 template<typename Harness>
 class BundleContract : public testing::Test {

@@ -7,10 +7,10 @@
 
 namespace zelvora::tests {
 
-/// What every wall clock promises. A harness plays the system:
+/// What every wall clock promises. A harness acts as the system:
 ///
 ///     platform::Clock& clock();
-///     // Somebody sets the system's wall clock, from any thread, to a whole second. It may run on from there.
+///     // Sets the system's wall clock to a whole second. The clock may run on from there. Any thread.
 ///     void setSystemClock(platform::Date now);
 template<typename Harness>
 class ClockContract : public testing::Test {
@@ -23,7 +23,7 @@ protected:
         m_harness.setSystemClock(now);
         expectAbout(now, m_harness.clock().now());
     }
-    // A busy machine may take a while between setting and asking.
+    // Time passes between setting and reading, on a busy machine much of it.
     static bool isAbout(platform::Date expected, platform::Date date)
     {
         auto const passed = date.timeIntervalSince(expected);
@@ -45,17 +45,17 @@ TYPED_TEST_P(ClockContract, ShowsTheSystemsWallClockInSecondsSince1970)
     this->setAndExpect(this->y2001);
 }
 
-TYPED_TEST_P(ClockContract, IsSetForwardsAndBackwardsWithTheSystem)
+TYPED_TEST_P(ClockContract, FollowsTheSystemsClockForwardsAndBackwards)
 {
     this->setAndExpect(this->y2001);
     this->setAndExpect(this->y2033);
     this->setAndExpect(this->y2001);
-    // As a time server does: by a little.
+    // By a little, as a time server does.
     this->setAndExpect({ this->y2001.timeIntervalSince1970 + 90 });
     this->setAndExpect({ this->y2001.timeIntervalSince1970 - 90 });
 }
 
-TYPED_TEST_P(ClockContract, ManyThreadsMayAskAtOnceAlsoWhileItIsSet)
+TYPED_TEST_P(ClockContract, ManyThreadsMayReadItWhileItIsSet)
 {
     this->m_harness.setSystemClock(this->y2001);
     runOnThreads(4, [&](int number) {
@@ -70,6 +70,6 @@ TYPED_TEST_P(ClockContract, ManyThreadsMayAskAtOnceAlsoWhileItIsSet)
 }
 
 REGISTER_TYPED_TEST_SUITE_P(ClockContract, ShowsTheSystemsWallClockInSecondsSince1970,
-    IsSetForwardsAndBackwardsWithTheSystem, ManyThreadsMayAskAtOnceAlsoWhileItIsSet);
+    FollowsTheSystemsClockForwardsAndBackwards, ManyThreadsMayReadItWhileItIsSet);
 
 }

@@ -11,10 +11,10 @@
 
 namespace zelvora::tests {
 
-/// What every adapter's recognisers promise. A harness has a screen and a finger:
+/// What every adapter's gesture recognizers promise. A harness has a screen and a finger:
 ///
 ///     void show(std::shared_ptr<platform::UIViewController> controller);
-///     // Drags a finger across the view, from its left edge, and lifts it.
+///     // Drags a finger from the view's left edge across the view and lifts it.
 ///     void dragFromLeftEdge(platform::UIView& view);
 template<typename Harness>
 class GestureContract : public testing::Test {
@@ -86,21 +86,21 @@ TYPED_TEST_P(GestureContract, ADragFromTheLeftEdgeBeginsChangesAndEnds)
     this->expectWholeGesture(this->m_firstStates);
 }
 
-TYPED_TEST_P(GestureContract, ARecognizerForAnotherEdgeHearsNothing)
+TYPED_TEST_P(GestureContract, ARecognizerForAnotherEdgeIsNotCalled)
 {
     this->m_first->setEdges(platform::UIRectEdge::Right);
     this->drag();
     EXPECT_TRUE(this->m_firstStates.empty());
 }
 
-TYPED_TEST_P(GestureContract, TheDelegateMayForbidTheBegin)
+TYPED_TEST_P(GestureContract, TheDelegateMayPreventTheGesture)
 {
     this->m_delegate->mayBegin = false;
     this->drag();
     EXPECT_TRUE(this->m_firstStates.empty());
 }
 
-TYPED_TEST_P(GestureContract, ADisabledRecognizerHearsNothing)
+TYPED_TEST_P(GestureContract, ADisabledRecognizerIsNotCalled)
 {
     this->m_first->setEnabled(false);
     this->drag();
@@ -114,7 +114,7 @@ TYPED_TEST_P(GestureContract, WithoutADelegateARecognizerMayBegin)
     this->expectWholeGesture(this->m_firstStates);
 }
 
-TYPED_TEST_P(GestureContract, TwoRecognizersShareAGestureWhereADelegateAllowsIt)
+TYPED_TEST_P(GestureContract, TwoRecognizersShareAGestureIfADelegateAllowsIt)
 {
     auto const second = this->addRecognizer(this->m_secondStates);
     this->drag();
@@ -122,7 +122,7 @@ TYPED_TEST_P(GestureContract, TwoRecognizersShareAGestureWhereADelegateAllowsIt)
     EXPECT_EQ(this->m_secondStates, this->m_firstStates);
 }
 
-TYPED_TEST_P(GestureContract, OneOfTwoRecognizersHasTheGestureWhereNoDelegateAllowsBoth)
+TYPED_TEST_P(GestureContract, OnlyOneOfTwoRecognizersIsCalledUnlessADelegateAllowsBoth)
 {
     auto const second = this->addRecognizer(this->m_secondStates);
     this->m_delegate->mayShare = false;
@@ -130,14 +130,14 @@ TYPED_TEST_P(GestureContract, OneOfTwoRecognizersHasTheGestureWhereNoDelegateAll
     EXPECT_NE(this->m_firstStates.empty(), this->m_secondStates.empty());
 }
 
-TYPED_TEST_P(GestureContract, ADelegateIsAskedAboutTheBeginBeforeItIsAskedAboutBoth)
+TYPED_TEST_P(GestureContract, ADelegateIsAskedToBeginBeforeItIsAskedToShare)
 {
     auto const second = this->addRecognizer(this->m_secondStates);
     this->drag();
     EXPECT_EQ(this->m_delegate->questions, (std::vector<std::string> { "begin", "begin", "both" }));
 }
 
-TYPED_TEST_P(GestureContract, ADelegateIsNotAskedAboutBothForARecognizerThatMayNotBegin)
+TYPED_TEST_P(GestureContract, ADelegateIsNotAskedToShareWithARecognizerThatMayNotBegin)
 {
     auto const second = this->addRecognizer(this->m_secondStates);
     auto const strict = std::make_shared<typename TestFixture::Delegate>();
@@ -150,9 +150,9 @@ TYPED_TEST_P(GestureContract, ADelegateIsNotAskedAboutBothForARecognizerThatMayN
 }
 
 REGISTER_TYPED_TEST_SUITE_P(GestureContract, ADragFromTheLeftEdgeBeginsChangesAndEnds,
-    ARecognizerForAnotherEdgeHearsNothing, TheDelegateMayForbidTheBegin, ADisabledRecognizerHearsNothing,
-    WithoutADelegateARecognizerMayBegin, TwoRecognizersShareAGestureWhereADelegateAllowsIt,
-    OneOfTwoRecognizersHasTheGestureWhereNoDelegateAllowsBoth, ADelegateIsAskedAboutTheBeginBeforeItIsAskedAboutBoth,
-    ADelegateIsNotAskedAboutBothForARecognizerThatMayNotBegin);
+    ARecognizerForAnotherEdgeIsNotCalled, TheDelegateMayPreventTheGesture, ADisabledRecognizerIsNotCalled,
+    WithoutADelegateARecognizerMayBegin, TwoRecognizersShareAGestureIfADelegateAllowsIt,
+    OnlyOneOfTwoRecognizersIsCalledUnlessADelegateAllowsBoth, ADelegateIsAskedToBeginBeforeItIsAskedToShare,
+    ADelegateIsNotAskedToShareWithARecognizerThatMayNotBegin);
 
 }

@@ -12,7 +12,8 @@
 
 namespace zelvora::tests {
 
-/// What every JSON reader and writer promises, whatever order and spelling it writes. A harness has one:
+/// What every JSON reader and writer promises, regardless of the order of members and the spelling that it writes. A
+/// harness has one:
 ///
 ///     platform::JSONSerialization& json();
 template<typename Harness>
@@ -101,7 +102,7 @@ TYPED_TEST_P(JSONSerializationContract, ReadsEscapesAndCharactersOfEveryPlane)
     this->expectReads(R"(["a\u0000b"])", platform::Array { "a\0b"s });
 }
 
-TYPED_TEST_P(JSONSerializationContract, OfMembersThatStandTwiceTheLastHolds)
+TYPED_TEST_P(JSONSerializationContract, IfAMemberRepeatsTheLastOneWins)
 {
     this->expectReads(R"({"a":1,"b":2,"a":{"c":3}})",
         platform::Dictionary { { "a", platform::Dictionary { { "c", 3 } } }, { "b", 2 } });
@@ -136,7 +137,7 @@ TYPED_TEST_P(JSONSerializationContract, RefusesHalvesOfSurrogatePairs)
         this->expectRefusesToRead(text);
 }
 
-TYPED_TEST_P(JSONSerializationContract, RefusesNumbersThatNoDoubleHolds)
+TYPED_TEST_P(JSONSerializationContract, RefusesNumbersThatExceedADouble)
 {
     this->expectRefusesToRead("[1e999]");
     this->expectRefusesToRead("[-1e999]");
@@ -177,7 +178,7 @@ TYPED_TEST_P(JSONSerializationContract, KeepsEveryCharacter)
 TYPED_TEST_P(JSONSerializationContract, KeepsEveryNumberInEveryLocale)
 {
     using Limits = std::numeric_limits<double>;
-    // A locale with a decimal comma, where the machine has one.
+    // The second has a decimal comma, if the machine has it at all.
     for (auto const* const locale : { "C", "de_DE.UTF-8" }) {
         std::setlocale(LC_ALL, locale);
         for (double const number : { 0.0, -0.0, 0.1, -0.5, 1.0 / 3, 7.0, 1e15, 1e21, 9007199254740993.0, 1e308, 5e-324,
@@ -187,7 +188,7 @@ TYPED_TEST_P(JSONSerializationContract, KeepsEveryNumberInEveryLocale)
     std::setlocale(LC_ALL, "C");
 }
 
-TYPED_TEST_P(JSONSerializationContract, RefusesToWriteWhatJSONCannotHold)
+TYPED_TEST_P(JSONSerializationContract, RefusesToWriteWhatJSONCannotRepresent)
 {
     using Limits = std::numeric_limits<double>;
     for (platform::Value const& unwritable : { platform::Value(Limits::quiet_NaN()),
@@ -223,9 +224,9 @@ TYPED_TEST_P(JSONSerializationContract, IsCompactUnlessPrettyPrinted)
 }
 
 REGISTER_TYPED_TEST_SUITE_P(JSONSerializationContract, ReadsEachKindAsItself, ReadsEscapesAndCharactersOfEveryPlane,
-    OfMembersThatStandTwiceTheLastHolds, ReadsArraysAndObjectsOnly, RefusesWhatIsNotJSON, RefusesBytesThatAreNotUTF8,
-    RefusesHalvesOfSurrogatePairs, RefusesNumbersThatNoDoubleHolds, NestsToTheLimitAndNoDeeper, KeepsEachKind,
-    KeepsEveryCharacter, KeepsEveryNumberInEveryLocale, RefusesToWriteWhatJSONCannotHold,
+    IfAMemberRepeatsTheLastOneWins, ReadsArraysAndObjectsOnly, RefusesWhatIsNotJSON, RefusesBytesThatAreNotUTF8,
+    RefusesHalvesOfSurrogatePairs, RefusesNumbersThatExceedADouble, NestsToTheLimitAndNoDeeper, KeepsEachKind,
+    KeepsEveryCharacter, KeepsEveryNumberInEveryLocale, RefusesToWriteWhatJSONCannotRepresent,
     RefusesToWriteTextThatIsNotUTF8, WritesArraysAndObjectsOnly, IsCompactUnlessPrettyPrinted);
 
 }

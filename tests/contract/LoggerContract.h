@@ -12,7 +12,7 @@
 
 namespace zelvora::tests {
 
-/// What came to the system log.
+/// An entry of the system log.
 struct LogEntry {
     platform::OSLogType type = platform::OSLogType::Default;
     std::string text;
@@ -29,12 +29,12 @@ inline std::ostream& operator<<(std::ostream& stream, LogEntry const& entry)
 inline constexpr platform::OSLogType logTypes[] = { platform::OSLogType::Default, platform::OSLogType::Info,
     platform::OSLogType::Debug, platform::OSLogType::Error, platform::OSLogType::Fault };
 
-/// What every system log promises. A harness plays the system:
+/// What every system log promises. A harness acts as the system:
 ///
 ///     std::unique_ptr<platform::Logger> makeLogger(std::string const& subsystem, std::string const& category);
-///     // What the log holds, in its order.
+///     // All entries, in order.
 ///     std::vector<LogEntry> entries();
-///     // The user wants debug entries of all subsystems, or none. For loggers that are made after it.
+///     // Sets whether the user wants debug entries, for loggers that are made afterwards.
 ///     void setDebugEnabled(bool enabled);
 template<typename Harness>
 class LoggerContract : public testing::Test {
@@ -59,7 +59,7 @@ TYPED_TEST_P(LoggerContract, EachTypeIsLoggedAsItself)
     EXPECT_EQ(this->m_harness.entries(), expected);
 }
 
-TYPED_TEST_P(LoggerContract, DebugEntriesAreOffWhereTheUserWantsNone)
+TYPED_TEST_P(LoggerContract, DebugEntriesAreOffUnlessTheUserWantsThem)
 {
     this->m_harness.setDebugEnabled(false);
     auto const logger = this->makeLogger();
@@ -73,7 +73,7 @@ TYPED_TEST_P(LoggerContract, AnEmptyMessageIsAnEntry)
     EXPECT_EQ(this->m_harness.entries(), (std::vector<LogEntry> { { platform::OSLogType::Info, "[ZelvoraSDK] " } }));
 }
 
-TYPED_TEST_P(LoggerContract, TheMessageIsTakenAsItIs)
+TYPED_TEST_P(LoggerContract, TheMessageIsLoggedUnchanged)
 {
     using namespace std::string_literals;
     auto const logger = this->makeLogger();
@@ -97,7 +97,7 @@ TYPED_TEST_P(LoggerContract, ManyThreadsMayLogAtOnce)
         this->m_harness.entries(), std::vector<LogEntry>(1000, { platform::OSLogType::Info, "[ZelvoraSDK] message" }));
 }
 
-REGISTER_TYPED_TEST_SUITE_P(LoggerContract, EachTypeIsLoggedAsItself, DebugEntriesAreOffWhereTheUserWantsNone,
-    AnEmptyMessageIsAnEntry, TheMessageIsTakenAsItIs, ManyThreadsMayLogAtOnce);
+REGISTER_TYPED_TEST_SUITE_P(LoggerContract, EachTypeIsLoggedAsItself, DebugEntriesAreOffUnlessTheUserWantsThem,
+    AnEmptyMessageIsAnEntry, TheMessageIsLoggedUnchanged, ManyThreadsMayLogAtOnce);
 
 }

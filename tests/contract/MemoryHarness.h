@@ -15,7 +15,7 @@
 
 namespace zelvora::tests {
 
-/// The adapter in memory, for the contracts of what is seen.
+/// The adapter in memory, for the contracts of views, screens, gestures, pages and applications.
 class MemoryHarness final {
 public:
     MemoryHarness()

@@ -10,7 +10,7 @@ class MemoryNotificationCenter final {
 public:
     platform::NotificationCenter& center() { return m_center; }
     platform::DispatchQueue& queue() { return m_queue; }
-    void turnQueue() { m_queue.runAll(); }
+    void runQueue() { m_queue.runAll(); }
 
 private:
     memory::Clock m_clock;

@@ -19,7 +19,7 @@ namespace zelvora::tests {
 ///     platform::NotificationCenter& center();
 ///     platform::DispatchQueue& queue();
 ///     // Runs all blocks that are on the queue.
-///     void turnQueue();
+///     void runQueue();
 template<typename Harness>
 class NotificationCenterContract : public testing::Test {
 protected:
@@ -27,7 +27,7 @@ protected:
 
     platform::NotificationCenter& center() { return m_harness.center(); }
 
-    /// Whoever holds what is returned is told under this name.
+    /// Registers an observer, which is called as long as the returned pointer lives. `who` is recorded for each call.
     [[nodiscard]] std::shared_ptr<int> observe(std::string const& name, std::string const& who)
     {
         auto observer = std::make_shared<int>(0);
@@ -45,7 +45,7 @@ protected:
 
 TYPED_TEST_SUITE_P(NotificationCenterContract);
 
-TYPED_TEST_P(NotificationCenterContract, TellsInTheOrderOfRegistrationBeforePostReturns)
+TYPED_TEST_P(NotificationCenterContract, CallsHandlersInOrderOfRegistrationBeforePostReturns)
 {
     auto const first = this->observe("name", "first");
     auto const other = this->observe("another name", "other");
@@ -56,7 +56,7 @@ TYPED_TEST_P(NotificationCenterContract, TellsInTheOrderOfRegistrationBeforePost
     EXPECT_EQ(this->m_told.size(), 2U);
 }
 
-TYPED_TEST_P(NotificationCenterContract, HandsOverWhatWasPosted)
+TYPED_TEST_P(NotificationCenterContract, PassesTheNotificationThatWasPosted)
 {
     std::vector<platform::Notification> received;
     auto const observer = std::make_shared<int>(0);
@@ -68,7 +68,7 @@ TYPED_TEST_P(NotificationCenterContract, HandsOverWhatWasPosted)
     EXPECT_EQ(received, (std::vector { plain, laden }));
 }
 
-TYPED_TEST_P(NotificationCenterContract, AnObserverRunsOnThePostersThread)
+TYPED_TEST_P(NotificationCenterContract, AHandlerRunsOnThePostingThread)
 {
     std::thread::id teller;
     std::thread::id poster;
@@ -82,7 +82,7 @@ TYPED_TEST_P(NotificationCenterContract, AnObserverRunsOnThePostersThread)
     EXPECT_NE(teller, std::this_thread::get_id());
 }
 
-TYPED_TEST_P(NotificationCenterContract, AnObserverIsNotKeptAliveAndNotToldOnceItIsGone)
+TYPED_TEST_P(NotificationCenterContract, AnObserverIsNotKeptAliveAndNotCalledOnceItIsGone)
 {
     auto observer = this->observe("name", "gone");
     std::weak_ptr<int> const watched = observer;
@@ -92,7 +92,7 @@ TYPED_TEST_P(NotificationCenterContract, AnObserverIsNotKeptAliveAndNotToldOnceI
     EXPECT_TRUE(this->m_told.empty());
 }
 
-TYPED_TEST_P(NotificationCenterContract, AnObserverIsKeptAliveWhileItIsTold)
+TYPED_TEST_P(NotificationCenterContract, AnObserverIsKeptAliveWhileItsHandlerRuns)
 {
     auto observer = std::make_shared<int>(0);
     std::weak_ptr<int> const watched = observer;
@@ -106,7 +106,7 @@ TYPED_TEST_P(NotificationCenterContract, AnObserverIsKeptAliveWhileItIsTold)
     EXPECT_TRUE(watched.expired());
 }
 
-TYPED_TEST_P(NotificationCenterContract, ARemovedObserverIsNotTold)
+TYPED_TEST_P(NotificationCenterContract, ARemovedObserverIsNotCalled)
 {
     auto const first = this->observe("name", "first");
     auto const second = this->observe("name", "second");
@@ -152,30 +152,30 @@ TYPED_TEST_P(NotificationCenterContract, AHandlerMayRemoveItselfPostAndAdd)
     EXPECT_EQ(this->m_told, (std::vector<std::string> { "added", "self" }));
 }
 
-TYPED_TEST_P(NotificationCenterContract, WithAQueueItTellsThereAndLater)
+TYPED_TEST_P(NotificationCenterContract, AHandlerWithAQueueIsCalledThereAndLater)
 {
     auto const token = this->observeOnQueue("name", "queued");
     auto const observer = this->observe("name", "direct");
     this->center().post({ "name", {} });
     EXPECT_EQ(this->m_told, (std::vector<std::string> { "direct" }));
     runOnThreads(1, [&](int) { this->center().post({ "name", {} }); });
-    this->m_harness.turnQueue();
+    this->m_harness.runQueue();
     EXPECT_EQ(this->m_told, (std::vector<std::string> { "direct", "direct", "queued", "queued" }));
     this->center().removeObserver(token);
 }
 
-TYPED_TEST_P(NotificationCenterContract, AfterRemovalByItsTokenItTellsNothingThatWasPostedBefore)
+TYPED_TEST_P(NotificationCenterContract, AHandlerRemovedByItsTokenIsNotCalledForEarlierPosts)
 {
     auto const token = this->observeOnQueue("name", "removed");
     auto const kept = this->observeOnQueue("name", "kept");
     this->center().post({ "name", {} });
     this->center().removeObserver(token);
-    this->m_harness.turnQueue();
+    this->m_harness.runQueue();
     EXPECT_EQ(this->m_told, (std::vector<std::string> { "kept" }));
     EXPECT_NE(token, kept);
 }
 
-TYPED_TEST_P(NotificationCenterContract, AHandlerOnAQueueMayRemoveItself)
+TYPED_TEST_P(NotificationCenterContract, AHandlerWithAQueueMayRemoveItself)
 {
     platform::NotificationCenter::Token token = 0;
     token = this->center().addObserver("name", this->m_harness.queue(), [&](auto const&) {
@@ -184,11 +184,11 @@ TYPED_TEST_P(NotificationCenterContract, AHandlerOnAQueueMayRemoveItself)
     });
     this->center().post({ "name", {} });
     this->center().post({ "name", {} });
-    this->m_harness.turnQueue();
+    this->m_harness.runQueue();
     EXPECT_EQ(this->m_told, (std::vector<std::string> { "once" }));
 }
 
-TYPED_TEST_P(NotificationCenterContract, AHandlerOnAQueueIsHeldUntilItIsRemoved)
+TYPED_TEST_P(NotificationCenterContract, AHandlerWithAQueueIsKeptUntilItIsRemoved)
 {
     auto captured = std::make_shared<int>(0);
     std::weak_ptr<int> const watched = captured;
@@ -197,7 +197,7 @@ TYPED_TEST_P(NotificationCenterContract, AHandlerOnAQueueIsHeldUntilItIsRemoved)
     this->center().post({ "name", {} });
     EXPECT_FALSE(watched.expired());
     this->center().removeObserver(token);
-    this->m_harness.turnQueue();
+    this->m_harness.runQueue();
     EXPECT_TRUE(watched.expired());
 }
 
@@ -218,11 +218,11 @@ TYPED_TEST_P(NotificationCenterContract, ManyThreadsMayPostAddAndRemoveAtOnce)
     EXPECT_EQ(told, 400);
 }
 
-REGISTER_TYPED_TEST_SUITE_P(NotificationCenterContract, TellsInTheOrderOfRegistrationBeforePostReturns,
-    HandsOverWhatWasPosted, AnObserverRunsOnThePostersThread, AnObserverIsNotKeptAliveAndNotToldOnceItIsGone,
-    AnObserverIsKeptAliveWhileItIsTold, ARemovedObserverIsNotTold, AnObserverMayRemoveItselfInItsDestructor,
-    AHandlerMayRemoveItselfPostAndAdd, WithAQueueItTellsThereAndLater,
-    AfterRemovalByItsTokenItTellsNothingThatWasPostedBefore, AHandlerOnAQueueMayRemoveItself,
-    AHandlerOnAQueueIsHeldUntilItIsRemoved, ManyThreadsMayPostAddAndRemoveAtOnce);
+REGISTER_TYPED_TEST_SUITE_P(NotificationCenterContract, CallsHandlersInOrderOfRegistrationBeforePostReturns,
+    PassesTheNotificationThatWasPosted, AHandlerRunsOnThePostingThread,
+    AnObserverIsNotKeptAliveAndNotCalledOnceItIsGone, AnObserverIsKeptAliveWhileItsHandlerRuns,
+    ARemovedObserverIsNotCalled, AnObserverMayRemoveItselfInItsDestructor, AHandlerMayRemoveItselfPostAndAdd,
+    AHandlerWithAQueueIsCalledThereAndLater, AHandlerRemovedByItsTokenIsNotCalledForEarlierPosts,
+    AHandlerWithAQueueMayRemoveItself, AHandlerWithAQueueIsKeptUntilItIsRemoved, ManyThreadsMayPostAddAndRemoveAtOnce);
 
 }

@@ -5,7 +5,7 @@ namespace zelvora::tests {
 
 namespace {
 
-// The reader and writer of memory and of GTK alike.
+// The reader and writer that both adapters use.
 class SharedJSON final {
 public:
     platform::JSONSerialization& json() { return m_json; }

@@ -9,7 +9,7 @@
 
 namespace zelvora::tests {
 
-/// For queues that run on threads of their own. `Owner` makes the queue and ends it with itself; `queueOf` finds it.
+/// A queue that runs on its own threads. An `Owner` makes the queue and destroys it with itself; `queueOf` returns it.
 template<typename Owner, auto queueOf>
 class ThreadedQueueHarness final {
 public:
@@ -19,12 +19,12 @@ public:
     bool runUntil(std::function<bool()> const& done)
     {
         auto const deadline = Clock::now() + std::chrono::seconds(30);
-        // The queue itself says when it has got on, so nothing is asked more often than it can change.
+        // Waits for a block on the queue instead of polling `done`.
         while (!done()) {
-            auto turned = std::make_shared<std::promise<void>>();
-            auto const turn = turned->get_future();
-            queue().asyncAfter(0.001, [turned] { turned->set_value(); });
-            if (turn.wait_until(deadline) != std::future_status::ready)
+            auto ran = std::make_shared<std::promise<void>>();
+            auto const hasRun = ran->get_future();
+            queue().asyncAfter(0.001, [ran] { ran->set_value(); });
+            if (hasRun.wait_until(deadline) != std::future_status::ready)
                 return false;
             if (Clock::now() > deadline)
                 return false;

@@ -10,18 +10,18 @@
 
 namespace zelvora::tests {
 
-/// What every tracking permission promises. A harness plays the user:
+/// What every tracking permission promises. A harness acts as the user:
 ///
 ///     platform::ATTrackingManager& manager();
-///     // As the system's settings or an earlier launch left it; before the first request.
+///     // Sets the status that the system's settings or an earlier launch left. Called before the first request.
 ///     void setStatus(platform::ATTrackingAuthorizationStatus status);
 ///     // Whether the question is on the screen.
 ///     bool isAsking();
-///     // The user says yes or no to it.
+///     // Answers the question that is on the screen.
 ///     void answer(bool allow);
-///     // Lets time pass until `done` holds; false where it does not come to that in half a minute.
+///     // Runs the adapter until `done` returns true; false after half a minute.
 ///     bool runUntil(std::function<bool()> const& done);
-///     // The app starts anew, with what the last one left behind.
+///     // Starts the app again with the data of the previous launch.
 ///     void restart();
 template<typename Harness>
 class TrackingContract : public testing::Test {
@@ -49,7 +49,7 @@ TYPED_TEST_P(TrackingContract, AtFirstNothingIsDeterminedOrAsked)
     EXPECT_FALSE(this->m_harness.isAsking());
 }
 
-TYPED_TEST_P(TrackingContract, AsksAndTellsWhatTheUserChose)
+TYPED_TEST_P(TrackingContract, AsksTheUserAndReportsTheAnswer)
 {
     using Status = platform::ATTrackingAuthorizationStatus;
     for (bool const allow : { true, false }) {
@@ -68,7 +68,7 @@ TYPED_TEST_P(TrackingContract, AsksAndTellsWhatTheUserChose)
     }
 }
 
-TYPED_TEST_P(TrackingContract, AsksNobodyWhoHasAnswered)
+TYPED_TEST_P(TrackingContract, DoesNotAskAUserWhoHasAnswered)
 {
     using Status = platform::ATTrackingAuthorizationStatus;
     for (auto const status : { Status::Restricted, Status::Denied, Status::Authorized }) {
@@ -81,7 +81,7 @@ TYPED_TEST_P(TrackingContract, AsksNobodyWhoHasAnswered)
     }
 }
 
-TYPED_TEST_P(TrackingContract, AsksOnceForRequestsThatComeTogether)
+TYPED_TEST_P(TrackingContract, AsksOnceForSimultaneousRequests)
 {
     using Status = platform::ATTrackingAuthorizationStatus;
     this->request();
@@ -93,7 +93,7 @@ TYPED_TEST_P(TrackingContract, AsksOnceForRequestsThatComeTogether)
     EXPECT_FALSE(this->m_harness.isAsking());
 }
 
-TYPED_TEST_P(TrackingContract, TheAnswerIsKept)
+TYPED_TEST_P(TrackingContract, TheAnswerIsStored)
 {
     using Status = platform::ATTrackingAuthorizationStatus;
     this->request();
@@ -107,7 +107,7 @@ TYPED_TEST_P(TrackingContract, TheAnswerIsKept)
     EXPECT_EQ(this->m_answers.all().back(), Status::Denied);
 }
 
-TYPED_TEST_P(TrackingContract, ItsEndAnswersARequestThatIsOpen)
+TYPED_TEST_P(TrackingContract, DestroyingTheManagerAnswersAPendingRequest)
 {
     using Status = platform::ATTrackingAuthorizationStatus;
     this->request();
@@ -116,7 +116,8 @@ TYPED_TEST_P(TrackingContract, ItsEndAnswersARequestThatIsOpen)
     EXPECT_EQ(this->m_answers.all(), std::vector { Status::NotDetermined });
 }
 
-REGISTER_TYPED_TEST_SUITE_P(TrackingContract, AtFirstNothingIsDeterminedOrAsked, AsksAndTellsWhatTheUserChose,
-    AsksNobodyWhoHasAnswered, AsksOnceForRequestsThatComeTogether, TheAnswerIsKept, ItsEndAnswersARequestThatIsOpen);
+REGISTER_TYPED_TEST_SUITE_P(TrackingContract, AtFirstNothingIsDeterminedOrAsked, AsksTheUserAndReportsTheAnswer,
+    DoesNotAskAUserWhoHasAnswered, AsksOnceForSimultaneousRequests, TheAnswerIsStored,
+    DestroyingTheManagerAnswersAPendingRequest);
 
 }

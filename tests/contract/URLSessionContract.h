@@ -15,26 +15,26 @@
 namespace zelvora::tests {
 
 enum class LoaderFailure {
-    /// Nobody listens.
+    /// The port is closed.
     Refused,
-    /// The answer ends before its body does.
+    /// The connection ends in the middle of the response body.
     Cut,
-    /// No answer at all.
+    /// The server accepts the request and never answers.
     Silent,
 };
 
-/// What every loader promises. A harness makes one and plays the server:
+/// What every loader promises. A harness makes one and acts as the server:
 ///
 ///     platform::URLSession& session();
 ///     void destroySession();
-///     // Where each request is answered so, and where it fails so.
+///     // A URL at which every request gets this answer, and one at which every request fails like this.
 ///     platform::URL answering(int status, std::string body);
 ///     platform::URL failing(LoaderFailure failure);
-///     // What came to the answering URLs, in the order in which it came.
+///     // The requests to the answering URLs, in order of arrival.
 ///     std::vector<ReceivedRequest> received();
-///     // Lets the loader run until `done` holds; false where it does not come to that in half a minute.
+///     // Runs the loader until `done` returns true; false after half a minute.
 ///     bool runUntil(std::function<bool()> const& done);
-///     // Called after what `done` asks for has changed, on any thread.
+///     // Called on any thread when the result of `done` may have changed.
 ///     void changed();
 template<typename Harness>
 class URLSessionContract : public testing::Test {
@@ -66,14 +66,14 @@ protected:
         EXPECT_NE(result.error().localizedDescription, "");
     }
 
-    // The results outlive the loader, whose end may complete something.
+    // Declared before the harness: destroying its loader may complete requests.
     Record<Result> m_results;
     Harness m_harness;
 };
 
 TYPED_TEST_SUITE_P(URLSessionContract);
 
-TYPED_TEST_P(URLSessionContract, AnAnswerIsAnAnswerWhateverItsStatus)
+TYPED_TEST_P(URLSessionContract, AResponseOfAnyStatusIsAnAnswer)
 {
     for (int const status : { 200, 201, 204, 300, 400, 401, 404, 500, 503 }) {
         auto const result = this->load({ .url = this->m_harness.answering(status, status == 204 ? "" : "oops") });
@@ -100,7 +100,7 @@ TYPED_TEST_P(URLSessionContract, AnEmptyBodyIsEmpty)
     EXPECT_EQ(result->data.bytes, "");
 }
 
-TYPED_TEST_P(URLSessionContract, TheRequestArrivesAsItWasMade)
+TYPED_TEST_P(URLSessionContract, TheRequestArrivesUnchanged)
 {
     using namespace std::string_literals;
     auto const body = "{\"profile\":\"가\",\"nul\":\"\0\"}"s;
@@ -119,7 +119,7 @@ TYPED_TEST_P(URLSessionContract, TheRequestArrivesAsItWasMade)
     EXPECT_EQ(received.front().body, body);
 }
 
-TYPED_TEST_P(URLSessionContract, ARequestIsAGetWithoutABodyUnlessItSaysSo)
+TYPED_TEST_P(URLSessionContract, ARequestIsAGETWithoutABodyUnlessStatedOtherwise)
 {
     auto const result = this->load({ .url = this->m_harness.answering(200, "") });
     ASSERT_TRUE(result) << result.error().localizedDescription;
@@ -134,7 +134,7 @@ TYPED_TEST_P(URLSessionContract, NoConnectionIsAnError)
     this->expectError(this->load({ .url = this->m_harness.failing(LoaderFailure::Refused) }));
 }
 
-TYPED_TEST_P(URLSessionContract, AnAnswerCutInItsMiddleIsAnError)
+TYPED_TEST_P(URLSessionContract, AResponseThatEndsEarlyIsAnError)
 {
     this->expectError(this->load({ .url = this->m_harness.failing(LoaderFailure::Cut) }));
 }
@@ -144,7 +144,7 @@ TYPED_TEST_P(URLSessionContract, NoAnswerWithinTheTimeoutIsAnError)
     this->expectError(this->load({ .url = this->m_harness.failing(LoaderFailure::Silent), .timeoutInterval = 0.2 }));
 }
 
-TYPED_TEST_P(URLSessionContract, AFailureLeavesTheNextRequestAlone)
+TYPED_TEST_P(URLSessionContract, AFailureDoesNotAffectTheNextRequest)
 {
     this->expectError(this->load({ .url = this->m_harness.failing(LoaderFailure::Cut) }));
     auto const result = this->load({ .url = this->m_harness.answering(200, "well") });
@@ -152,7 +152,7 @@ TYPED_TEST_P(URLSessionContract, AFailureLeavesTheNextRequestAlone)
     EXPECT_EQ(result->data.bytes, "well");
 }
 
-TYPED_TEST_P(URLSessionContract, ACompletionIsNeverCalledInsideTheCall)
+TYPED_TEST_P(URLSessionContract, NoCompletionIsCalledBeforeTheCallReturns)
 {
     auto& harness = this->m_harness;
     Record<std::string> record;
@@ -164,7 +164,7 @@ TYPED_TEST_P(URLSessionContract, ACompletionIsNeverCalledInsideTheCall)
             harness.changed();
         };
     };
-    // From the loader's own queue, where it could be.
+    // On the loader's own queue, the only place where a completion could run before the call returns.
     harness.session().dataTask({ .url = good }, [&](auto const&) {
         harness.session().dataTask({ .url = good }, note("completed"));
         harness.session().dataTask({ .url = bad }, note("completed"));
@@ -174,7 +174,7 @@ TYPED_TEST_P(URLSessionContract, ACompletionIsNeverCalledInsideTheCall)
     EXPECT_EQ(record.all(), (std::vector<std::string> { "returned", "completed", "completed" }));
 }
 
-TYPED_TEST_P(URLSessionContract, CompletionsComeOneAtATime)
+TYPED_TEST_P(URLSessionContract, CompletionsAreCalledOneAtATime)
 {
     auto& harness = this->m_harness;
     constexpr int count = 40;
@@ -198,7 +198,7 @@ TYPED_TEST_P(URLSessionContract, CompletionsComeOneAtATime)
     EXPECT_EQ(harness.received().size(), static_cast<std::size_t>(count));
 }
 
-TYPED_TEST_P(URLSessionContract, ItsEndCompletesWhatIsUnderWayWithAnError)
+TYPED_TEST_P(URLSessionContract, DestroyingTheSessionCompletesPendingRequestsWithAnError)
 {
     auto const url = this->m_harness.failing(LoaderFailure::Silent);
     for (int i = 0; i < 5; ++i)
@@ -210,7 +210,7 @@ TYPED_TEST_P(URLSessionContract, ItsEndCompletesWhatIsUnderWayWithAnError)
         this->expectError(result);
 }
 
-TYPED_TEST_P(URLSessionContract, WhatItsEndCompletedMayAskForMore)
+TYPED_TEST_P(URLSessionContract, ACompletionDuringDestructionMayMakeAnotherRequest)
 {
     auto& harness = this->m_harness;
     auto const url = harness.failing(LoaderFailure::Silent);
@@ -222,10 +222,10 @@ TYPED_TEST_P(URLSessionContract, WhatItsEndCompletedMayAskForMore)
     this->expectError(results.front());
 }
 
-REGISTER_TYPED_TEST_SUITE_P(URLSessionContract, AnAnswerIsAnAnswerWhateverItsStatus, TheBodyArrivesByteForByte,
-    AnEmptyBodyIsEmpty, TheRequestArrivesAsItWasMade, ARequestIsAGetWithoutABodyUnlessItSaysSo, NoConnectionIsAnError,
-    AnAnswerCutInItsMiddleIsAnError, NoAnswerWithinTheTimeoutIsAnError, AFailureLeavesTheNextRequestAlone,
-    ACompletionIsNeverCalledInsideTheCall, CompletionsComeOneAtATime, ItsEndCompletesWhatIsUnderWayWithAnError,
-    WhatItsEndCompletedMayAskForMore);
+REGISTER_TYPED_TEST_SUITE_P(URLSessionContract, AResponseOfAnyStatusIsAnAnswer, TheBodyArrivesByteForByte,
+    AnEmptyBodyIsEmpty, TheRequestArrivesUnchanged, ARequestIsAGETWithoutABodyUnlessStatedOtherwise,
+    NoConnectionIsAnError, AResponseThatEndsEarlyIsAnError, NoAnswerWithinTheTimeoutIsAnError,
+    AFailureDoesNotAffectTheNextRequest, NoCompletionIsCalledBeforeTheCallReturns, CompletionsAreCalledOneAtATime,
+    DestroyingTheSessionCompletesPendingRequestsWithAnError, ACompletionDuringDestructionMayMakeAnotherRequest);
 
 }

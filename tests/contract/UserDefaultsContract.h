@@ -22,7 +22,7 @@ namespace zelvora::tests {
 /// What every preferences store promises. A harness makes an empty one:
 ///
 ///     platform::UserDefaults& store();
-///     // Ends it and opens what it left; a harness of a store that does not persist does nothing.
+///     // Closes the store and opens it again. Does nothing if the store does not persist.
 ///     void restart();
 template<typename Harness>
 class UserDefaultsContract : public testing::Test {
@@ -47,7 +47,7 @@ TYPED_TEST_P(UserDefaultsContract, HasNothingUnderAKeyThatWasNeverSet)
     EXPECT_EQ(this->get(""), std::nullopt);
 }
 
-TYPED_TEST_P(UserDefaultsContract, KeepsEveryKindOfValueAsItIs)
+TYPED_TEST_P(UserDefaultsContract, KeepsEveryKindOfValueUnchanged)
 {
     using namespace platform;
     std::vector<Value> const values { true, false, 0, 1, -2.5, "", "text 텍스트", Value { std::string("a\0b", 3) },
@@ -89,7 +89,7 @@ TYPED_TEST_P(UserDefaultsContract, KeepsEveryBitOfANumber)
     }
 }
 
-TYPED_TEST_P(UserDefaultsContract, TellsABooleanFromANumber)
+TYPED_TEST_P(UserDefaultsContract, DistinguishesABooleanFromANumber)
 {
     this->set("key", true);
     this->set("key", 1);
@@ -99,7 +99,7 @@ TYPED_TEST_P(UserDefaultsContract, TellsABooleanFromANumber)
     EXPECT_EQ(this->get("key"), platform::Value { true });
 }
 
-TYPED_TEST_P(UserDefaultsContract, ReplacesWhatWasThere)
+TYPED_TEST_P(UserDefaultsContract, ReplacesAnEarlierValue)
 {
     this->set("key", "text");
     this->set("key", platform::Array { 1 });
@@ -110,7 +110,7 @@ TYPED_TEST_P(UserDefaultsContract, ReplacesWhatWasThere)
     EXPECT_EQ(this->get("other"), platform::Value { 2 });
 }
 
-TYPED_TEST_P(UserDefaultsContract, RemovesAnEntryEitherWay)
+TYPED_TEST_P(UserDefaultsContract, RemovesAnEntryByEitherCall)
 {
     this->set("a", 1);
     this->set("b", 2);
@@ -125,7 +125,7 @@ TYPED_TEST_P(UserDefaultsContract, RemovesAnEntryEitherWay)
     }
 }
 
-TYPED_TEST_P(UserDefaultsContract, RemovesWhatIsNotThereWithoutAWord)
+TYPED_TEST_P(UserDefaultsContract, RemovingAnAbsentKeyDoesNothing)
 {
     this->remove("absent");
     this->m_harness.store().setObject(std::nullopt, "absent");
@@ -134,7 +134,7 @@ TYPED_TEST_P(UserDefaultsContract, RemovesWhatIsNotThereWithoutAWord)
     EXPECT_EQ(this->get("absent"), platform::Value { 1 });
 }
 
-TYPED_TEST_P(UserDefaultsContract, TellsKeysApartByEveryByte)
+TYPED_TEST_P(UserDefaultsContract, DistinguishesKeysByEveryByte)
 {
     this->set("key", 1);
     this->set("Key", 2);
@@ -166,7 +166,7 @@ TYPED_TEST_P(UserDefaultsContract, KeepsAQueueThatIsReadExtendedDroppedAndWritte
         EXPECT_EQ(queue.at(static_cast<std::size_t>(i)), Value(Dictionary { { "number", 900 + i } }));
 }
 
-TYPED_TEST_P(UserDefaultsContract, KeepsAValueThatNestsAsDeepAsAnyMay)
+TYPED_TEST_P(UserDefaultsContract, KeepsAValueOfTheMaximumNesting)
 {
     using namespace platform;
     Value value { Array {} };
@@ -177,7 +177,7 @@ TYPED_TEST_P(UserDefaultsContract, KeepsAValueThatNestsAsDeepAsAnyMay)
     EXPECT_EQ(this->get("key"), value);
 }
 
-TYPED_TEST_P(UserDefaultsContract, GivesOutValuesThatLaterWritesDoNotChange)
+TYPED_TEST_P(UserDefaultsContract, LaterWritesDoNotChangeAValueThatWasRead)
 {
     using namespace platform;
     this->set("key", Array { 1 });
@@ -205,10 +205,10 @@ TYPED_TEST_P(UserDefaultsContract, ServesManyThreadsAtOnce)
         EXPECT_EQ(this->get("key" + std::to_string(thread)), platform::Value { perThread - 1 });
 }
 
-REGISTER_TYPED_TEST_SUITE_P(UserDefaultsContract, HasNothingUnderAKeyThatWasNeverSet, KeepsEveryKindOfValueAsItIs,
-    KeepsNullMarkersInsideContainers, KeepsEveryBitOfANumber, TellsABooleanFromANumber, ReplacesWhatWasThere,
-    RemovesAnEntryEitherWay, RemovesWhatIsNotThereWithoutAWord, TellsKeysApartByEveryByte,
-    KeepsAQueueThatIsReadExtendedDroppedAndWrittenBack, KeepsAValueThatNestsAsDeepAsAnyMay,
-    GivesOutValuesThatLaterWritesDoNotChange, ServesManyThreadsAtOnce);
+REGISTER_TYPED_TEST_SUITE_P(UserDefaultsContract, HasNothingUnderAKeyThatWasNeverSet, KeepsEveryKindOfValueUnchanged,
+    KeepsNullMarkersInsideContainers, KeepsEveryBitOfANumber, DistinguishesABooleanFromANumber, ReplacesAnEarlierValue,
+    RemovesAnEntryByEitherCall, RemovingAnAbsentKeyDoesNothing, DistinguishesKeysByEveryByte,
+    KeepsAQueueThatIsReadExtendedDroppedAndWrittenBack, KeepsAValueOfTheMaximumNesting,
+    LaterWritesDoNotChangeAValueThatWasRead, ServesManyThreadsAtOnce);
 
 }

@@ -23,18 +23,18 @@ namespace zelvora::tests {
 /// What every adapter's views promise. A harness has a screen with views on it:
 ///
 ///     platform::CGRect screenBounds();
-///     // How far the screen's safe area lies inside of it.
+///     // What the safe area leaves free at the top and at the bottom of the screen.
 ///     double safeTop(), safeBottom();
 ///     // Puts a controller on the screen.
 ///     void show(std::shared_ptr<platform::UIViewController> controller);
-///     // A view of the host's that is so high of itself.
+///     // A host's view with this intrinsic height.
 ///     std::shared_ptr<platform::UIView> makeContentView(double height);
-///     // Where the view is seen, in its superview.
+///     // The view's frame in its superview, as drawn.
 ///     platform::CGRect seenFrame(platform::UIView& view);
 ///     bool isSeen(platform::UIView& view);
-///     // As they lie on the screen.
+///     // The subviews in drawing order.
 ///     std::vector<platform::UIView const*> backToFront(platform::UIView& parent);
-///     // Lets things happen until `done` holds; false where it does not come to that in half a minute.
+///     // Runs the adapter until `done` returns true; false after half a minute.
 ///     bool runUntil(std::function<bool()> const& done);
 template<typename Harness>
 class ViewContract : public testing::Test {
@@ -64,6 +64,16 @@ protected:
             view.trailingAnchor().constraintEqualTo(root().trailingAnchor()) });
     }
 
+    /// A host's view at the bottom of the screen, as wide as the screen.
+    View addFooter(double height)
+    {
+        auto footer = m_harness.makeContentView(height);
+        add(footer);
+        footer->bottomAnchor().constraintEqualTo(root().bottomAnchor()).setActive(true);
+        pinSides(*footer);
+        return footer;
+    }
+
     void expectFrame(platform::UIView& view, CGRect const& frame)
     {
         EXPECT_TRUE(m_harness.runUntil([&] { return m_harness.seenFrame(view) == frame; }));
@@ -78,7 +88,7 @@ protected:
 
 TYPED_TEST_SUITE_P(ViewContract);
 
-TYPED_TEST_P(ViewContract, PlacesViewsAsTheirAnchorsSay)
+TYPED_TEST_P(ViewContract, PlacesViewsByTheirConstraints)
 {
     auto& harness = this->m_harness;
     auto const& screen = this->m_screen;
@@ -87,10 +97,7 @@ TYPED_TEST_P(ViewContract, PlacesViewsAsTheirAnchorsSay)
     this->add(header);
     header->topAnchor().constraintEqualTo(root.safeAreaLayoutGuide().topAnchor()).setActive(true);
     this->pinSides(*header);
-    auto const footer = harness.makeContentView(40);
-    this->add(footer);
-    footer->bottomAnchor().constraintEqualTo(root.bottomAnchor()).setActive(true);
-    this->pinSides(*footer);
+    auto const footer = this->addFooter(40);
     auto const middle = std::make_shared<platform::UIView>();
     this->add(middle);
     middle->topAnchor().constraintEqualTo(header->bottomAnchor()).setActive(true);
@@ -112,7 +119,7 @@ TYPED_TEST_P(ViewContract, PlacesViewsAsTheirAnchorsSay)
     this->expectFrame(*inside, { 0, 0, screen.width, height });
 }
 
-TYPED_TEST_P(ViewContract, ReachesTheLowerEndOfTheSafeArea)
+TYPED_TEST_P(ViewContract, ReachesTheBottomOfTheSafeArea)
 {
     auto& root = this->root();
     auto const view = this->m_harness.makeContentView(30);
@@ -136,10 +143,7 @@ TYPED_TEST_P(ViewContract, AHiddenViewKeepsItsPlace)
 {
     auto& harness = this->m_harness;
     auto& root = this->root();
-    auto const footer = harness.makeContentView(40);
-    this->add(footer);
-    footer->bottomAnchor().constraintEqualTo(root.bottomAnchor()).setActive(true);
-    this->pinSides(*footer);
+    auto const footer = this->addFooter(40);
     footer->setHidden(true);
     root.layoutIfNeeded();
     platform::CGRect const place { 0, this->m_screen.height - 40, this->m_screen.width, 40 };
@@ -167,7 +171,7 @@ TYPED_TEST_P(ViewContract, ALaterSubviewLiesInFrontUntilAnotherIsBroughtThere)
     EXPECT_EQ(harness.backToFront(root), (Order { second.get(), first.get() }));
 }
 
-TYPED_TEST_P(ViewContract, AViewThatMovesToAnotherIsPlacedThere)
+TYPED_TEST_P(ViewContract, AViewThatMovesToAnotherSuperviewIsPlacedThere)
 {
     auto& root = this->root();
     auto const container = std::make_shared<platform::UIView>(platform::CGRect { 30, 40, 200, 100 });
@@ -188,12 +192,8 @@ TYPED_TEST_P(ViewContract, AViewThatMovesToAnotherIsPlacedThere)
 
 TYPED_TEST_P(ViewContract, AnAnimationEndsAtTheExactFrames)
 {
-    auto& harness = this->m_harness;
     auto& root = this->root();
-    auto const footer = harness.makeContentView(40);
-    this->add(footer);
-    footer->bottomAnchor().constraintEqualTo(root.bottomAnchor()).setActive(true);
-    this->pinSides(*footer);
+    auto const footer = this->addFooter(40);
     auto const page = std::make_shared<platform::UIView>();
     this->add(page);
     page->topAnchor().constraintEqualTo(root.topAnchor()).setActive(true);
@@ -223,7 +223,7 @@ TYPED_TEST_P(ViewContract, AnAnimationEndsAtTheExactFrames)
     this->expectFrame(*page, whole);
 }
 
-TYPED_TEST_P(ViewContract, HoldsSubviewsAndLetsThemGo)
+TYPED_TEST_P(ViewContract, OwnsItsSubviewsUntilTheyAreRemoved)
 {
     auto view = std::make_shared<platform::UIView>();
     std::weak_ptr<platform::UIView> const watched = view;
@@ -234,9 +234,9 @@ TYPED_TEST_P(ViewContract, HoldsSubviewsAndLetsThemGo)
     EXPECT_TRUE(this->m_harness.runUntil([&] { return watched.expired(); }));
 }
 
-REGISTER_TYPED_TEST_SUITE_P(ViewContract, PlacesViewsAsTheirAnchorsSay, ReachesTheLowerEndOfTheSafeArea,
+REGISTER_TYPED_TEST_SUITE_P(ViewContract, PlacesViewsByTheirConstraints, ReachesTheBottomOfTheSafeArea,
     KeepsTheFrameOfAViewThatConstraintsDoNotPlace, AHiddenViewKeepsItsPlace,
-    ALaterSubviewLiesInFrontUntilAnotherIsBroughtThere, AViewThatMovesToAnotherIsPlacedThere,
-    AnAnimationEndsAtTheExactFrames, HoldsSubviewsAndLetsThemGo);
+    ALaterSubviewLiesInFrontUntilAnotherIsBroughtThere, AViewThatMovesToAnotherSuperviewIsPlacedThere,
+    AnAnimationEndsAtTheExactFrames, OwnsItsSubviewsUntilTheyAreRemoved);
 
 }

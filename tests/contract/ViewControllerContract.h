@@ -16,7 +16,7 @@ namespace zelvora::tests {
 ///     void show(std::shared_ptr<platform::UIViewController> controller);
 ///     std::shared_ptr<platform::UINavigationController> makeNavigationController(
 ///         std::shared_ptr<platform::UIViewController> root);
-///     // Lets things happen until `done` holds; false where it does not come to that in half a minute.
+///     // Runs the adapter until `done` returns true; false after half a minute.
 ///     bool runUntil(std::function<bool()> const& done);
 template<typename Harness>
 class ViewControllerContract : public testing::Test {
@@ -70,7 +70,7 @@ TYPED_TEST_P(ViewControllerContract, APushedScreenLoadsKnowingItsStackAndThenCov
         this->takeEvents(), (std::vector<std::string> { "shop did load in a stack", "home will disappear, animated" }));
 }
 
-TYPED_TEST_P(ViewControllerContract, APoppedScreenIsToldOnceAndLetGo)
+TYPED_TEST_P(ViewControllerContract, APoppedScreenIsToldOnceAndReleased)
 {
     this->showStack();
     auto shop = this->makeScreen("shop");
@@ -123,7 +123,7 @@ TYPED_TEST_P(ViewControllerContract, AFullScreenPresentationCoversThePresenterUn
     shop.reset();
     this->expectGone(watched);
     EXPECT_TRUE(this->takeEvents().empty());
-    // It is on the screen again.
+    // The presenter is on the screen again, as the next event shows.
     auto const other = this->makeFullScreen("other");
     this->m_home->present(other, this->No);
     EXPECT_EQ(this->takeEvents(), (std::vector<std::string> { "other did load", "home will disappear" }));
@@ -167,7 +167,7 @@ TYPED_TEST_P(ViewControllerContract, OnlyOnePresentationIsMadeAtATime)
     EXPECT_TRUE(this->takeEvents().empty());
 }
 
-TYPED_TEST_P(ViewControllerContract, DismissingBelowEndsAllThatStandsAbove)
+TYPED_TEST_P(ViewControllerContract, DismissingAScreenEndsAllPresentationsAboveIt)
 {
     this->m_harness.show(this->m_home);
     auto lower = this->makeFullScreen("lower");
@@ -201,7 +201,7 @@ TYPED_TEST_P(ViewControllerContract, ScreensThatEndTogetherAreToldFromTheTopDown
             "upper will disappear, animated", "middle will disappear, animated", "lower will disappear, animated" }));
 }
 
-TYPED_TEST_P(ViewControllerContract, AScreenThatIsDismissedMayEndWhatStandsBelowIt)
+TYPED_TEST_P(ViewControllerContract, AScreenBeingDismissedMayDismissTheOneBelow)
 {
     for (auto const animated : { this->No, this->Yes }) {
         if (!this->m_home->isViewLoaded())
@@ -218,7 +218,7 @@ TYPED_TEST_P(ViewControllerContract, AScreenThatIsDismissedMayEndWhatStandsBelow
         std::weak_ptr<platform::UIViewController> const watchedUpper = std::exchange(upper, nullptr);
         this->expectGone(watchedUpper);
         this->expectGone(watchedLower);
-        // Home is on the screen again, and nothing stands over it.
+        // Nothing covers the home screen any more.
         auto const other = this->makeFullScreen("other");
         this->m_home->present(other, this->No);
         EXPECT_EQ(this->takeEvents(), (std::vector<std::string> { "other did load", "home will disappear" }));
@@ -268,7 +268,7 @@ TYPED_TEST_P(ViewControllerContract, AStackCoveredByAPresentationTellsItsTopScre
     auto const other = this->makeFullScreen("other");
     shop->present(other, this->No);
     EXPECT_EQ(this->takeEvents(), (std::vector<std::string> { "other did load", "shop will disappear" }));
-    // Covered already: taken off, it is not told again.
+    // The screen was covered already, so popping it does not tell it again.
     this->m_stack->popViewController(this->No);
     EXPECT_TRUE(this->takeEvents().empty());
 }
@@ -292,11 +292,11 @@ TYPED_TEST_P(ViewControllerContract, ScreensOpenedAndClosedManyTimesLeaveNothing
 }
 
 REGISTER_TYPED_TEST_SUITE_P(ViewControllerContract, APushedScreenLoadsKnowingItsStackAndThenCoversTheOneBelow,
-    APoppedScreenIsToldOnceAndLetGo, TheOnlyScreenOfAStackIsNotPopped, AScreenCoveredByAnotherPushIsTold,
+    APoppedScreenIsToldOnceAndReleased, TheOnlyScreenOfAStackIsNotPopped, AScreenCoveredByAnotherPushIsTold,
     AFullScreenPresentationCoversThePresenterUntilItIsDismissed,
     APresentationOfAnotherStyleLeavesThePresenterOnTheScreen, APresenterEndsThePresentationThatItMade,
-    OnlyOnePresentationIsMadeAtATime, DismissingBelowEndsAllThatStandsAbove, DismissingAPushedScreenDoesNothing,
-    ScreensThatEndTogetherAreToldFromTheTopDown, AScreenThatIsDismissedMayEndWhatStandsBelowIt,
+    OnlyOnePresentationIsMadeAtATime, DismissingAScreenEndsAllPresentationsAboveIt, DismissingAPushedScreenDoesNothing,
+    ScreensThatEndTogetherAreToldFromTheTopDown, AScreenBeingDismissedMayDismissTheOneBelow,
     DismissingAScreenOfAPresentedStackEndsTheStack, AStackCoveredByAPresentationTellsItsTopScreen,
     ScreensOpenedAndClosedManyTimesLeaveNothingBehind);
 

@@ -26,23 +26,23 @@ inline void PrintTo(Value const& value, std::ostream* stream)
 
 namespace zelvora::tests {
 
-/// What every adapter's web view promises. A harness has a page in it, or plays one:
+/// What every adapter's web view promises. A harness loads pages or acts as one:
 ///
-///     // Has the view on a screen.
+///     // Puts the view on the screen.
 ///     void show(std::shared_ptr<platform::WKWebView> view);
-///     // A page that loads, one for each name.
+///     // The URL of a page that can be loaded, a different one for each name.
 ///     platform::URL page(std::string const& name);
-///     // Until the page that the view went to can post.
+///     // Waits until the page in the view can post messages.
 ///     bool waitForPage(platform::WKWebView& view);
-///     // The page goes to another one, or has a frame go there.
+///     // Navigates the page, or a frame in it.
 ///     void navigate(platform::WKWebView& view, platform::URL const& url);
 ///     void navigateFrame(platform::WKWebView& view, platform::URL const& url);
-///     // The page posts what the expression stands for, which is the value.
+///     // Has the page post the value of the expression, which is equal to `value`.
 ///     void post(platform::WKWebView& view, std::string const& handler, std::string const& expression,
 ///         platform::Value const& value);
-///     // What `evaluateJavaScript` was given that reached the page, each text of the form mark('...').
+///     // The arguments of the calls mark('...') that `evaluateJavaScript` has run in the page.
 ///     std::vector<std::string> marks();
-///     // Lets things happen until `done` holds; false where it does not come to that in half a minute.
+///     // Runs the adapter until `done` returns true; false after half a minute.
 ///     bool runUntil(std::function<bool()> const& done);
 template<typename Harness>
 class WebViewContract : public testing::Test {
@@ -115,7 +115,7 @@ protected:
 
 TYPED_TEST_SUITE_P(WebViewContract);
 
-TYPED_TEST_P(WebViewContract, HandsOverMessagesInOrderWithTheirTypesKept)
+TYPED_TEST_P(WebViewContract, DeliversMessagesInOrderWithTheirTypesKept)
 {
     using platform::Array;
     using platform::Date;
@@ -152,7 +152,7 @@ TYPED_TEST_P(WebViewContract, HandsOverMessagesInOrderWithTheirTypesKept)
     }
 }
 
-TYPED_TEST_P(WebViewContract, AHandlerThatWasRemovedHearsNothing)
+TYPED_TEST_P(WebViewContract, ARemovedHandlerIsNotCalled)
 {
     ASSERT_TRUE(this->load("first"));
     auto& harness = this->m_harness;
@@ -167,7 +167,7 @@ TYPED_TEST_P(WebViewContract, AHandlerThatWasRemovedHearsNothing)
     EXPECT_EQ(other.messages.size(), 1U);
 }
 
-TYPED_TEST_P(WebViewContract, AsksAboutEveryNavigationAndKeepsToTheAnswer)
+TYPED_TEST_P(WebViewContract, AsksAboutEveryNavigationAndObeysTheAnswer)
 {
     auto& harness = this->m_harness;
     auto& delegate = this->m_delegate;
@@ -191,7 +191,7 @@ TYPED_TEST_P(WebViewContract, AsksAboutEveryNavigationAndKeepsToTheAnswer)
     EXPECT_EQ(std::ranges::count(delegate.asked, second.absoluteString()), 1);
 }
 
-TYPED_TEST_P(WebViewContract, TellsEachChangeOfTheURLOnceAndGoesBack)
+TYPED_TEST_P(WebViewContract, ReportsEachURLChangeOnceAndGoesBack)
 {
     auto& harness = this->m_harness;
     ASSERT_TRUE(this->load("first"));
@@ -236,8 +236,8 @@ TYPED_TEST_P(WebViewContract, AnObservationMayOutliveTheView)
     this->m_observation->invalidate();
 }
 
-REGISTER_TYPED_TEST_SUITE_P(WebViewContract, HandsOverMessagesInOrderWithTheirTypesKept,
-    AHandlerThatWasRemovedHearsNothing, AsksAboutEveryNavigationAndKeepsToTheAnswer,
-    TellsEachChangeOfTheURLOnceAndGoesBack, EvaluatesScriptsInTheOrderOfTheCalls, AnObservationMayOutliveTheView);
+REGISTER_TYPED_TEST_SUITE_P(WebViewContract, DeliversMessagesInOrderWithTheirTypesKept, ARemovedHandlerIsNotCalled,
+    AsksAboutEveryNavigationAndObeysTheAnswer, ReportsEachURLChangeOnceAndGoesBack,
+    EvaluatesScriptsInTheOrderOfTheCalls, AnObservationMayOutliveTheView);
 
 }

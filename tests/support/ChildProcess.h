@@ -17,9 +17,11 @@ public:
     ChildProcess(ChildProcess const&) = delete;
     ChildProcess& operator=(ChildProcess const&) = delete;
 
+    /// Writes the line and a line feed to the child's standard input.
     void send(std::string const& line);
     /// The next line that it writes; empty if it ended or wrote nothing for half a minute.
     [[nodiscard]] std::string readLine();
+    /// Sends a line and returns the next line of output.
     [[nodiscard]] std::string ask(std::string const& line);
     /// At least one byte, at most `count`; empty if it ended or wrote nothing for half a minute.
     [[nodiscard]] std::string readSome(std::size_t count);

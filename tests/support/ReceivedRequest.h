@@ -8,12 +8,12 @@ namespace zelvora::tests {
 /// A request as it reached the server.
 struct ReceivedRequest {
     std::string method;
-    /// By their names in lower case.
+    /// By names in lower case.
     std::map<std::string, std::string> headers;
     std::string body;
 };
 
-/// Of ASCII letters.
+/// Changes ASCII letters only.
 inline std::string lowerCase(std::string text)
 {
     for (char& letter : text) {

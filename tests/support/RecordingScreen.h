@@ -11,7 +11,7 @@
 
 namespace zelvora::tests {
 
-/// A screen that writes down what happens to it, under its name.
+/// A screen that records its events under its name: "shop did load in a stack", "shop will disappear, animated".
 class RecordingScreen : public platform::UIViewController {
 public:
     RecordingScreen(std::string name, Record<std::string>& record) : m_name(std::move(name)), m_record(record) { }
@@ -30,7 +30,7 @@ public:
             act();
     }
 
-    /// What the host does when it is told so, once.
+    /// Called once, when the screen is told that it will disappear.
     std::function<void()> actOnDisappearance;
 
 private:

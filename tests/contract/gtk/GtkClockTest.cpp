@@ -11,13 +11,13 @@
 
 namespace {
 
-// How far the wall clock of this program is from the machine's, which only root may set.
+// What this program's wall clock shows, relative to the machine's clock, which only root may set.
 std::atomic<std::int64_t> s_secondsAhead = 0;
 
 }
 
-// Both ways to ask for the time stand before the C library's for the whole program, once it shows them to its
-// libraries: which of them GLib takes is its own affair.
+// Exported, these replace the C library's functions for the whole program and its libraries. Both, because GLib may use
+// either.
 extern "C" {
 
 [[gnu::visibility("default")]] int clock_gettime(clockid_t clock, timespec* time) noexcept

@@ -11,11 +11,11 @@ class GtkNotificationCenter final {
 public:
     platform::NotificationCenter& center() { return m_center; }
     platform::DispatchQueue& queue() { return m_queue; }
-    void turnQueue()
+    void runQueue()
     {
-        bool isTurned = false;
-        m_queue.async([&] { isTurned = true; });
-        EXPECT_TRUE(gtk::runMainLoopUntil([&] { return isTurned; }));
+        bool hasRun = false;
+        m_queue.async([&] { hasRun = true; });
+        EXPECT_TRUE(gtk::runMainLoopUntil([&] { return hasRun; }));
     }
 
 private:

@@ -43,7 +43,7 @@ public:
     }
     void changed()
     {
-        // Under the lock, or the change could fall between the question and the wait.
+        // Under the lock, so that a waiting thread cannot miss the change between its check and its wait.
         std::scoped_lock const lock(m_mutex);
         m_changed.notify_all();
     }

@@ -28,7 +28,7 @@ void startToolkit(std::filesystem::path const& directory)
     }
     setenv("GTK_A11Y", "none", 1);
     setenv("GSETTINGS_BACKEND", "memory", 1);
-    // What the display has of graphics hardware is emulated, and slower.
+    // A virtual display emulates graphics hardware, which is slower than drawing without it.
     setenv("GSK_RENDERER", "cairo", 0);
     if (gtk_init_check())
         return;
@@ -158,7 +158,7 @@ void GtkHarness::drag(std::vector<std::pair<int, int>> const& points)
         move(point);
     arguments.insert(arguments.end(), { "mouseup", "1" });
 
-    // The release is the last that the window hears of it.
+    // The release is the last event of the drag.
     bool isOver = false;
     auto* legacy = gtk_event_controller_legacy_new();
     gtk_event_controller_set_propagation_phase(legacy, GTK_PHASE_CAPTURE);
@@ -232,7 +232,7 @@ bool GtkHarness::waitForPage(platform::WKWebView& view)
 
 void GtkHarness::navigate(platform::WKWebView& view, platform::URL const& url)
 {
-    // As the user does: by script alone the engine would take the place of the page in the history.
+    // Clicks a link as the user would: a navigation by script alone replaces the current entry of the history.
     view.evaluateJavaScript("{ const link = document.body.appendChild(document.createElement('a')); link.href = '"
         + url.absoluteString() + "'; link.click(); }");
 }

@@ -11,15 +11,15 @@
 
 namespace zelvora::tests {
 
-/// The adapter for GTK with a window of a phone's size on an X display, driven by a real pointer. It needs "xdotool";
-/// without a display it stops the process and says so. The user's own folders are a temporary one, in which an app is
-/// registered for the scheme "zelvora-test".
+/// The GTK adapter with a phone-sized window on an X display, driven by the display's pointer through xdotool. Without
+/// a display it prints a message and stops the process. The user's folders are replaced by a temporary one, in which
+/// another app is registered for the scheme "zelvora-test".
 class GtkHarness final {
 public:
     using Configure = std::function<void(gtk::HostOptions&)>;
 
     GtkHarness() : GtkHarness([](gtk::HostOptions&) { }) { }
-    /// With other options than a host has as a rule.
+    /// `configure` changes the options before the adapter is installed.
     explicit GtkHarness(Configure const& configure);
     GtkHarness(GtkHarness const&) = delete;
     GtkHarness& operator=(GtkHarness const&) = delete;
@@ -27,10 +27,10 @@ public:
 
     bool runUntil(std::function<bool()> const& done);
 
-    /// The folder that stands for the user's own.
+    /// The temporary folder that replaces the user's folders.
     std::filesystem::path const& directory() const { return m_directory.path(); }
     GtkWindow* window();
-    /// The window has been destroyed by others.
+    /// Call this if the test has destroyed the window.
     void forgetWindow() { m_window = nullptr; }
 
     // Screens
@@ -49,15 +49,16 @@ public:
 
     // Fingers
     void dragFromLeftEdge(platform::UIView& view);
-    /// Presses, moves through the points and releases, and lets the window take it all in.
+    /// Presses the button at the first point, moves through the others, releases, and waits until the window has seen
+    /// the release.
     void drag(std::vector<std::pair<int, int>> const& points);
-    /// Lets `xdotool` act on the display.
+    /// Runs xdotool with these arguments.
     void act(std::vector<std::string> const& arguments);
 
     // Pages
     void show(std::shared_ptr<platform::WKWebView> view);
     platform::URL page(std::string const& name);
-    /// A page with this in its body.
+    /// Serves a page with this body.
     platform::URL page(std::string const& name, std::string const& html);
     bool waitForPage(platform::WKWebView& view);
     void navigate(platform::WKWebView& view, platform::URL const& url);
@@ -65,7 +66,7 @@ public:
     void post(platform::WKWebView& view, std::string const& handler, std::string const& expression,
         platform::Value const& value);
     std::vector<std::string> marks() { return m_marks; }
-    /// By the server of the pages.
+    /// The requests that the pages' server has received.
     std::vector<ReceivedRequest> received() const { return m_server->received(); }
 
     // Applications

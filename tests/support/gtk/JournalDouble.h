@@ -8,18 +8,19 @@
 
 namespace zelvora::tests {
 
-/// What the journal daemon would have been sent, an entry's fields by their names. One per process, as its sender is
-/// a plain function.
+/// Records what would be sent to the journal daemon. There is one record per process, because libsystemd's sender is a
+/// plain function; making another double empties it.
 class JournalDouble final {
 public:
+    /// Field values by field names.
     using Entry = std::map<std::string, std::string>;
 
     JournalDouble();
 
     [[nodiscard]] std::vector<Entry> entries() const;
-    /// Takes the place of libsystemd's function of that meaning.
+    /// Stands in for sd_journal_sendv.
     static int send(iovec const* fields, int count);
-    /// Answers as libsystemd does where no journal runs.
+    /// Fails as sd_journal_sendv does if no journal runs.
     static int sendToNobody(iovec const* fields, int count);
 };
 

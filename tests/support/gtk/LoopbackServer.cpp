@@ -79,7 +79,7 @@ void LoopbackServer::listen(std::optional<Identity> const& identity)
     gtk::GErrorPlace error;
     gtk::GObjectPointer<GTlsCertificate> certificate;
     if (identity) {
-        // libsoup's server keeps its HTTP/2 behind this.
+        // Without this, libsoup's server does not offer HTTP/2.
         g_setenv("SOUP_SERVER_HTTP2", "1", TRUE);
         std::string const pem = identity->certificatePEM + identity->keyPEM;
         certificate.reset(g_tls_certificate_new_from_pem(pem.data(), static_cast<gssize>(pem.size()), error.out()));

@@ -14,8 +14,8 @@
 
 namespace zelvora::tests {
 
-/// A web server on loopback, on a thread of its own. With a certificate it speaks HTTPS and HTTP/2,
-/// of which it reads request bodies of less than 64 KiB only.
+/// A web server on loopback that runs on its own thread. With a certificate it serves HTTPS with HTTP/2, and then reads
+/// only request bodies of less than 64 KiB.
 class LoopbackServer final {
 public:
     /// Called on the server's thread.
@@ -31,12 +31,12 @@ public:
     LoopbackServer& operator=(LoopbackServer const&) = delete;
     ~LoopbackServer();
 
-    /// Has a path handled so, and tells its address.
+    /// Registers the handler of a path and returns the URL of that path.
     platform::URL serve(std::string const& path, Handler handler);
     platform::URL url(std::string const& path, std::string const& host = "localhost") const;
 
     std::vector<ReceivedRequest> received() const { return m_received.all(); }
-    /// The server's thread, for what a handler does later.
+    /// The queue of the server's thread, for what a handler does later.
     platform::DispatchQueue& queue() { return m_thread.queue(); }
 
 private:

@@ -95,14 +95,14 @@ void RawServer::serve(int connection)
     }
     if (m_afterwards == Afterwards::Close)
         return;
-    // Until the client or the test has had enough.
+    // Waits until the client disconnects or this server is destroyed.
     std::array<pollfd, 2> watched { { { connection, POLLRDHUP, 0 }, { m_ending[0], POLLIN, 0 } } };
     poll(watched.data(), watched.size(), -1);
 }
 
 platform::URL urlOfNobody()
 {
-    // The port is one that was free a moment ago.
+    // A port that was free a moment ago.
     auto const listener = bindToLoopback();
     close(listener.descriptor);
     return urlOfPort(listener.port);

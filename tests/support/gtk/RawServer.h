@@ -8,8 +8,8 @@
 
 namespace zelvora::tests {
 
-/// A server on loopback that answers each connection's first request with the same bytes, right or wrong, whatever was
-/// asked. One connection at a time.
+/// A server on loopback that answers the first request of each connection with the same bytes, which need not be HTTP.
+/// It serves one connection at a time.
 class RawServer final {
 public:
     enum class Afterwards { Close, KeepOpen };
@@ -34,7 +34,7 @@ private:
     std::thread m_thread;
 };
 
-/// An address on loopback where nobody listens.
+/// A URL of a closed port on loopback.
 platform::URL urlOfNobody();
 
 }

@@ -7,14 +7,14 @@
 
 namespace zelvora::tests {
 
-/// A certificate authority that no system trusts, and the servers that it signed. Made with the build.
+/// A certificate authority that no system trusts, and the server certificates that it has signed. The build makes them.
 class TestAuthority final {
 public:
-    /// "first" and "second" are two authorities that do not vouch for each other's servers.
+    /// There are two, "first" and "second".
     explicit TestAuthority(std::string const& name = "first");
 
     [[nodiscard]] std::string certificatePEM() const;
-    /// The server of a host name, one of those in the build's list for this authority.
+    /// The certificate and key for a host name, which must be in the build's list for this authority.
     [[nodiscard]] LoopbackServer::Identity identityOf(std::string const& host) const;
 
 private:

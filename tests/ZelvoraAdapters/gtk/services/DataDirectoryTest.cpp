@@ -12,13 +12,13 @@
 
 namespace zelvora::tests {
 
-TEST(DataDirectoryTest, IsTheBundlesFolderAmongTheUsersData)
+TEST(DataDirectoryTest, IsTheBundlesFolderInTheUsersDataFolder)
 {
     g_setenv("XDG_DATA_HOME", "/somewhere/data", TRUE);
     EXPECT_EQ(gtk::dataDirectory("com.example.host"), "/somewhere/data/com.example.host");
 }
 
-TEST(DataDirectoryTest, WithoutTheVariableItIsBelowTheUsersHome)
+TEST(DataDirectoryTest, WithoutTheVariableItIsInTheUsersHome)
 {
     g_unsetenv("XDG_DATA_HOME");
     g_setenv("HOME", "/somewhere/home", TRUE);
@@ -39,7 +39,7 @@ TEST(DataDirectoryTest, WithoutABundleIdentifierItIsNamedAsTheProgram)
     EXPECT_EQ(gtk::dataDirectory(std::nullopt), "/somewhere/data/shop");
 }
 
-TEST(DataDirectoryTest, IsMadeWithWhatIsAboveIt)
+TEST(DataDirectoryTest, IsCreatedWithItsParents)
 {
     TemporaryDirectory const directory;
     auto const folder = directory.path() / "a" / "b";
@@ -64,7 +64,7 @@ TEST(ClockTest, IsTheSystemsWallClock)
     auto const before = seconds();
     auto const now = gtk::Clock().now().timeIntervalSince1970;
     auto const after = seconds();
-    // Each clock reading is rounded in its own way.
+    // The two readings are rounded differently.
     constexpr double microsecond = 1e-5;
     EXPECT_GE(now, before - microsecond);
     EXPECT_LE(now, after + microsecond);

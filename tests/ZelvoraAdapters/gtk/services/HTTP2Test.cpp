@@ -38,7 +38,7 @@ protected:
 
 }
 
-TEST_F(HTTP2Test, IsSpokenWhereTheServerDoes)
+TEST_F(HTTP2Test, IsUsedIfTheServerSupportsIt)
 {
     auto const result = m_loading.load(
         post("question", [](SoupServerMessage* message) { answer(message, 201, std::string(1'000'000, 'x')); }));
@@ -86,7 +86,7 @@ TEST_F(HTTP2Test, AConnectionThatIsCutIsAnError)
     EXPECT_NE(result.error().code, G_IO_ERROR_TIMED_OUT);
 }
 
-TEST_F(HTTP2Test, ManyRequestsGoAtOnce)
+TEST_F(HTTP2Test, ManyRequestsRunAtOnce)
 {
     auto const request = post("question", [](SoupServerMessage* message) { answer(message, 200, "answer"); });
     std::vector<std::future<bool>> results;

@@ -10,7 +10,7 @@
 
 namespace zelvora::tests {
 
-/// A loader with what its requests came to.
+/// A loader that waits for its requests.
 class Loading final {
 public:
     using Result = std::expected<platform::URLSession::Answer, platform::Error>;
@@ -18,7 +18,7 @@ public:
     Loading() = default;
     explicit Loading(gtk::URLSession::Options const& options) : m_session(options) { }
 
-    /// Waits for the completion; without one in a minute, an error of the domain "test".
+    /// Waits for the completion. If it is not called within a minute, the result is an error of the domain "test".
     Result load(platform::URLRequest request)
     {
         auto promise = std::make_shared<std::promise<Result>>();
@@ -33,7 +33,7 @@ public:
     }
 
     [[nodiscard]] gtk::URLSession& session() { return m_session; }
-    /// Where the last completion was called.
+    /// The thread on which the last completion was called.
     [[nodiscard]] std::thread::id thread() const { return m_thread; }
 
 private:

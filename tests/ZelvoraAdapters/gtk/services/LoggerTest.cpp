@@ -22,7 +22,7 @@ bool isDebugEnabledWith(char const* setting)
 
 }
 
-TEST(GtkLoggerTest, AnEntryTellsWhereItComesFrom)
+TEST(GtkLoggerTest, AnEntryNamesItsSource)
 {
     JournalDouble const journal;
     gtk::Logger("com.example.sdk", "Category", JournalDouble::send).log(OSLogType::Fault, "message");
@@ -36,7 +36,7 @@ TEST(GtkLoggerTest, AnEntryTellsWhereItComesFrom)
         } }));
 }
 
-TEST(GtkLoggerTest, DebugEntriesAreAskedForBySubsystemOrForAll)
+TEST(GtkLoggerTest, DebugEntriesAreEnabledForASubsystemOrForAll)
 {
     EXPECT_FALSE(isDebugEnabledWith(nullptr));
     EXPECT_FALSE(isDebugEnabledWith(""));
@@ -48,7 +48,7 @@ TEST(GtkLoggerTest, DebugEntriesAreAskedForBySubsystemOrForAll)
     EXPECT_TRUE(isDebugEnabledWith("other com.example.sdk another"));
 }
 
-TEST(GtkLoggerTest, TheUsersWishIsReadOnceForALogger)
+TEST(GtkLoggerTest, TheUsersSettingIsReadOncePerLogger)
 {
     g_unsetenv("G_MESSAGES_DEBUG");
     gtk::Logger const logger("com.example.sdk", "Category", JournalDouble::send);
@@ -56,7 +56,7 @@ TEST(GtkLoggerTest, TheUsersWishIsReadOnceForALogger)
     EXPECT_FALSE(logger.isEnabled(OSLogType::Debug));
 }
 
-TEST(GtkLoggerTest, AnEntryThatIsOffIsNotSent)
+TEST(GtkLoggerTest, AnEntryOfADisabledTypeIsNotSent)
 {
     g_unsetenv("G_MESSAGES_DEBUG");
     JournalDouble const journal;

@@ -43,14 +43,13 @@ struct Case {
 
 class RedirectMethodTest : public testing::TestWithParam<Case> { };
 
-TEST_P(RedirectMethodTest, IsThatOfTheWeb)
+TEST_P(RedirectMethodTest, IsTheOneThatBrowsersUse)
 {
     auto const [status, method, methodThere] = GetParam();
     LoopbackServer server;
     server.serve("/there", arrived);
     auto const url = server.serve("/here", redirecting(status, "/there"));
-    Loading loading;
-    auto const result = loading.load(request(method, url));
+    auto const result = Loading().load(request(method, url));
     ASSERT_TRUE(result) << result.error().localizedDescription;
     EXPECT_EQ(result->response.statusCode, 200);
     auto const there = server.received().back();
@@ -66,49 +65,45 @@ INSTANTIATE_TEST_SUITE_P(Redirects, RedirectMethodTest,
         Case { 307, "POST", "POST" }, Case { 308, "POST", "POST" }, Case { 301, "PUT", "PUT" },
         Case { 302, "PUT", "PUT" }, Case { 303, "PUT", "GET" }));
 
-TEST(RedirectTest, GoesOnAtAnotherServer)
+TEST(RedirectTest, ContinuesAtAnotherServer)
 {
     LoopbackServer other;
     LoopbackServer server;
     auto const there = other.serve("/there", arrived);
     auto const url = server.serve("/here", redirecting(302, there.absoluteString()));
-    Loading loading;
-    auto const result = loading.load({ .url = url });
+    auto const result = Loading().load({ .url = url });
     ASSERT_TRUE(result) << result.error().localizedDescription;
     EXPECT_EQ(result->data.bytes, "arrived");
     EXPECT_EQ(other.received().size(), 1U);
 }
 
-TEST(RedirectTest, WithoutALocationTheAnswerIsTakenAsItIs)
+TEST(RedirectTest, WithoutALocationTheResponseIsTheAnswer)
 {
     LoopbackServer server;
     auto const url = server.serve("/", [](SoupServerMessage* message) { answer(message, 302, "nowhere"); });
-    Loading loading;
-    auto const result = loading.load({ .url = url });
+    auto const result = Loading().load({ .url = url });
     ASSERT_TRUE(result) << result.error().localizedDescription;
     EXPECT_EQ(result->response.statusCode, 302);
     EXPECT_EQ(result->data.bytes, "nowhere");
 }
 
-TEST(RedirectTest, OtherStatusesWithALocationAreAnswers)
+TEST(RedirectTest, OtherStatusesWithALocationAreNotRedirects)
 {
     for (int const status : { 201, 300, 304, 404 }) {
         LoopbackServer server;
         auto const url = server.serve("/", redirecting(status, "/elsewhere"));
-        Loading loading;
-        auto const result = loading.load({ .url = url });
+        auto const result = Loading().load({ .url = url });
         ASSERT_TRUE(result) << result.error().localizedDescription;
         EXPECT_EQ(result->response.statusCode, status);
         EXPECT_EQ(server.received().size(), 1U);
     }
 }
 
-TEST(RedirectTest, InACircleIsAnErrorInTheEnd)
+TEST(RedirectTest, InACircleIsAnError)
 {
     LoopbackServer server;
     auto const url = server.serve("/", redirecting(302, "/"));
-    Loading loading;
-    auto const result = loading.load({ .url = url });
+    auto const result = Loading().load({ .url = url });
     ASSERT_FALSE(result);
     EXPECT_EQ(result.error().localizedDescription, "Too many redirects.");
     EXPECT_EQ(server.received().size(), 17U);
@@ -118,8 +113,7 @@ TEST(RedirectTest, ToAnotherProtocolIsAnError)
 {
     LoopbackServer server;
     auto const url = server.serve("/", redirecting(302, "file:///etc/passwd"));
-    Loading loading;
-    auto const result = loading.load({ .url = url });
+    auto const result = Loading().load({ .url = url });
     ASSERT_FALSE(result);
     EXPECT_EQ(result.error().localizedDescription, "Unsupported URL: file:///etc/passwd");
 }

@@ -41,7 +41,7 @@ protected:
 
 }
 
-TEST_F(ServerTrustTest, AnAuthorityOfOnesOwnIsTrustedWhereItIsGiven)
+TEST_F(ServerTrustTest, AnAdditionalAuthorityIsTrusted)
 {
     auto const url = serve("localhost");
     Loading loading({ .additionalAuthorities = authorityFile() });
@@ -50,7 +50,7 @@ TEST_F(ServerTrustTest, AnAuthorityOfOnesOwnIsTrustedWhereItIsGiven)
     EXPECT_EQ(result->data.bytes, "secret");
 }
 
-TEST_F(ServerTrustTest, AServerBelowLocalhostNeedsNoResolver)
+TEST_F(ServerTrustTest, AHostNameBelowLocalhostNeedsNoResolver)
 {
     serve("shop.localhost");
     Loading loading({ .additionalAuthorities = authorityFile() });
@@ -65,7 +65,7 @@ TEST_F(ServerTrustTest, WithoutTheAuthorityTheServerIsNotTrusted)
     expectUntrusted(loading.load({ .url = url }));
 }
 
-TEST_F(ServerTrustTest, AnotherAuthorityDoesNotHelp)
+TEST_F(ServerTrustTest, AnotherAuthorityIsNotEnough)
 {
     auto const url = serve("localhost");
     Loading loading(
@@ -73,14 +73,14 @@ TEST_F(ServerTrustTest, AnotherAuthorityDoesNotHelp)
     expectUntrusted(loading.load({ .url = url }));
 }
 
-TEST_F(ServerTrustTest, TheServersNameMustBeTheOneThatWasAskedFor)
+TEST_F(ServerTrustTest, TheCertificateMustBeForTheRequestedHost)
 {
     auto const url = serve("elsewhere.localhost");
     Loading loading({ .additionalAuthorities = authorityFile() });
     expectUntrusted(loading.load({ .url = url }));
 }
 
-TEST_F(ServerTrustTest, AnAuthorityFileThatCannotBeReadAddsNothing)
+TEST_F(ServerTrustTest, AnUnreadableAuthorityFileIsIgnored)
 {
     auto const url = serve("localhost");
     for (auto const& file :

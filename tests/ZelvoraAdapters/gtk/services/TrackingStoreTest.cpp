@@ -31,7 +31,7 @@ TEST_F(TrackingStoreTest, AtFirstNothingIsDeterminedOrWritten)
     EXPECT_FALSE(std::filesystem::exists(folder));
 }
 
-TEST_F(TrackingStoreTest, EveryAnswerIsKept)
+TEST_F(TrackingStoreTest, EveryAnswerIsStored)
 {
     for (auto const status : { Status::Authorized, Status::Denied, Status::Restricted, Status::NotDetermined }) {
         gtk::TrackingStore(m_directory.path()).setStatus(status);
@@ -51,7 +51,7 @@ TEST_F(TrackingStoreTest, TheIdentifierIsMadeOnceAsAnUpperCaseUUID)
     EXPECT_NE(gtk::TrackingStore(other.path()).identifier(), identifier);
 }
 
-TEST_F(TrackingStoreTest, TheAnswerAndTheIdentifierDoNotDisturbEachOther)
+TEST_F(TrackingStoreTest, TheAnswerAndTheIdentifierDoNotOverwriteEachOther)
 {
     std::string identifier;
     {
@@ -69,7 +69,7 @@ TEST_F(TrackingStoreTest, TheAnswerAndTheIdentifierDoNotDisturbEachOther)
     EXPECT_EQ(store.identifier(), identifier);
 }
 
-TEST_F(TrackingStoreTest, TheFolderIsMadeForThisUserAlone)
+TEST_F(TrackingStoreTest, OnlyThisUserHasAccessToTheFolder)
 {
     auto const folder = m_directory.path() / "a" / "b";
     gtk::TrackingStore(folder).setStatus(Status::Denied);
@@ -78,7 +78,7 @@ TEST_F(TrackingStoreTest, TheFolderIsMadeForThisUserAlone)
     EXPECT_EQ(std::filesystem::status(folder / "tracking.ini").permissions(), perms::owner_read | perms::owner_write);
 }
 
-TEST_F(TrackingStoreTest, WhatCannotBeUnderstoodCountsAsAbsent)
+TEST_F(TrackingStoreTest, InvalidEntriesCountAsAbsent)
 {
     for (auto const* const text :
         { "", "not a key file", "[Tracking]\nAuthorization=perhaps\nAdvertisingIdentifier=7\n",
@@ -96,9 +96,9 @@ TEST_F(TrackingStoreTest, AnIdentifierInLowerCaseIsGivenInUpperCase)
     EXPECT_EQ(gtk::TrackingStore(m_directory.path()).identifier(), "0A1B2C3D-4E5F-4607-8899-AABBCCDDEEFF");
 }
 
-TEST_F(TrackingStoreTest, WhereNothingCanBeWrittenItHoldsForThisProcess)
+TEST_F(TrackingStoreTest, IfNothingCanBeWrittenTheAnswerIsValidForThisProcess)
 {
-    // A file where the folder should be stops every user, the superuser included.
+    // A file in place of the folder: unlike missing permissions, it stops root too.
     auto const folder = m_directory.write("occupied", "") / "below";
     gtk::TrackingStore store(folder);
     testing::internal::CaptureStderr();
@@ -120,7 +120,7 @@ TEST_F(TrackingStoreTest, ManyThreadsGetTheSameIdentifier)
     EXPECT_EQ(std::set(all.begin(), all.end()).size(), 1U);
 }
 
-TEST_F(TrackingStoreTest, TheManagerGivesTheIdentifierToTheAuthorizedAlone)
+TEST_F(TrackingStoreTest, TheManagerGivesTheIdentifierOnlyIfAuthorized)
 {
     gtk::TrackingStore store(m_directory.path());
     gtk::ASIdentifierManager const manager(store);

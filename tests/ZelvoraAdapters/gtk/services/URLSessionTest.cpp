@@ -25,9 +25,19 @@ platform::URLRequest post(platform::URL const& url)
     };
 }
 
+// From a server that sends these bytes and closes the connection.
+void expectErrorFrom(std::string const& bytes)
+{
+    RawServer const server(bytes, Afterwards::Close);
+    auto const result = Loading().load({ .url = server.url() });
+    ASSERT_FALSE(result) << bytes;
+    EXPECT_NE(result.error().domain, "test");
+    EXPECT_NE(result.error().localizedDescription, "");
 }
 
-TEST(GtkURLSessionTest, CompletionsComeOffTheCallersThread)
+}
+
+TEST(GtkURLSessionTest, CompletionsAreCalledOnOneThreadThatIsNotTheCallers)
 {
     LoopbackServer server;
     auto const url = server.serve("/", [](SoupServerMessage* message) { answer(message, 200, ""); });
@@ -40,7 +50,7 @@ TEST(GtkURLSessionTest, CompletionsComeOffTheCallersThread)
     EXPECT_EQ(loading.thread(), thread);
 }
 
-TEST(GtkURLSessionTest, SendsNoHeaderOfItsOwnThatTellsOfTheApp)
+TEST(GtkURLSessionTest, AddsNoHeaderThatIdentifiesTheApp)
 {
     LoopbackServer server;
     auto const url = server.serve("/", [](SoupServerMessage* message) {
@@ -57,7 +67,7 @@ TEST(GtkURLSessionTest, SendsNoHeaderOfItsOwnThatTellsOfTheApp)
     EXPECT_TRUE(headers.empty()) << headers.begin()->first;
 }
 
-TEST(GtkURLSessionTest, AnAddressThatIsNotOfTheWebIsAnError)
+TEST(GtkURLSessionTest, AURLThatIsNotHTTPIsAnError)
 {
     Loading loading;
     for (auto const* const address :
@@ -73,22 +83,15 @@ TEST(GtkURLSessionTest, AnAddressThatIsNotOfTheWebIsAnError)
 
 TEST(GtkURLSessionTest, AnUnknownHostIsAnError)
 {
-    Loading loading;
-    auto const result = loading.load({ .url = *platform::URL::parse("https://nobody.invalid/") });
+    auto const result = Loading().load({ .url = *platform::URL::parse("https://nobody.invalid/") });
     ASSERT_FALSE(result);
     EXPECT_NE(result.error().localizedDescription, "");
 }
 
 TEST(GtkURLSessionTest, AnAnswerThatIsNotHTTPIsAnError)
 {
-    for (auto const* const bytes : { "", "\r\n", "SSH-2.0-Server\r\n\r\n", "HTTP/1.1 two hundred\r\n\r\n" }) {
-        RawServer const server(bytes, Afterwards::Close);
-        Loading loading;
-        auto const result = loading.load({ .url = server.url() });
-        ASSERT_FALSE(result) << bytes;
-        EXPECT_NE(result.error().domain, "test");
-        EXPECT_NE(result.error().localizedDescription, "");
-    }
+    for (auto const* const bytes : { "", "\r\n", "SSH-2.0-Server\r\n\r\n", "HTTP/1.1 two hundred\r\n\r\n" })
+        expectErrorFrom(bytes);
 }
 
 TEST(GtkURLSessionTest, ABodyThatEndsEarlyIsAnErrorHoweverItIsFramed)
@@ -98,21 +101,14 @@ TEST(GtkURLSessionTest, ABodyThatEndsEarlyIsAnErrorHoweverItIsFramed)
              "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n",
              "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\n12345\r\n5",
              "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\n12",
-         }) {
-        RawServer const server(bytes, Afterwards::Close);
-        Loading loading;
-        auto const result = loading.load({ .url = server.url() });
-        ASSERT_FALSE(result) << bytes;
-        EXPECT_NE(result.error().domain, "test");
-        EXPECT_NE(result.error().localizedDescription, "");
-    }
+         })
+        expectErrorFrom(bytes);
 }
 
 TEST(GtkURLSessionTest, ABodyThatStallsTimesOut)
 {
     RawServer const server("HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n12345", Afterwards::KeepOpen);
-    Loading loading;
-    auto const result = loading.load({ .url = server.url(), .timeoutInterval = 0.2 });
+    auto const result = Loading().load({ .url = server.url(), .timeoutInterval = 0.2 });
     ASSERT_FALSE(result);
     EXPECT_EQ(result.error(), (platform::Error { ioErrors, G_IO_ERROR_TIMED_OUT, "The request timed out." }));
 }
@@ -123,8 +119,7 @@ TEST(GtkURLSessionTest, AServerThatStopsReadingTimesOut)
     auto request = post(server.url());
     request.httpBody.bytes.assign(50'000'000, 'x');
     request.timeoutInterval = 0.5;
-    Loading loading;
-    auto const result = loading.load(request);
+    auto const result = Loading().load(request);
     ASSERT_FALSE(result);
     EXPECT_EQ(result.error().code, G_IO_ERROR_TIMED_OUT);
 }
@@ -138,7 +133,7 @@ TEST(GtkURLSessionTest, ASlowBodyThatKeepsMovingDoesNotTimeOut)
         auto* const headers = soup_server_message_get_response_headers(message);
         soup_message_headers_set_encoding(headers, SOUP_ENCODING_CHUNKED);
         soup_server_message_pause(message);
-        // Together well over the timeout, each piece well below it.
+        // All pieces together take longer than the timeout; the gaps between them are much shorter.
         for (int piece = 1; piece <= pieceCount; ++piece) {
             server.queue().asyncAfter(0.2 * piece, [message, isLast = piece == pieceCount] {
                 auto* const body = soup_server_message_get_response_body(message);
@@ -149,38 +144,35 @@ TEST(GtkURLSessionTest, ASlowBodyThatKeepsMovingDoesNotTimeOut)
             });
         }
     });
-    Loading loading;
-    auto const result = loading.load({ .url = url, .timeoutInterval = 1 });
+    auto const result = Loading().load({ .url = url, .timeoutInterval = 1 });
     ASSERT_TRUE(result) << result.error().localizedDescription;
     EXPECT_EQ(result->data.bytes.size(), 6U * pieceCount);
 }
 
-TEST(GtkURLSessionTest, AHugeBodyIsReadWhole)
+TEST(GtkURLSessionTest, AHugeBodyIsReadCompletely)
 {
     constexpr std::size_t size = 100'000'000;
     LoopbackServer server;
     auto const url =
         server.serve("/", [](SoupServerMessage* message) { answer(message, 200, std::string(size, 'x')); });
-    Loading loading;
-    auto const result = loading.load({ .url = url });
+    auto const result = Loading().load({ .url = url });
     ASSERT_TRUE(result) << result.error().localizedDescription;
     EXPECT_EQ(result->data.bytes.size(), size);
     EXPECT_EQ(result->data.bytes.find_first_not_of('x'), std::string::npos);
 }
 
-TEST(GtkURLSessionTest, AHugeRequestBodyArrivesWhole)
+TEST(GtkURLSessionTest, AHugeRequestBodyArrivesCompletely)
 {
     constexpr std::size_t size = 10'000'000;
     LoopbackServer server;
     auto request = post(server.serve("/", [](SoupServerMessage* message) { answer(message, 200, ""); }));
     request.httpBody.bytes.assign(size, 'x');
-    Loading loading;
-    auto const result = loading.load(request);
+    auto const result = Loading().load(request);
     ASSERT_TRUE(result) << result.error().localizedDescription;
     EXPECT_EQ(server.received().back().body, request.httpBody.bytes);
 }
 
-TEST(GtkURLSessionTest, APostWithoutABodySaysThatItHasNone)
+TEST(GtkURLSessionTest, APostWithoutABodyHasAContentLengthOfZero)
 {
     LoopbackServer server;
     auto request = post(server.serve("/", [](SoupServerMessage* message) { answer(message, 200, ""); }));
@@ -190,9 +182,9 @@ TEST(GtkURLSessionTest, APostWithoutABodySaysThatItHasNone)
     EXPECT_EQ(server.received().back().headers.at("content-length"), "0");
 }
 
-TEST(GtkURLSessionTest, ACompressedBodyIsUnpacked)
+TEST(GtkURLSessionTest, ACompressedBodyIsDecompressed)
 {
-    // "hello" as gzip writes it.
+    // "hello", compressed by gzip.
     constexpr unsigned char packed[] = { 0x1f, 0x8b, 0x08, 0, 0, 0, 0, 0, 0, 0x03, 0xcb, 0x48, 0xcd, 0xc9, 0xc9, 0x07,
         0, 0x86, 0xa6, 0x10, 0x36, 0x05, 0, 0, 0 };
     LoopbackServer server;
@@ -201,13 +193,12 @@ TEST(GtkURLSessionTest, ACompressedBodyIsUnpacked)
         soup_message_headers_replace(headers, "Content-Encoding", "gzip");
         answer(message, 200, std::string(std::begin(packed), std::end(packed)));
     });
-    Loading loading;
-    auto const result = loading.load({ .url = url });
+    auto const result = Loading().load({ .url = url });
     ASSERT_TRUE(result) << result.error().localizedDescription;
     EXPECT_EQ(result->data.bytes, "hello");
 }
 
-TEST(GtkURLSessionTest, ItsEndCutsADownloadShort)
+TEST(GtkURLSessionTest, DestroyingTheSessionCancelsADownload)
 {
     RawServer const server("HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n12345", Afterwards::KeepOpen);
     std::promise<Loading::Result> promise;
@@ -223,7 +214,7 @@ TEST(GtkURLSessionTest, ItsEndCutsADownloadShort)
             std::unexpected(platform::Error { ioErrors, G_IO_ERROR_CANCELLED, "The request was cancelled." })));
 }
 
-TEST(GtkURLSessionTest, ComesAndGoesWithoutARequest)
+TEST(GtkURLSessionTest, MayBeDestroyedWithoutARequest)
 {
     for (int i = 0; i < 50; ++i)
         gtk::URLSession const session;

@@ -1,3 +1,5 @@
+#include "tests/support/gtk/TrackingDialog.h"
+
 #include "ZelvoraAdapters/gtk/Tracking/TrackingStore.h"
 #include "ZelvoraPlatform/Platform.h"
 #include "tests/support/gtk/GtkHarness.h"
@@ -29,24 +31,12 @@ protected:
     }
 
     /// The dialog that is on the screen.
-    GtkWindow* dialog()
-    {
-        auto* windows = gtk_window_get_toplevels();
-        for (guint index = 0; index < g_list_model_get_n_items(windows); ++index) {
-            auto const item = gtk::adopt(static_cast<GtkWindow*>(g_list_model_get_item(windows, index)));
-            auto* window = item.get();
-            if (GTK_IS_MESSAGE_DIALOG(window) && gtk_widget_get_mapped(GTK_WIDGET(window)))
-                return window;
-        }
-        return nullptr;
-    }
+    GtkWindow* dialog() { return reinterpret_cast<GtkWindow*>(findTrackingDialog()); }
 
     void answer(int response)
     {
         ASSERT_TRUE(m_harness.runUntil([this] { return dialog() != nullptr; }));
-        auto* button = gtk_dialog_get_widget_for_response(GTK_DIALOG(dialog()), response);
-        ASSERT_TRUE(button);
-        g_signal_emit_by_name(button, "clicked");
+        clickButton(findTrackingDialog(), response);
         EXPECT_TRUE(m_harness.runUntil([this] { return dialog() == nullptr; }));
     }
 

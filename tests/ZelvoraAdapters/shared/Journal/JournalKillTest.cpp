@@ -86,7 +86,7 @@ TEST(JournalKillTest, AProcessThatIsKilledLosesNothingThatItAcknowledged)
     }
     std::printf("%llu steps, %d of %d kills kept the step in flight, %zu cut half a record, at least %zu compactions\n",
         static_cast<unsigned long long>(next), inFlightKept, kills, log.size(), files.size() - 1);
-    // Some kills hit a write in flight, and files were replaced meanwhile.
+    // Some kills hit a write in flight, and several compactions replaced the file.
     EXPECT_GT(inFlightKept, 0);
     EXPECT_GT(files.size(), 5U);
 }

@@ -27,7 +27,7 @@ std::string flag(Animated animated)
 
 class NamedScreen final : public UIViewController {
 public:
-    NamedScreen(std::string name, Events& events) : name(std::move(name)), m_events(events) { }
+    NamedScreen(std::string screenName, Events& events) : name(std::move(screenName)), m_events(events) { }
 
     // platform::UIViewController
     void viewDidLoad() override
@@ -64,44 +64,44 @@ protected:
     {
         return std::make_shared<NamedScreen>(std::move(name), events);
     }
-    void presentFullScreen(Level presenter, Screen screen, Animated animated = No)
+    void presentFullScreen(Level presenter, Screen controller, Animated animated = No)
     {
-        chain.present(presenter, std::move(screen), UIModalPresentationStyle::FullScreen, animated);
+        chain.present(presenter, std::move(controller), UIModalPresentationStyle::FullScreen, animated);
     }
-    void presentSheet(Level presenter, Screen screen, Animated animated = No)
+    void presentSheet(Level presenter, Screen controller, Animated animated = No)
     {
-        chain.present(presenter, std::move(screen), UIModalPresentationStyle::Automatic, animated);
+        chain.present(presenter, std::move(controller), UIModalPresentationStyle::Automatic, animated);
     }
     Events take() { return std::exchange(events, {}); }
 
     // shared::PresentationChain::Client
-    void didAdd(Screen const& screen, Animated animated) override { add("add", screen, animated); }
-    void didRemove(Screen const& screen, Animated animated) override { add("remove", screen, animated); }
+    void didAdd(Screen const& controller, Animated animated) override { add("add", controller, animated); }
+    void didRemove(Screen const& controller, Animated animated) override { add("remove", controller, animated); }
     void contentWillDisappear(Animated animated) override
     {
         events.push_back("tell content" + flag(animated));
         if (auto const act = std::exchange(actOnContentDisappearance, nullptr))
             act();
     }
-    void screenWillDisappear(UIViewController& screen, Animated animated) override
+    void screenWillDisappear(UIViewController& controller, Animated animated) override
     {
-        screen.viewWillDisappear(animated);
+        controller.viewWillDisappear(animated);
     }
-    void show(Screen const& screen, Level presenter, Animated animated) override
+    void show(Screen const& controller, Level presenter, Animated animated) override
     {
-        add("over " + std::to_string(presenter) + " show", screen, animated);
+        add("over " + std::to_string(presenter) + " show", controller, animated);
     }
     void uncover(Level level) override { events.push_back("uncover " + std::to_string(level)); }
-    void hide(Screen const& screen, Animated animated) override { add("hide", screen, animated); }
+    void hide(Screen const& controller, Animated animated) override { add("hide", controller, animated); }
 
     Events events;
     std::function<void()> actOnContentDisappearance;
     shared::PresentationChain chain { *this };
 
 private:
-    void add(std::string const& what, Screen const& screen, Animated animated)
+    void add(std::string const& what, Screen const& controller, Animated animated)
     {
-        events.push_back(what + ' ' + static_cast<NamedScreen&>(*screen).name + flag(animated));
+        events.push_back(what + ' ' + static_cast<NamedScreen&>(*controller).name + flag(animated));
     }
 };
 

@@ -3,7 +3,7 @@
 include(GNUInstallDirs)
 
 option(ZELVORA_COVERAGE "Count which lines of the SDK run (clang only)" OFF)
-option(ZELVORA_QUICK_BUILD "Precompile the headers of the system and compile several sources at once; hides missing includes" OFF)
+option(ZELVORA_QUICK_BUILD "Precompile the headers of the system; hides missing includes" OFF)
 
 set(ZELVORA_STANDARD_HEADERS
     <algorithm> <array> <atomic> <chrono> <cmath> <condition_variable> <coroutine> <cstddef> <cstdint> <expected>
@@ -17,6 +17,10 @@ function(zelvora_target name)
     target_compile_options(${name} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
     if(PROJECT_IS_TOP_LEVEL)
         target_compile_options(${name} PRIVATE -Werror)
+    endif()
+    if(CMAKE_UNITY_BUILD)
+        # A source may use the names of those that it is compiled together with.
+        target_compile_options(${name} PRIVATE -Wno-shadow)
     endif()
     # Optimizing, GCC 12 takes the bucket that a moved map left behind for one that was allocated.
     target_compile_options(${name} PRIVATE "$<$<CXX_COMPILER_ID:GNU>:-Wno-free-nonheap-object>")
@@ -111,8 +115,10 @@ function(zelvora_test name)
     target_link_libraries(${name} PRIVATE ${TEST_LIBRARIES} GTest::gtest GTest::gtest_main)
     set(properties TIMEOUT 120 LABELS "${TEST_LABELS}")
     if("gtk" IN_LIST TEST_LABELS)
-        # One display has one pointer and one focus.
-        list(APPEND properties RESOURCE_LOCK display)
+        # A display has one pointer and one focus. These tests take longest, so they come first.
+        list(APPEND properties RESOURCE_GROUPS displays:1 COST 1)
+        set_target_properties(${name} PROPERTIES
+            CROSSCOMPILING_EMULATOR "${PROJECT_SOURCE_DIR}/scripts/on_display.sh")
     endif()
     zelvora_precompile_test(${name} ${TEST_LIBRARIES})
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})

@@ -10,11 +10,11 @@ build() {
     cmake --preset "$preset" "${launcher[@]}" "$@" && cmake --build "build/$preset" --target "$target" -- -k 0
 }
 
-# build_or_stop PRESET TARGET [CMAKE-OPTION...]: quiet while it works.
+# build_or_stop PRESET TARGET [CMAKE-OPTION...]: says how far it is, and no more unless it fails.
 build_or_stop() {
     local log="build/logs/$1.log"
     mkdir -p build/logs
-    if ! build "$@" >"$log" 2>&1; then
+    if ! build "$@" 2>&1 | follow "$1" "$log"; then
         show_failure "$log" >&2
         stop "The build failed; $log has the whole story."
     fi

@@ -1,12 +1,15 @@
 # What each verb needs on Debian 12, and how it gets there.
 
 PACKAGES_BUILD=(
-    cmake ninja-build pkgconf g++-12 libgtest-dev
+    cmake ninja-build pkgconf binutils libstdc++-12-dev libgtest-dev
     libgtk-4-dev libwebkitgtk-6.0-dev libsoup-3.0-dev libsystemd-dev libsqlite3-dev nlohmann-json3-dev gnutls-bin
 )
-PACKAGES_CLANG=(clang-19 lld-19 llvm-19 libclang-rt-19-dev)
+PACKAGES_GCC=(gcc-12 g++-12)
+PACKAGES_CLANG=(clang-19 lld-19)
+PACKAGES_SANITIZERS=(libclang-rt-19-dev llvm-19)
 PACKAGES_LIBCXX=(libc++-19-dev libc++abi-19-dev)
-PACKAGES_LINT=(clang-format-19 clang-tidy-19)
+PACKAGES_TIDY=(clang-tidy-19)
+PACKAGES_FORMAT=(clang-format-19)
 PACKAGES_DISPLAY=(xvfb xauth xdotool dbus-daemon fonts-nanum)
 
 say() { printf '%s\n' "$*"; }
@@ -26,7 +29,9 @@ as_root() {
     fi
 }
 
-apt_get() { as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Dpkg::Use-Pty=0 "$@"; }
+apt_get() {
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Dpkg::Use-Pty=0 -o APT::Status-Fd=1 "$@" 2>&1 </dev/null
+}
 
 # install_packages NAME...: those that are missing; elsewhere than on Debian it leaves that to the reader.
 install_packages() {
@@ -34,7 +39,7 @@ install_packages() {
         say "This is not Debian: nothing is installed. What is needed, by its Debian names: $*"
         return
     fi
-    local missing=() name
+    local missing=() name begin=$SECONDS log=build/logs/packages.log
     for name in "$@"; do
         is_installed "$name" || missing+=("$name")
     done
@@ -44,8 +49,9 @@ install_packages() {
 
     say "Installing ${missing[*]}"
     mkdir -p build/logs
-    if ! { apt_get update && apt_get install -y --no-install-recommends "${missing[@]}"; } >build/logs/packages.log 2>&1 </dev/null; then
-        tail -n 15 build/logs/packages.log >&2
-        stop "The packages could not be installed; build/logs/packages.log has the whole story."
+    if ! { apt_get update && apt_get install -y --no-install-recommends "${missing[@]}"; } | follow packages "$log"; then
+        tail -n 15 "$log" >&2
+        stop "The packages could not be installed; $log has the whole story."
     fi
+    say "Installed them in $(duration $((SECONDS - begin)))."
 }

@@ -1,24 +1,20 @@
 #!/usr/bin/env bash
-# tidy.sh LIST: clang-tidy over the sources that the file LIST names. It spends its time on the headers of the system, so
-# they are read as one program, without those that have a helper of the same name as another: these are read alone.
+# tidy.sh LIST: clang-tidy over the files of one folder that the file LIST names. It spends its time on the headers of the
+# system, so they are read as one program, without those that have a helper of the same name as another: these are read alone.
 set -euo pipefail
 
 list="$1"
 batch="${list%.list}.cpp"
+folder="$(sed -nE '1s,^(ZelvoraAdapters/[^/]+|[^/]+)/.*,\1,p' "$list")"
 
-# What any of them was compiled with.
-options="$(awk '
-    NR == FNR { sources[$0]; next }
+# What the sources of the folder are compiled with.
+options="$(awk -v "sources=$PWD/$folder/" -v "generated=$PWD/build/debug/$folder/" '
     /"command":/ { command = $0 }
-    /"file":/ {
-        for (source in sources)
-            if (index($0, "/" source "\""))
-                print command
-    }
-' "$list" build/coverage/compile_commands.json \
-    | grep -oE -- '(-I|-isystem |-D)[^ ]+' | awk '!seen[$0]++' | tr '\n' ' ')"
+    /"file":/ && (index($0, sources) || index($0, generated)) { print command }
+' build/debug/compile_commands.json \
+    | grep -oE -- '(-I|-isystem |-D)[^ ]+' | awk '!seen[$0]++' | tr '\n' ' ' || true)"
 if [[ -z "$options" ]]; then
-    echo "No source of $list is part of the build." >&2
+    echo "No source of $folder is part of the build." >&2
     exit 1
 fi
 
@@ -45,4 +41,5 @@ for source in "$batch" $alone; do
     # shellcheck disable=SC2086 # the options are words
     clang-tidy-19 --quiet --config-file=.clang-tidy "$source" -- -std=c++23 $options 2>&1 || status=1
 done
+echo "read: $list"
 exit "$status"

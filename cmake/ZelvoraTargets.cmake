@@ -105,10 +105,13 @@ function(zelvora_precompile_test name)
     zelvora_precompile_as(${name} ${owner})
 endfunction()
 
-# zelvora_test(NAME SOURCES ... LIBRARIES ... [LABELS ...]): a GoogleTest program whose every test runs in a process of its own,
-# because the platform and the facade are one per process.
+# zelvora_test(NAME SOURCES ... LIBRARIES ... [APART ...] [LABELS ...]): a GoogleTest program whose every test runs in a process
+# of its own, because the platform and the facade are one per process. Where a whole build merges sources, those that are APART
+# remain alone, because they have a helper of the same name as another.
 function(zelvora_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 TEST "" "" "SOURCES;LIBRARIES;LABELS")
+    cmake_parse_arguments(PARSE_ARGV 1 TEST "" "" "SOURCES;LIBRARIES;APART;LABELS")
+    list(APPEND TEST_SOURCES ${TEST_APART})
+    set_source_files_properties(${TEST_APART} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
     add_executable(${name} ${TEST_SOURCES})
     zelvora_target(${name})
     target_compile_options(${name} PRIVATE -Wno-conversion)

@@ -1,15 +1,14 @@
 #include "tests/architecture/Layers.h"
 
 #include "tests/architecture/SourceText.h"
+#include "tests/support/FileBytes.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <fstream>
 #include <optional>
 #include <regex>
 #include <set>
-#include <sstream>
 #include <string_view>
 
 namespace zelvora::architecture {
@@ -99,13 +98,6 @@ std::optional<std::string> objectionTo(GlobalDeclaration const& declaration)
     return "not in the namespace zelvora: " + declaration.head;
 }
 
-std::string contentsOf(std::filesystem::path const& file)
-{
-    std::ostringstream contents;
-    contents << std::ifstream(file, std::ios::binary).rdbuf();
-    return std::move(contents).str();
-}
-
 // Objective-C declares its classes in the global namespace, where a phone's app looks for them.
 bool mayDeclareGlobally(std::filesystem::path const& file, Layer const& layer)
 {
@@ -115,7 +107,7 @@ bool mayDeclareGlobally(std::filesystem::path const& file, Layer const& layer)
 
 void surveyFile(std::filesystem::path const& file, std::string const& name, Layer const& layer, Survey& survey)
 {
-    auto const source = contentsOf(file);
+    auto const source = tests::bytesOf(file);
     ++survey.sourcesRead[layer.folder];
     for (auto const& include : includesOf(source)) {
         if (auto reason = objectionTo(include, layer))

@@ -1,15 +1,14 @@
 #include "tests/architecture/PublicHeaders.h"
 
 #include "tests/architecture/SourceText.h"
+#include "tests/support/FileBytes.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <fstream>
 #include <iterator>
 #include <optional>
 #include <regex>
-#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -75,16 +74,9 @@ std::vector<Violation> unexportedClasses(std::string const& name, std::string co
     return violations;
 }
 
-std::string contentsOf(std::filesystem::path const& file)
-{
-    std::ostringstream contents;
-    contents << std::ifstream(file, std::ios::binary).rdbuf();
-    return std::move(contents).str();
-}
-
 void surveyFile(std::filesystem::path const& file, std::string const& name, HeaderSurvey& survey)
 {
-    auto const source = contentsOf(file);
+    auto const source = tests::bytesOf(file);
     auto place = placeOf(name).value_or(Place {});
     bool const isPublic = place.audience == Audience::Hosts && file.extension() == ".h";
     if (!isPublic)

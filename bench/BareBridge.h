@@ -12,7 +12,7 @@ namespace zelvora::bench {
 /// it evaluates an alert and a callback, in a later turn of the main loop.
 class BareBridge final {
 public:
-    explicit BareBridge(std::function<void()> didHear = nullptr);
+    explicit BareBridge(std::function<void()> didReceive = nullptr);
     BareBridge(BareBridge const&) = delete;
     BareBridge& operator=(BareBridge const&) = delete;
     ~BareBridge();
@@ -20,10 +20,10 @@ public:
     [[nodiscard]] WebKitWebView* webView() const { return m_webView.get(); }
 
 private:
-    static void hear(WebKitUserContentManager* manager, JSCValue* body, gpointer self);
+    static void didReceiveScriptMessage(WebKitUserContentManager* manager, JSCValue* body, gpointer self);
     static gboolean answer(gpointer self);
 
-    std::function<void()> m_didHear;
+    std::function<void()> m_didReceive;
     gtk::GObjectPointer<WebKitUserContentManager> m_manager;
     gtk::GObjectPointer<WebKitWebView> m_webView;
 };

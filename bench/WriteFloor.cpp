@@ -23,7 +23,7 @@ void WriteFloor::operator()() const
 {
     if (write(m_descriptor, m_bytes.data(), m_bytes.size()) == static_cast<ssize_t>(m_bytes.size()))
         return;
-    std::perror("the floor could not write");
+    std::perror("the reference write failed");
     std::exit(EXIT_FAILURE); // NOLINT(concurrency-mt-unsafe)
 }
 

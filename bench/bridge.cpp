@@ -60,7 +60,7 @@ void measureMemory(bench::JournalPlatform& platform)
         if (number == early)
             before = residentBytes();
     }
-    std::fprintf(stderr, "  %-58s %7.2f times that after 20,000\n", "resident memory after 100,000 rounds of calls",
+    std::fprintf(stderr, "  %-58s %7.2f times that after 20,000\n", "resident memory after 100,000 steps",
         static_cast<double>(residentBytes()) / static_cast<double>(before));
     ZelvoraStorage::clearEventTrackingData();
 }
@@ -78,7 +78,7 @@ void measureUpload()
     bench::Comparison const comparison(31, 1);
     comparison.print(
         "500 queued events to an upload, log included", [] { ZelvoraSDK::shared().sendTrackingData(); },
-        "writing its ready body twice", [&] { written = body.dump(4) + body.dump(); });
+        "writing the finished body twice", [&] { written = body.dump(4) + body.dump(); });
 }
 
 }

@@ -31,8 +31,8 @@ constexpr int trips = 100;
 constexpr char const* tripScript = R"((window.run = (count) => {
     window.isDone = false;
     let left = count;
-    const ask = () => webkit.messageHandlers.zelvora.postMessage({ action: 'getItem', key: 'key', callback: 'hear' });
-    window.hear = () => { if (--left > 0) ask(); else window.isDone = true; };
+    const ask = () => webkit.messageHandlers.zelvora.postMessage({ action: 'getItem', key: 'key', callback: 'receive' });
+    window.receive = () => { if (--left > 0) ask(); else window.isDone = true; };
     ask();
 }, true))";
 
@@ -60,7 +60,7 @@ void measureRoundTrips()
         (void)page->evaluate(tripScript);
     bench::Comparison const comparison(31, 1);
     comparison.print(
-        "round trips from the page and back", [&] { makeTrips(sdkPage); }, "the engine's calls made bare",
+        "round trips from the page and back", [&] { makeTrips(sdkPage); }, "the engine's calls without the SDK",
         [&] { makeTrips(barePage); });
 }
 
@@ -81,24 +81,24 @@ void start(std::string kind, std::filesystem::path const& folder)
     std::exit(EXIT_FAILURE); // NOLINT(concurrency-mt-unsafe)
 }
 
-int hearFirstMessage(bool withSDK)
+int receiveFirstMessage(bool withSDK)
 {
-    auto isHeard = false;
+    auto isReceived = false;
     std::unique_ptr<bench::BareBridge> bare;
     std::shared_ptr<ZelvoraWebView> view;
     if (withSDK) {
-        ZelvoraSDK::shared().addCustomAction("ready", [&isHeard](auto const&) { isHeard = true; });
+        ZelvoraSDK::shared().addCustomAction("ready", [&isReceived](auto const&) { isReceived = true; });
         view = makeSDKView();
     } else {
-        bare = std::make_unique<bench::BareBridge>([&isHeard] { isHeard = true; });
+        bare = std::make_unique<bench::BareBridge>([&isReceived] { isReceived = true; });
     }
     auto* const engine = withSDK ? engineOf(*view) : bare->webView();
     auto const* const script =
         "webkit.messageHandlers.zelvora.postMessage({ action: 'invokeCustomAction', name: 'ready', data: null })";
     webkit_web_view_evaluate_javascript(engine, script, -1, nullptr, nullptr, nullptr, nullptr, nullptr);
-    bool const wasHeard = gtk::runMainLoopUntil([&isHeard] { return isHeard; });
+    bool const wasReceived = gtk::runMainLoopUntil([&isReceived] { return isReceived; });
     // Exits without the teardown, which is not measured.
-    std::_Exit(wasHeard ? EXIT_SUCCESS : EXIT_FAILURE);
+    std::_Exit(wasReceived ? EXIT_SUCCESS : EXIT_FAILURE);
 }
 
 void install(std::filesystem::path const& data)
@@ -113,7 +113,7 @@ int main(int count, char** arguments)
     gtk_init();
     if (count == 3) {
         install(arguments[2]);
-        return hearFirstMessage(std::string(arguments[1]) == "sdk");
+        return receiveFirstMessage(std::string(arguments[1]) == "sdk");
     }
     tests::TemporaryDirectory const folder;
     install(folder.path());

@@ -118,10 +118,10 @@ void measureSet(std::filesystem::path const& folder)
     auto const setSQLite = [&] { sqlite.set("key", change()); };
     Comparison const comparison(41, 500);
     comparison.print("set of 100 bytes in the journal", set, "one write(2)", std::ref(floor));
-    comparison.print("set of 100 bytes, made a value for it", setMade, "one write(2)", std::ref(floor));
-    comparison.print("set beside 100 queued events", setFewQueued, "one write(2)", std::ref(floor));
-    comparison.print("set beside 100,000 queued events", setManyQueued, "one write(2)", std::ref(floor));
-    comparison.print("set beside 100,000 queued events", setManyQueued, "beside 100", setFewQueued);
+    comparison.print("set of 100 bytes, the value made each time", setMade, "one write(2)", std::ref(floor));
+    comparison.print("set with 100 queued events", setFewQueued, "one write(2)", std::ref(floor));
+    comparison.print("set with 100,000 queued events", setManyQueued, "one write(2)", std::ref(floor));
+    comparison.print("set with 100,000 queued events", setManyQueued, "with 100", setFewQueued);
     comparison.print("set of 100 bytes in SQLite, WAL", setSQLite, "one write(2)", std::ref(floor));
     comparison.print("set of 100 bytes in SQLite, WAL", setSQLite, "the journal", set);
 }
@@ -136,7 +136,7 @@ void measureQueue(std::filesystem::path const& folder)
     longTable.append(eventText, many);
     WriteFloor const floor(folder / "queue.floor", longQueue.bytesOfAppending());
 
-    std::fprintf(stderr, "  (each line below adds some 8,000 events to what it measures)\n");
+    std::fprintf(stderr, "  (every line below adds about 8,000 events to the queues that it measures)\n");
     Comparison const comparison(41, 200);
     auto const appendLong = [&] { longQueue.append(); };
     auto const appendShort = [&] { shortQueue.append(); };
@@ -169,7 +169,7 @@ void measureSDK(std::filesystem::path const& folder)
     for (std::size_t i = 0; i < few; ++i)
         save();
     comparison.print("an event through the SDK, short queue", save, "one write(2)", std::ref(floor));
-    comparison.print("a saveEvent message through handle", post, "saving the event alone", save);
+    comparison.print("a saveEvent message through handle", post, "saving the event only", save);
     while (ZelvoraStorage::getEventTrackingData().size() < many)
         save();
     comparison.print("an event through the SDK, 100,000 queued", save, "one write(2)", std::ref(floor));

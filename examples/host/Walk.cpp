@@ -72,8 +72,7 @@ bool Walk::run()
         walkFirst();
     else
         walkSecond();
-    std::cerr << (m_failed == 0 ? "Every step went as it should.\n"
-                                : "Steps that failed: " + std::to_string(m_failed) + "\n");
+    std::cerr << (m_failed == 0 ? "All steps succeeded.\n" : "Steps that failed: " + std::to_string(m_failed) + "\n");
     return m_failed == 0;
 }
 
@@ -97,7 +96,7 @@ void Walk::walkSecond()
 {
     std::cerr << "\nSecond run: the app was started again\n";
     printQueue("before");
-    step("the queue is what the first run left", ZelvoraStorage::getEventTrackingData().size() == eventsOfFirstWalk);
+    step("the queue is as the first run left it", ZelvoraStorage::getEventTrackingData().size() == eventsOfFirstWalk);
     step("the shop id is still known", ZelvoraStorage::getValidShopId() == "hanok");
     uploadWhatWasLeft();
     openShop();
@@ -150,7 +149,7 @@ void Walk::answerPermission()
     if (step("it has a button to allow", allow != nullptr))
         g_signal_emit_by_name(allow, "clicked");
     auto const isKnown = [] { return ZelvoraStorage::getString("adid").has_value(); };
-    step("the advertising id is kept", gtk::runMainLoopUntil(isKnown, patience));
+    step("the advertising id is stored", gtk::runMainLoopUntil(isKnown, patience));
     auto const hasShopId = [] { return ZelvoraStorage::getValidShopId().has_value(); };
     step("the shop id arrives from the lookup", gtk::runMainLoopUntil(hasShopId, patience));
 }
@@ -164,7 +163,7 @@ void Walk::openShop()
     m_page = std::make_unique<Page>(engineOf(*ZelvoraSDK::shared().activeWebView()));
     step("its first page is complete", page().waitUntilReady("/v1/"));
     auto const url = ZelvoraSDK::shared().getCurrentUrl().value_or("");
-    step("the address names the user and comes from this SDK: " + url,
+    step("the entry URL contains the user and the SDK: " + url,
         url.starts_with("https://hanok.shop.") && url.ends_with("&uKey=%ED%99%8D%EA%B8%B8%EB%8F%99&rid=M-AD-SDK"));
     picture("shop");
 }
@@ -182,7 +181,7 @@ void Walk::buySomething()
     picture("product");
     page().click("add-to-cart");
     auto const isAdded = [] { return ZelvoraStorage::getEventTrackingData().size() >= 2; };
-    step("looking and choosing are queued as events", gtk::runMainLoopUntil(isAdded, patience));
+    step("viewing a product and adding it to the cart are queued as events", gtk::runMainLoopUntil(isAdded, patience));
     openPage("cart.html");
     step("the cart is read back from the app", page().waitFor("document.getElementById('line-moon-jar')"));
     picture("cart");
@@ -199,21 +198,22 @@ void Walk::useBridge()
     openPage("bridge.html");
     step("a value is stored and read back",
         page().click("btn-set-item") && clickAndExpect("btn-get-item", "← onBridgeItem(\""));
-    step("a value that was removed is read as none",
+    step("a removed value is read as null",
         page().click("btn-remove-item") && clickAndExpect("btn-get-item", "← onBridgeItem(null)"));
     page().click("btn-set-item");
-    step("an event is queued and the queue read back",
+    step("an event is queued and the queue is read back",
         page().click("btn-save-event") && clickAndExpect("btn-get-events", "← onBridgeEvents(["));
     page().click("btn-custom-object");
     auto const isTold = [this] { return m_host.lastMessage() == R"({"from":"상점","count":2})"; };
-    step("the app's own action gets the page's object as text", gtk::runMainLoopUntil(isTold, patience));
+    step("the app's custom action receives the page's object as JSON text", gtk::runMainLoopUntil(isTold, patience));
 
     page().click("btn-footer-hide");
     auto const isHidden = [] { return !ZelvoraSDK::shared().isFooterVisible(); };
     step("the page hides the footer", gtk::runMainLoopUntil(isHidden, patience));
     picture("bridge-without-footer");
     page().click("btn-footer-show");
-    step("and shows it again", gtk::runMainLoopUntil([] { return ZelvoraSDK::shared().isFooterVisible(); }, patience));
+    step("the page shows it again",
+        gtk::runMainLoopUntil([] { return ZelvoraSDK::shared().isFooterVisible(); }, patience));
     picture("bridge");
 }
 
@@ -230,10 +230,10 @@ void Walk::followLinks()
     constexpr char const* elsewhere = "!location.pathname.endsWith('/links.html')";
     openPage("links.html");
     picture("links");
-    step("links to other apps leave the page where it is",
+    step("links to other apps do not navigate the page",
         page().click("link-unknown") && page().click("link-tel") && !page().waitFor(elsewhere, 1));
     page().click("link-https-upper");
-    step("a web link in capitals is followed", page().waitUntilReady("/index.html"));
+    step("a link with an upper-case scheme is followed", page().waitUntilReady("/index.html"));
 }
 
 void Walk::closeShop()
@@ -247,10 +247,10 @@ void Walk::closeShop()
     step("the page closes the shop", gtk::runMainLoopUntil(isClosed, patience));
     m_page.reset();
     auto const isGone = [] { return ZelvoraSDK::shared().activeWebView() == nullptr; };
-    step("nothing of the container is left", gtk::runMainLoopUntil(isGone, patience));
+    step("the container is destroyed", gtk::runMainLoopUntil(isGone, patience));
     auto const isTaken = [queued] { return ZelvoraStorage::getEventTrackingData().size() != queued; };
     if (queued > 0)
-        step("events that the collector refused stay queued", !gtk::runMainLoopUntil(isTaken, 1));
+        step("events that the collector has refused stay queued", !gtk::runMainLoopUntil(isTaken, 1));
     m_host.homePage().showEventQueue();
     picture("home-again");
 }
@@ -262,7 +262,7 @@ void Walk::uploadWhatWasLeft()
     instruct("/reset", "{}");
     m_host.initializeSDK();
     auto const isEmpty = [] { return ZelvoraStorage::getEventTrackingData().isEmpty(); };
-    step("the collector works again, and getting ready uploads what was left",
+    step("the collector works again, and the initialization uploads the queued events",
         gtk::runMainLoopUntil(isEmpty, patience) && collectedEvents() == before + queued);
     step("the user is not asked for permission again", !findDialog(m_host.window()));
     m_host.homePage().showEventQueue();
@@ -274,7 +274,7 @@ void Walk::readBackAfterRestart()
     openPage("bridge.html");
     step("the value that was stored before the restart is read", clickAndExpect("btn-get-item", "← onBridgeItem(\""));
     openPage("cart.html");
-    step("the cart is as it was left", page().waitFor("document.getElementById('line-moon-jar')"));
+    step("the cart is unchanged", page().waitFor("document.getElementById('line-moon-jar')"));
     picture("cart");
 }
 
@@ -284,7 +284,7 @@ void Walk::lookAtCollector()
     step("the collector shows what arrived", page().waitFor("document.body.textContent.includes('frame_event')"));
     picture("collector");
     (void)page().evaluate("(history.back(), true)");
-    step("going back leads to the shop again", page().waitUntilReady("/cart.html"));
+    step("going back returns to the shop", page().waitUntilReady("/cart.html"));
 }
 
 std::string Walk::address(std::string const& host) const
@@ -296,7 +296,7 @@ void Walk::instruct(std::string const& path, std::string const& order)
 {
     auto const answer = m_client.post(address("control") + path, order);
     if (answer.status != 200) // NOLINT(readability-magic-numbers)
-        step("the service takes instructions: " + answer.error + answer.body, false);
+        step("the service accepts an order: " + answer.error + answer.body, false);
 }
 
 std::size_t Walk::collectedEvents()

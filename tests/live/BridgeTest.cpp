@@ -53,12 +53,12 @@ TEST_F(BridgeTest, APageStoresReadsAndRemovesValuesOfEveryKindWithTheirTypesKept
     platform::Array const list { 1, "a", platform::Null {}, false };
     EXPECT_TRUE(becomesStored("nested", platform::Dictionary { { "list", list } }));
 
-    run("window.heard = [], window.hear = (value) => window.heard.push(value)");
-    run("ZelvoraSDKBridge.getItem('text', 'hear'), ZelvoraSDKBridge.getItem('yes', 'window.hear'), "
-        "ZelvoraSDKBridge.getItem('one', 'hear'), ZelvoraSDKBridge.getItem('nested', 'hear'), "
-        "ZelvoraSDKBridge.removeItem('one'), ZelvoraSDKBridge.getItem('one', 'hear')");
-    EXPECT_TRUE(shop.page().waitFor("heard.length === 5"));
-    EXPECT_EQ(shop.page().evaluate("heard"), R"(["it's\n\u0000 가",true,1,{"list":[1,"a",null,false]},null])");
+    run("window.received = [], window.receive = (value) => window.received.push(value)");
+    run("ZelvoraSDKBridge.getItem('text', 'receive'), ZelvoraSDKBridge.getItem('yes', 'window.receive'), "
+        "ZelvoraSDKBridge.getItem('one', 'receive'), ZelvoraSDKBridge.getItem('nested', 'receive'), "
+        "ZelvoraSDKBridge.removeItem('one'), ZelvoraSDKBridge.getItem('one', 'receive')");
+    EXPECT_TRUE(shop.page().waitFor("received.length === 5"));
+    EXPECT_EQ(shop.page().evaluate("received"), R"(["it's\n\u0000 가",true,1,{"list":[1,"a",null,false]},null])");
     EXPECT_FALSE(stored("one"));
 }
 
@@ -98,22 +98,22 @@ TEST_F(BridgeTest, AFrameFromAnotherOriginCallsTheBridgeAndItsAnswersReachTheMai
 
 TEST_F(BridgeTest, ACustomActionGetsTextAndTheJSONOfObjectsAndNothingElse)
 {
-    std::vector<std::optional<std::string>> heard;
-    ZelvoraSDK::shared().addCustomAction("share", [&heard](auto const& data) { heard.push_back(data); });
+    std::vector<std::optional<std::string>> received;
+    ZelvoraSDK::shared().addCustomAction("share", [&received](auto const& data) { received.push_back(data); });
     open();
     for (auto const* kind : { "object", "text", "number", "true", "null", "nothing" })
         shop.page().click("btn-custom-" + std::string(kind));
-    EXPECT_TRUE(runMainLoopUntil([&heard] { return heard.size() == 6; }));
+    EXPECT_TRUE(runMainLoopUntil([&received] { return received.size() == 6; }));
     std::vector<std::optional<std::string>> const expected { R"({"from":"상점","count":2})", "안녕", std::nullopt,
         std::nullopt, "null", std::nullopt };
-    EXPECT_EQ(heard, expected);
+    EXPECT_EQ(received, expected);
     run("ZelvoraSDKBridge.share(''), ZelvoraSDKBridge.share(0), ZelvoraSDKBridge.share(false), "
         "ZelvoraSDKBridge.share(['목', 1])");
-    EXPECT_TRUE(runMainLoopUntil([&heard] { return heard.size() == 10; }));
-    EXPECT_EQ(heard.at(6), std::nullopt);
-    EXPECT_EQ(heard.at(7), std::nullopt);
-    EXPECT_EQ(heard.at(8), std::nullopt);
-    EXPECT_EQ(heard.at(9), R"(["목",1])");
+    EXPECT_TRUE(runMainLoopUntil([&received] { return received.size() == 10; }));
+    EXPECT_EQ(received.at(6), std::nullopt);
+    EXPECT_EQ(received.at(7), std::nullopt);
+    EXPECT_EQ(received.at(8), std::nullopt);
+    EXPECT_EQ(received.at(9), R"(["목",1])");
 }
 
 TEST_F(BridgeTest, ACustomActionNamedLikeABuiltInFunctionReplacesIt)
@@ -130,10 +130,10 @@ TEST_F(BridgeTest, TheAlertPrecedesEveryCallbackAndAQuoteBreaksOnlyTheAlert)
 {
     open();
     run("window.steps = [], window.alert = (text) => steps.push('alert ' + text), "
-        "window.hear = (value) => steps.push('callback ' + value)");
+        "window.receive = (value) => steps.push('callback ' + value)");
     run("ZelvoraSDKBridge.setItem('n', 7), ZelvoraSDKBridge.setItem('q', \"it's\"), "
-        "ZelvoraSDKBridge.getItem('n', 'hear'), ZelvoraSDKBridge.getItem('q', 'hear'), "
-        "ZelvoraSDKBridge.getItem('n', 'hear')");
+        "ZelvoraSDKBridge.getItem('n', 'receive'), ZelvoraSDKBridge.getItem('q', 'receive'), "
+        "ZelvoraSDKBridge.getItem('n', 'receive')");
     EXPECT_TRUE(shop.page().waitFor("steps.length === 5"));
     EXPECT_EQ(shop.page().evaluate("steps"), R"(["alert 7","callback 7","callback it's","alert 7","callback 7"])");
 }
@@ -141,21 +141,21 @@ TEST_F(BridgeTest, TheAlertPrecedesEveryCallbackAndAQuoteBreaksOnlyTheAlert)
 TEST_F(BridgeTest, TheEnginesOwnAlertShowsNoPanelAndLetsTheAnswerFollow)
 {
     open();
-    run("window.hear = (value) => { window.heard = value; }");
-    run("ZelvoraSDKBridge.setItem('n', 7), ZelvoraSDKBridge.getItem('n', 'hear')");
-    EXPECT_TRUE(shop.page().waitFor("heard === 7"));
+    run("window.receive = (value) => { window.received = value; }");
+    run("ZelvoraSDKBridge.setItem('n', 7), ZelvoraSDKBridge.getItem('n', 'receive')");
+    EXPECT_TRUE(shop.page().waitFor("received === 7"));
     EXPECT_EQ(shop.page().evaluate("confirm('?')"), "false");
 }
 
 TEST_F(BridgeTest, WhatJSONCannotRepresentIsAnsweredAsNull)
 {
     open();
-    run("window.heard = [], window.hear = (value) => window.heard.push(value)");
+    run("window.received = [], window.receive = (value) => window.received.push(value)");
     run("ZelvoraSDKBridge.setItem('nan', NaN), ZelvoraSDKBridge.setItem('list', [1 / 0]), "
-        "ZelvoraSDKBridge.setItem('date', new Date(0)), ZelvoraSDKBridge.getItem('nan', 'hear'), "
-        "ZelvoraSDKBridge.getItem('list', 'hear'), ZelvoraSDKBridge.getItem('date', 'hear')");
-    EXPECT_TRUE(shop.page().waitFor("heard.length === 3"));
-    EXPECT_EQ(shop.page().evaluate("heard"), "[null,null,null]");
+        "ZelvoraSDKBridge.setItem('date', new Date(0)), ZelvoraSDKBridge.getItem('nan', 'receive'), "
+        "ZelvoraSDKBridge.getItem('list', 'receive'), ZelvoraSDKBridge.getItem('date', 'receive')");
+    EXPECT_TRUE(shop.page().waitFor("received.length === 3"));
+    EXPECT_EQ(shop.page().evaluate("received"), "[null,null,null]");
     EXPECT_EQ(stored("date"), platform::Value(platform::Date { 0 }));
 }
 

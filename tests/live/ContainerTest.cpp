@@ -70,8 +70,8 @@ TEST_F(ContainerTest, TheHostIsToldOfEveryURLChangeAlsoWithoutALoad)
     open();
     ASSERT_TRUE(shop.openPage("cart.html"));
     (void)shop.page().evaluate("(history.pushState({}, '', '?pushed=1'), location.hash = 'place', true)");
-    auto const isHeard = [this] { return !shop.urls().empty() && shop.urls().back().ends_with("?pushed=1#place"); };
-    EXPECT_TRUE(runMainLoopUntil(isHeard));
+    auto const wasReported = [this] { return !shop.urls().empty() && shop.urls().back().ends_with("?pushed=1#place"); };
+    EXPECT_TRUE(runMainLoopUntil(wasReported));
     ASSERT_GE(shop.urls().size(), 3U);
     EXPECT_TRUE(shop.urls().at(shop.urls().size() - 2).ends_with("?pushed=1"));
     EXPECT_TRUE(contains(shop.urls().at(shop.urls().size() - 3), "/cart.html"));

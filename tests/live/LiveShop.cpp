@@ -1,6 +1,8 @@
 #include "tests/live/LiveShop.h"
 
 #include "ZelvoraAdapters/gtk/Tracking/TrackingStore.h"
+#include "examples/driving/LocalService.h"
+#include "examples/driving/engineOf.h"
 
 #include <cstdlib>
 #include <iostream>

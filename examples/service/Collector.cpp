@@ -53,11 +53,17 @@ std::string escaped(std::string_view text)
     return result;
 }
 
-std::string eventRow(std::size_t number, Json const& event)
+std::string nameOf(Json const& event)
 {
     auto const id = event.find("eventId");
-    auto const name = id == event.end() ? "" : id->is_string() ? id->get<std::string>() : id->dump();
-    return "<div class=event><b>" + std::to_string(number) + "</b><div><span class=name>" + escaped(name)
+    if (id == event.end())
+        return {};
+    return id->is_string() ? id->get<std::string>() : id->dump();
+}
+
+std::string eventRow(std::size_t number, Json const& event)
+{
+    return "<div class=event><b>" + std::to_string(number) + "</b><div><span class=name>" + escaped(nameOf(event))
         + "</span><code>" + escaped(event.dump()) + "</code></div></div>\n";
 }
 

@@ -12,7 +12,7 @@
 #include <memory>
 
 // As in <webkit/webkit.h>, which only a host that uses the engine itself needs.
-typedef struct _WebKitWebView WebKitWebView;
+typedef struct _WebKitWebView WebKitWebView; // NOLINT(modernize-use-using): as the engine declares it
 
 // What a host with GTK widgets calls. Main thread.
 //

@@ -84,6 +84,7 @@ void ZelvoraSDK::setFooterVisible(bool visible)
         { "ZelvoraFooterVisibilityChanged", platform::Dictionary { { "visible", visible } } });
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): it changes the queue
 void ZelvoraSDK::sendTrackingData()
 {
     m_core.trackingUpload.sendTrackingData();

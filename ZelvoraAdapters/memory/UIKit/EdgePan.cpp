@@ -33,7 +33,7 @@ bool perform(UIGestureRecognizer& recognizer, GestureStates const& states)
 std::size_t edgePan(platform::UIView& view, platform::UIRectEdge edge, GestureStates const& states)
 {
     // A copy: a delegate may add recognizers.
-    auto const recognizers = view.gestureRecognizers();
+    auto const recognizers = view.gestureRecognizers(); // NOLINT(performance-unnecessary-copy-initialization)
     shared::GestureArbitration arbitration;
     for (auto const& recognizer : recognizers) {
         if (shared::watchesEdge(*recognizer, edge))

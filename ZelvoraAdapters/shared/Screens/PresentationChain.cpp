@@ -1,6 +1,7 @@
 #include "ZelvoraAdapters/shared/Screens/PresentationChain.h"
 
 #include <iterator>
+#include <ranges>
 #include <utility>
 
 namespace zelvora::shared {
@@ -28,6 +29,8 @@ bool PresentationChain::isOnScreen(Level level) const
     return level == 0 ? m_isContentOnScreen : m_entries[level - 1].isOnScreen;
 }
 
+// The screen is kept while hooks run, which may take it out of the chain.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void PresentationChain::present(Level presenter, Screen screen, UIModalPresentationStyle style, Animated animated)
 {
     if (!mayPresent(presenter))
@@ -90,9 +93,9 @@ void PresentationChain::end(Level level, Animated animated)
     m_entries.erase(first, m_entries.end());
     for (auto const& entry : ended)
         m_client.didRemove(entry.screen, animated);
-    for (auto entry = ended.rbegin(); entry != ended.rend(); ++entry) {
-        if (entry->isOnScreen)
-            m_client.screenWillDisappear(*entry->screen, animated);
+    for (auto const& entry : ended | std::views::reverse) {
+        if (entry.isOnScreen)
+            m_client.screenWillDisappear(*entry.screen, animated);
     }
 
     for (auto const& entry : ended) {

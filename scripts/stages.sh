@@ -1,9 +1,7 @@
 # The stages of `./run test` and `./run check`. A stage writes to its log, leaves its counts in s_passed, s_failed and
 # s_skipped and, where it has more to say, a text in s_remark. A stage that cannot run has failed.
 
-# What the clang stage sees, the address sanitizer's sees too, with the same compiler: all stages but it are everything.
 STAGES=(clang format libcxx gcc asan tsan tidy)
-STAGES_OF_ALL=("${STAGES[@]:1}")
 
 s_passed=0
 s_failed=0
@@ -14,7 +12,7 @@ test_stages() {
     local stages=() argument
     for argument in "$@"; do
         case "$argument" in
-        --all) stages+=("${STAGES_OF_ALL[@]}") ;;
+        --all) stages+=("${STAGES[@]}") ;;
         *)
             [[ " ${STAGES[*]} " == *" $argument "* ]] || stop "There is no stage \"$argument\"; there are ${STAGES[*]}."
             stages+=("$argument")

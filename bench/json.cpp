@@ -5,6 +5,7 @@
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 #include "bench/Comparison.h"
+#include "bench/makeEvent.h"
 
 #include <cmath>
 #include <cstdint>
@@ -19,7 +20,6 @@ namespace {
 using namespace zelvora;
 using platform::Array;
 using platform::Dictionary;
-using platform::Null;
 using platform::Value;
 
 constexpr std::size_t batch = 500;
@@ -79,8 +79,7 @@ Value makeUpload()
 {
     Array events;
     for (std::size_t number = 0; number < batch; ++number)
-        events = events.appending(Dictionary { { "eventId", "product_view" }, { "adid", Null {} },
-            { "productId", "moon-jar" }, { "price", 89000 }, { "page", "/v1/product.html" }, { "number", number } });
+        events = events.appending(bench::makeEvent(number));
     return Dictionary { { "data", events }, { "profile", "prd" } };
 }
 

@@ -4,6 +4,7 @@ include(GNUInstallDirs)
 
 option(ZELVORA_COVERAGE "Count which lines of the SDK run (clang only)" OFF)
 option(ZELVORA_QUICK_BUILD "Precompile the headers of the system; hides missing includes" OFF)
+option(ZELVORA_MERGE_TESTS "Compile the sources of a test program together; hides their missing includes" OFF)
 
 set(ZELVORA_STANDARD_HEADERS
     <algorithm> <array> <atomic> <chrono> <cmath> <condition_variable> <coroutine> <cstddef> <cstdint> <expected>
@@ -18,9 +19,10 @@ function(zelvora_target name)
     if(PROJECT_IS_TOP_LEVEL)
         target_compile_options(${name} PRIVATE -Werror)
     endif()
-    if(CMAKE_UNITY_BUILD)
-        # A source may use the names of those that it is compiled together with.
-        target_compile_options(${name} PRIVATE -Wno-shadow)
+    get_target_property(is_merged ${name} UNITY_BUILD)
+    if(is_merged)
+        # A source may use the names of those that it is compiled together with, and is not the main file any more.
+        target_compile_options(${name} PRIVATE -Wno-shadow "$<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>")
     endif()
     # Optimizing, GCC 12 takes the bucket that a moved map left behind for one that was allocated.
     target_compile_options(${name} PRIVATE "$<$<CXX_COMPILER_ID:GNU>:-Wno-free-nonheap-object>")
@@ -113,6 +115,9 @@ function(zelvora_test name)
     list(APPEND TEST_SOURCES ${TEST_APART})
     set_source_files_properties(${TEST_APART} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
     add_executable(${name} ${TEST_SOURCES})
+    if(ZELVORA_MERGE_TESTS)
+        set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 16)
+    endif()
     zelvora_target(${name})
     target_compile_options(${name} PRIVATE -Wno-conversion)
     target_link_libraries(${name} PRIVATE ${TEST_LIBRARIES} GTest::gtest GTest::gtest_main)

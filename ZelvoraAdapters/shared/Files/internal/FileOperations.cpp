@@ -14,6 +14,18 @@ namespace {
 
 constexpr ::mode_t ownerOnly = 0600;
 constexpr ::mode_t ownerOnlyDirectory = 0700;
+constexpr ::mode_t othersAccess = 0077;
+
+std::expected<FileDescriptor, FileFailure> openPath(FileOperations& operations, std::string const& path, int flags)
+{
+    int number = -1;
+    do
+        number = operations.open(path, flags | O_CLOEXEC, ownerOnly);
+    while (number < 0 && errno == EINTR);
+    if (number < 0)
+        return fileFailure("cannot open", path);
+    return FileDescriptor { number };
+}
 
 }
 
@@ -43,6 +55,11 @@ int FileOperations::truncate(int file, ::off_t size)
     return ::ftruncate(file, size);
 }
 
+int FileOperations::changeMode(int file, ::mode_t mode)
+{
+    return ::fchmod(file, mode);
+}
+
 int FileOperations::sync(int file)
 {
     return ::fdatasync(file);
@@ -55,7 +72,7 @@ int FileOperations::statusOfFile(int file, struct ::stat& status)
 
 int FileOperations::statusOfPath(std::string const& path, struct ::stat& status)
 {
-    return ::stat(path.c_str(), &status);
+    return ::lstat(path.c_str(), &status);
 }
 
 int FileOperations::rename(std::string const& from, std::string const& to)
@@ -83,13 +100,28 @@ std::unexpected<FileFailure> fileFailure(std::string_view attempt, std::string c
 
 std::expected<FileDescriptor, FileFailure> openFile(FileOperations& operations, std::string const& path, int flags)
 {
-    int number = -1;
-    do
-        number = operations.open(path, flags | O_CLOEXEC, ownerOnly);
-    while (number < 0 && errno == EINTR);
-    if (number < 0)
-        return fileFailure("cannot open", path);
-    return FileDescriptor { number };
+    // Without O_NONBLOCK, opening a FIFO for reading waits for a writer.
+    auto file = openPath(operations, path, flags | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY);
+    if (!file)
+        return file;
+    struct ::stat status {};
+    if (operations.statusOfFile(file->number(), status) < 0)
+        return fileFailure("cannot stat", path);
+    if (!S_ISREG(status.st_mode))
+        return std::unexpected(FileFailure { .reason = path + " is not a regular file", .number = 0 });
+    auto const isWritten = (flags & O_ACCMODE) != O_RDONLY;
+    // A file system without modes refuses this, and there is nothing to protect on it.
+    if (isWritten && (status.st_mode & othersAccess) != 0)
+        operations.changeMode(file->number(), ownerOnly);
+    return file;
+}
+
+bool isFileAtPath(FileOperations& operations, int file, std::string const& path)
+{
+    struct ::stat here {};
+    struct ::stat there {};
+    return operations.statusOfFile(file, here) == 0 && operations.statusOfPath(path, there) == 0
+        && here.st_ino == there.st_ino && here.st_dev == there.st_dev;
 }
 
 std::expected<std::uint64_t, FileFailure> sizeOfFile(FileOperations& operations, int file, std::string const& path)
@@ -153,7 +185,7 @@ std::expected<void, FileFailure> makeDirectories(FileOperations& operations, std
 
 std::expected<void, FileFailure> syncDirectory(FileOperations& operations, std::string const& path)
 {
-    auto const directory = openFile(operations, path, O_RDONLY | O_DIRECTORY);
+    auto const directory = openPath(operations, path, O_RDONLY | O_DIRECTORY);
     if (!directory)
         return std::unexpected(directory.error());
     // Some file systems cannot sync a directory and report EINVAL.

@@ -25,8 +25,10 @@ public:
     virtual ::ssize_t read(int file, char* bytes, std::size_t count, ::off_t offset);
     virtual ::ssize_t write(int file, char const* bytes, std::size_t count, ::off_t offset);
     virtual int truncate(int file, ::off_t size);
+    virtual int changeMode(int file, ::mode_t mode);
     virtual int sync(int file);
     virtual int statusOfFile(int file, struct ::stat& status);
+    /// Of a symbolic link itself, not of what it leads to.
     virtual int statusOfPath(std::string const& path, struct ::stat& status);
     virtual int rename(std::string const& from, std::string const& to);
     virtual int remove(std::string const& path);
@@ -44,8 +46,13 @@ struct FileFailure {
 /// The failure described by `errno`. `attempt` begins the reason, such as "cannot write".
 [[nodiscard]] std::unexpected<FileFailure> fileFailure(std::string_view attempt, std::string const& path);
 
+/// Opens a file of our own, and takes the access of other users away from one that is opened for writing. Anything but
+/// a regular file is refused: a link would let whoever planted it choose the file that we write, and a FIFO would
+/// block.
 [[nodiscard]] std::expected<FileDescriptor, FileFailure> openFile(
     FileOperations& operations, std::string const& path, int flags);
+/// Whether the path names the open file.
+[[nodiscard]] bool isFileAtPath(FileOperations& operations, int file, std::string const& path);
 [[nodiscard]] std::expected<std::uint64_t, FileFailure> sizeOfFile(
     FileOperations& operations, int file, std::string const& path);
 /// Writes all the bytes. After a failure, some of them may have been written.

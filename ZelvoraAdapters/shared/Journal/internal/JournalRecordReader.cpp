@@ -41,6 +41,10 @@ std::optional<std::string_view> JournalRecordReader::next()
     auto const expected = frame.fixed32().value_or(0);
     if (length == 0 || length > m_end - m_offset - JournalRecord::frameSize)
         return stopWith(Stop::Corruption);
+    // A damaged length may be gigabytes, and the file may be sparse: a record that does not fit into a block gets its
+    // memory once it is known to be intact.
+    if (length > blockSize && !isIntact(length, expected))
+        return std::nullopt;
     if (!load(JournalRecord::frameSize + length))
         return std::nullopt;
     auto const payload = std::string_view { m_block }.substr(
@@ -68,6 +72,29 @@ bool JournalRecordReader::load(std::uint64_t count)
     m_block = *std::move(block);
     m_blockOffset = m_offset;
     if (m_block.size() >= count)
+        return true;
+    stopWith(Stop::Corruption);
+    return false;
+}
+
+bool JournalRecordReader::isIntact(std::uint64_t length, std::uint32_t expected)
+{
+    auto sum = m_checksum;
+    auto const begin = m_offset + JournalRecord::frameSize;
+    for (auto offset = begin; offset < begin + length;) {
+        auto const wanted = std::min(blockSize, begin + length - offset);
+        auto const block = readUpTo(m_operations, m_file, static_cast<std::size_t>(wanted), offset, m_path);
+        if (!block) {
+            m_failure = block.error();
+            stopWith(Stop::ReadFailure);
+            return false;
+        }
+        if (block->empty())
+            break;
+        sum = shared::checksum(sum, *block);
+        offset += block->size();
+    }
+    if (recordChecksum(sum, static_cast<std::uint32_t>(length)) == expected)
         return true;
     stopWith(Stop::Corruption);
     return false;

@@ -36,6 +36,8 @@ public:
 
 private:
     [[nodiscard]] bool load(std::uint64_t count);
+    /// Whether the next record, whose payload begins behind its frame, has this checksum. Reads it block by block.
+    [[nodiscard]] bool isIntact(std::uint64_t length, std::uint32_t expected);
     std::optional<std::string_view> stopWith(Stop stop);
 
     FileOperations& m_operations;

@@ -15,6 +15,8 @@ struct JournalOptions {
     std::uint64_t minimumCompactionSize = 256UL * 1024;
     /// How long to wait for the lock while another process or instance holds it.
     std::chrono::milliseconds lockTimeout { 3000 };
+    /// How long the lock is kept for further changes, while other processes and instances wait for it.
+    std::chrono::microseconds turnLength { 1000 };
     /// A test's file system, which must outlive the journal; nullptr is the system's.
     FileOperations* fileOperations = nullptr;
 };

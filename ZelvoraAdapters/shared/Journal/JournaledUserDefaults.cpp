@@ -31,50 +31,58 @@ std::thread startWithoutSignals(Work work)
 JournaledUserDefaults::JournaledUserDefaults(std::string path, LogError logError, JournalOptions const& options)
     : m_logError(std::move(logError))
     , m_journal(std::make_unique<Journal>(std::move(path), options))
+    , m_turnLength(options.turnLength)
 {
-    log(m_journal->takeLogLines());
+    m_turnThread = startWithoutSignals([this] { runTurnThread(); });
     m_syncThread = startWithoutSignals([this] { runSyncThread(); });
     m_compactionThread = startWithoutSignals([this] { runCompactionThread(); });
+    withJournal([](Journal&) { });
 }
 
 JournaledUserDefaults::~JournaledUserDefaults()
 {
     {
-        std::lock_guard const lock { m_mutex };
+        std::scoped_lock const locks { m_mutex, m_turnMutex };
         m_isEnding = true;
     }
     m_syncWanted.notify_all();
     m_compactionWanted.notify_all();
+    m_turnBegan.notify_all();
     m_compactionThread.join();
     m_syncThread.join();
+    m_turnThread.join();
     synchronize();
+    m_journal->endTurn();
+}
+
+template<typename Work>
+void JournaledUserDefaults::withJournal(Work work)
+{
+    std::vector<std::string> lines;
+    {
+        std::lock_guard const lock { m_mutex };
+        work(*m_journal);
+        tendTurn();
+        lines = m_journal->takeLogLines();
+    }
+    log(lines);
 }
 
 std::optional<Value> JournaledUserDefaults::object(std::string const& key)
 {
-    std::vector<std::string> lines;
     std::optional<Value> value;
-    {
-        std::lock_guard const lock { m_mutex };
-        value = m_journal->object(key);
-        lines = m_journal->takeLogLines();
-    }
-    log(lines);
+    withJournal([&](Journal& journal) { value = journal.object(key); });
     return value;
 }
 
 void JournaledUserDefaults::setObject(std::optional<Value> value, std::string const& key)
 {
-    std::vector<std::string> lines;
-    {
-        std::lock_guard const lock { m_mutex };
-        auto const wasSyncDue = m_journal->syncDue().has_value();
-        auto const wasCompactionNeeded = m_journal->needsCompaction();
-        m_journal->setObject(std::move(value), key);
+    withJournal([&](Journal& journal) {
+        auto const wasSyncDue = journal.syncDue().has_value();
+        auto const wasCompactionNeeded = journal.needsCompaction();
+        journal.setObject(std::move(value), key);
         wakeThreads(wasSyncDue, wasCompactionNeeded);
-        lines = m_journal->takeLogLines();
-    }
-    log(lines);
+    });
 }
 
 void JournaledUserDefaults::setDouble(double number, std::string const& key)
@@ -96,6 +104,42 @@ void JournaledUserDefaults::wakeThreads(bool wasSyncDue, bool wasCompactionNeede
         m_compactionWanted.notify_one();
 }
 
+// Requires m_mutex. Others wait for the lock, so that a turn is ended by the call that runs when it is over, or by the
+// turn thread if none does.
+void JournaledUserDefaults::tendTurn()
+{
+    auto const turn = m_turn.load();
+    if (turn == Turn::Over) {
+        m_journal->endTurn();
+        m_turn = Turn::None;
+    } else if (turn == Turn::None && m_journal->hasTurn()) {
+        m_turn = Turn::Running;
+        // The thread may be about to wait.
+        {
+            std::lock_guard const lock { m_turnMutex };
+        }
+        m_turnBegan.notify_one();
+    }
+}
+
+void JournaledUserDefaults::runTurnThread()
+{
+    std::unique_lock lock { m_turnMutex };
+    while (!m_isEnding) {
+        if (m_turn == Turn::None) {
+            m_turnBegan.wait(lock);
+            continue;
+        }
+        m_turnBegan.wait_for(lock, m_turnLength, [this] { return m_isEnding.load(); });
+        auto running = Turn::Running;
+        m_turn.compare_exchange_strong(running, Turn::Over);
+        lock.unlock();
+        if (std::unique_lock const journalLock { m_mutex, std::try_to_lock })
+            tendTurn();
+        lock.lock();
+    }
+}
+
 void JournaledUserDefaults::log(std::vector<std::string> const& lines) const
 {
     for (auto const& line : lines)
@@ -109,6 +153,7 @@ void JournaledUserDefaults::synchronize()
         std::lock_guard const syncLock { m_syncMutex };
         std::unique_lock lock { m_mutex };
         if (auto const work = m_journal->beginSync()) {
+            tendTurn();
             lock.unlock();
             auto const result = m_journal->sync(*work);
             lock.lock();
@@ -116,6 +161,7 @@ void JournaledUserDefaults::synchronize()
         }
         if (m_journal->needsCompaction())
             m_compactionWanted.notify_one();
+        tendTurn();
         lines = m_journal->takeLogLines();
     }
     log(lines);
@@ -158,6 +204,7 @@ void JournaledUserDefaults::compact()
     {
         std::unique_lock lock { m_mutex };
         auto compaction = m_journal->beginCompaction();
+        tendTurn();
         if (compaction) {
             lock.unlock();
             auto const written = compaction->write(m_isEnding);
@@ -165,6 +212,7 @@ void JournaledUserDefaults::compact()
             m_journal->endCompaction(std::move(compaction), written);
             if (m_journal->syncDue())
                 m_syncWanted.notify_one();
+            tendTurn();
         }
         lines = m_journal->takeLogLines();
     }

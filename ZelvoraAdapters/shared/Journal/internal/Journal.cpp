@@ -36,16 +36,26 @@ Journal::Journal(std::string path, JournalOptions const& options)
     , m_sharedFile(m_operations, m_path, options.lockTimeout)
     , m_compactionThreshold(options.minimumCompactionSize)
 {
-    if (auto lock = m_sharedFile.lock(); !lock)
-        didFailToWrite(lock.error());
+    if (auto locked = lock(); !locked)
+        didFailToWrite(locked.error());
     m_needsCompaction = isMostlyGarbage();
+}
+
+std::expected<void, FileFailure> Journal::lock()
+{
+    auto locked = m_sharedFile.lock();
+    for (auto& [key, entry] : m_sharedFile.takeLostValues()) {
+        if (!m_sharedFile.table().value(key))
+            m_pending.try_emplace(std::move(key), std::move(entry.value));
+    }
+    return locked;
 }
 
 std::optional<Value> Journal::object(std::string const& key)
 {
     if (!m_sharedFile.isCurrent()) {
-        if (auto lock = m_sharedFile.lock(); !lock)
-            didFailToWrite(lock.error());
+        if (auto locked = lock(); !locked)
+            didFailToWrite(locked.error());
     }
     if (!m_pending.empty()) {
         if (auto const found = m_pending.find(key); found != m_pending.end())
@@ -61,14 +71,16 @@ void Journal::setObject(std::optional<Value> value, std::string const& key)
         m_logLines.push_back(*std::move(reason));
         return;
     }
+    if (m_pending.empty()) {
+        if (auto locked = lock(); !locked)
+            return keepPending(std::move(value), key, locked.error());
+    }
+    // Locking may have brought some.
     if (!m_pending.empty()) {
         m_pending.insert_or_assign(key, std::move(value));
         writePending();
         return;
     }
-    auto const lock = m_sharedFile.lock();
-    if (!lock)
-        return keepPending(std::move(value), key, lock.error());
     auto& table = m_sharedFile.table();
     auto* const entry = table.find(key);
     beginRecord(m_record);
@@ -89,9 +101,8 @@ void Journal::writePending()
     if (m_pending.empty())
         return;
     // One record for all of them, so that a crash cannot leave only some.
-    auto const lock = m_sharedFile.lock();
-    if (!lock)
-        return didFailToWrite(lock.error());
+    if (auto locked = lock(); !locked)
+        return didFailToWrite(locked.error());
     auto& table = m_sharedFile.table();
     beginRecord(m_record);
     std::unordered_map<std::string, ChangeSize> changes;
@@ -125,7 +136,6 @@ void Journal::keepPending(std::optional<Value> value, std::string const& key, Fi
 
 void Journal::didWrite()
 {
-    m_sharedFile.didChange();
     m_writeFailure.clear();
     m_hasUnsyncedWrites = true;
     if (!m_syncDue)
@@ -143,22 +153,19 @@ void Journal::didFailToWrite(FileFailure const& failure)
 
 std::optional<Journal::SyncWork> Journal::beginSync()
 {
-    writePending();
+    if (!m_syncDue && m_pending.empty())
+        return std::nullopt;
+    // Locking again notices a file that was removed or replaced during the turn.
+    endTurn();
+    if (auto locked = lock(); !locked)
+        didFailToWrite(locked.error());
+    else
+        writePending();
     if (!m_syncDue)
         return std::nullopt;
-    rewriteIfRemoved();
     m_syncDue.reset();
     auto file = std::exchange(m_hasUnsyncedWrites, false) ? m_sharedFile.file() : nullptr;
     return SyncWork { .file = std::move(file), .includesDirectory = m_sharedFile.takeDirectoryChange() };
-}
-
-void Journal::rewriteIfRemoved()
-{
-    auto const lock = m_sharedFile.lock();
-    if (!lock || m_sharedFile.file()->isAtPath())
-        return;
-    m_logLines.push_back(m_path + " was removed while in use; writing it again");
-    m_mustRewrite = true;
 }
 
 std::expected<void, Journal::SyncFailure> Journal::sync(SyncWork const& work) const
@@ -206,13 +213,8 @@ void Journal::postponeCompaction()
 std::unique_ptr<JournalCompaction> Journal::beginCompaction()
 {
     m_needsCompaction = false;
-    auto const lock = m_sharedFile.lock();
-    if (!lock || !(m_mustRewrite || isMostlyGarbage()))
+    if (!lock() || !(m_mustRewrite || isMostlyGarbage()))
         return nullptr;
-    if (!m_sharedFile.tryLockCompaction()) {
-        postponeCompaction();
-        return nullptr;
-    }
     m_isCompacting = true;
     return std::make_unique<JournalCompaction>(m_operations, m_sharedFile.file(), m_sharedFile.table().snapshot());
 }
@@ -222,11 +224,11 @@ void Journal::endCompaction(
 {
     auto const done = written ? replaceFile(*compaction) : written;
     compaction.reset();
-    m_sharedFile.unlockCompaction();
     m_isCompacting = false;
     if (!done) {
         postponeCompaction();
-        if (done.error().number != ECANCELED && m_compactionFailure.isNew(done.error().reason))
+        auto const isOrdinary = done.error().number == ECANCELED || done.error().number == EAGAIN;
+        if (!isOrdinary && m_compactionFailure.isNew(done.error().reason))
             m_logLines.push_back(done.error().reason + "; the preferences file was not compacted");
         return;
     }
@@ -237,9 +239,8 @@ void Journal::endCompaction(
 
 std::expected<void, FileFailure> Journal::replaceFile(JournalCompaction& compaction)
 {
-    auto const lock = m_sharedFile.lock();
-    if (!lock)
-        return std::unexpected(lock.error());
+    if (auto locked = lock(); !locked)
+        return locked;
     if (m_sharedFile.file() != compaction.source())
         return std::unexpected(FileFailure { .reason = m_path + " was replaced during compaction", .number = 0 });
     auto file = compaction.finish();

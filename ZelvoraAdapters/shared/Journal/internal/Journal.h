@@ -21,9 +21,16 @@ namespace zelvora::shared {
 /// The values of a preferences journal: those in the file, overridden by pending changes that could not be written yet.
 /// Decides when the file is synced and compacted. One thread at a time, except where noted: slow work is split into a
 /// beginning, the work itself and an end, so that the caller can release its mutex for the work.
+///
+/// Any call may leave the file locked, which spares later calls several system calls. While `hasTurn` is true, other
+/// users of the file wait: the caller ends the turn soon.
 class Journal final {
 public:
     Journal(std::string path, JournalOptions const& options);
+
+    /// Whether the file is locked.
+    [[nodiscard]] bool hasTurn() const { return m_sharedFile.isLocked(); }
+    void endTurn() { m_sharedFile.unlock(); }
 
     [[nodiscard]] std::optional<platform::Value> object(std::string const& key);
     /// Writes one record if this changes anything.
@@ -47,8 +54,8 @@ public:
     void endSync(SyncWork const& work, std::expected<void, SyncFailure> const& result);
 
     [[nodiscard]] bool needsCompaction() const { return m_needsCompaction; }
-    /// nullptr if it is no longer needed or another process is compacting. Otherwise call `write` on the result, on
-    /// any thread, and then `endCompaction`.
+    /// nullptr if it is no longer needed. Otherwise call `write` on the result, on any thread, and then
+    /// `endCompaction`.
     [[nodiscard]] std::unique_ptr<JournalCompaction> beginCompaction();
     void endCompaction(std::unique_ptr<JournalCompaction> compaction, std::expected<void, FileFailure> const& written);
 
@@ -56,13 +63,13 @@ public:
     [[nodiscard]] std::vector<std::string> takeLogLines();
 
 private:
+    [[nodiscard]] std::expected<void, FileFailure> lock();
     void keepPending(std::optional<platform::Value> value, std::string const& key, FileFailure const& failure);
     void writePending();
     void didWrite();
     void didFailToWrite(FileFailure const& failure);
     [[nodiscard]] bool isMostlyGarbage() const;
     void postponeCompaction();
-    void rewriteIfRemoved();
     [[nodiscard]] std::expected<void, FileFailure> replaceFile(JournalCompaction& compaction);
 
     FileOperations& m_operations;

@@ -4,6 +4,8 @@
 #include "ZelvoraAdapters/shared/Journal/internal/JournalRecordReader.h"
 #include "ZelvoraAdapters/shared/Journal/internal/JournalSnapshotWriter.h"
 
+#include <fcntl.h>
+
 #include <cerrno>
 #include <utility>
 
@@ -30,8 +32,19 @@ JournalCompaction::JournalCompaction(
 
 JournalCompaction::~JournalCompaction()
 {
-    if (!m_isRenamed)
+    if (m_target && !m_isRenamed && m_target->isAtPath())
         m_operations.remove(m_targetPath);
+}
+
+void JournalCompaction::removeAbandoned(FileOperations& operations, std::string const& journal)
+{
+    auto const path = pathFor(journal);
+    auto const file = openFile(operations, path, O_RDWR);
+    // A link would make every compaction fail. A FIFO has no error number.
+    auto const isForeign = !file && (file.error().number == ELOOP || file.error().number == 0);
+    auto const isAbandoned = file && JournalLock(file->number()).tryLockWriting();
+    if (isForeign || (isAbandoned && isFileAtPath(operations, file->number(), path)))
+        operations.remove(path);
 }
 
 std::expected<void, FileFailure> JournalCompaction::write(std::atomic<bool> const& isCancelled)
@@ -54,7 +67,8 @@ std::expected<void, FileFailure> JournalCompaction::write(std::atomic<bool> cons
 std::expected<void, FileFailure> JournalCompaction::writeSnapshot(std::atomic<bool> const& isCancelled)
 {
     using enum JournalHeader::FirstRecord;
-    auto target = JournalFile::make(m_operations, m_targetPath, m_snapshot.empty() ? Change : Snapshot);
+    auto const header = JournalHeader::makeSuccessor(m_source->header(), m_snapshot.empty() ? Change : Snapshot);
+    auto target = JournalFile::make(m_operations, m_targetPath, header);
     if (!target)
         return std::unexpected(target.error());
     m_target = *std::move(target);
@@ -84,9 +98,17 @@ std::expected<std::shared_ptr<JournalFile>, FileFailure> JournalCompaction::fini
         if (auto synced = sync(); !synced)
             return std::unexpected(synced.error());
     }
+    // Nobody else can have locked it yet.
+    if (auto locked = m_target->lock({}); !locked)
+        return std::unexpected(locked.error());
+    if (!m_target->isAtPath()) {
+        errno = ENOENT;
+        return fileFailure("cannot find", m_targetPath);
+    }
     if (m_operations.rename(m_targetPath, m_source->path()) < 0)
         return fileFailure("cannot replace", m_source->path());
     m_target->didRename(m_source->path());
+    m_target->unlockWriting();
     m_isRenamed = true;
     return std::exchange(m_target, nullptr);
 }

@@ -27,14 +27,17 @@ public:
         FileOperations& operations, std::shared_ptr<JournalFile const> source, JournalTable::Snapshot snapshot);
     /// Removes the new file unless it was renamed.
     ~JournalCompaction();
+    /// Removes the new file of a compaction whose process died.
+    static void removeAbandoned(FileOperations& operations, std::string const& journal);
     JournalCompaction(JournalCompaction const&) = delete;
     JournalCompaction& operator=(JournalCompaction const&) = delete;
 
-    /// The slow part: writes and syncs the new file. Needs no lock. Any thread.
+    /// The slow part: writes and syncs the new file. Needs no lock. Any thread. Fails with EAGAIN if another compaction
+    /// is running.
     [[nodiscard]] std::expected<void, FileFailure> write(std::atomic<bool> const& isCancelled);
 
     /// Requires the lock, and that `source` has been read up to its end. Copies the remaining records, syncs and
-    /// renames the file. The rename is durable once the directory is synced.
+    /// renames the file, which is locked from then on. The rename is durable once the directory is synced.
     [[nodiscard]] std::expected<std::shared_ptr<JournalFile>, FileFailure> finish();
 
     [[nodiscard]] std::shared_ptr<JournalFile const> const& source() const { return m_source; }

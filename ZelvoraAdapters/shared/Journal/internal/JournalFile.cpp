@@ -2,6 +2,7 @@
 
 #include "ZelvoraAdapters/shared/Journal/internal/JournalRecord.h"
 #include "ZelvoraAdapters/shared/Journal/internal/JournalRecordReader.h"
+#include "ZelvoraAdapters/shared/Journal/internal/KeptFiles.h"
 
 #include <fcntl.h>
 
@@ -12,21 +13,8 @@ namespace zelvora::shared {
 
 namespace {
 
-std::expected<std::string, FileFailure> moveAside(FileOperations& operations, std::string const& path)
-{
-    struct ::stat status {};
-    auto name = path + ".damaged";
-    for (int number = 2; operations.statusOfPath(name, status) == 0; ++number)
-        name = path + ".damaged-" + std::to_string(number);
-    if (operations.rename(path, name) < 0)
-        return fileFailure("cannot rename", path);
-    return name;
-}
-
-FileFailure newerFormat(std::string const& path)
-{
-    return { .reason = path + " was written by a newer version and is left unchanged", .number = 0 };
-}
+// A file is replaced at most once in a compaction, so several times in a row is out of the ordinary.
+constexpr int maximumAttempts = 10;
 
 }
 
@@ -34,11 +22,17 @@ JournalFile::JournalFile(FileOperations& operations, std::string path, FileDescr
     : m_operations(operations)
     , m_path(std::move(path))
     , m_file(std::move(file))
+    , m_lock(m_file.number())
 {
 }
 
+FileFailure JournalFile::newerFormat(std::string const& path)
+{
+    return { .reason = path + " was written by a newer version and is left unchanged", .number = 0 };
+}
+
 std::expected<JournalFile::Opened, JournalFile::OpenFailure> JournalFile::open(
-    FileOperations& operations, std::string const& path)
+    FileOperations& operations, std::string const& path, std::chrono::milliseconds lockTimeout)
 {
     auto const later = [](FileFailure failure) {
         return std::unexpected(OpenFailure { .failure = std::move(failure), .retry = Retry::Later });
@@ -46,32 +40,26 @@ std::expected<JournalFile::Opened, JournalFile::OpenFailure> JournalFile::open(
     Opened opened;
     // If the first attempt renames a damaged file, the second one creates a new file.
     for (int attempt = 0; attempt < 2; ++attempt) {
-        auto descriptor = openFile(operations, path, O_RDWR | O_CREAT);
-        if (!descriptor)
-            return later(descriptor.error());
-        opened.file.reset(new JournalFile(operations, path, *std::move(descriptor)));
+        auto found = find(operations, path, O_RDWR | O_CREAT, lockTimeout);
+        if (!found)
+            return later(found.error());
+        opened.file = std::move(found->file);
         opened.table = {};
-        JournalHeader header;
-        auto const kind = opened.file->readHeader(header);
-        if (!kind)
-            return later(kind.error());
-        if (*kind == HeaderKind::Newer)
+        if (found->kind == HeaderKind::Newer)
             return std::unexpected(OpenFailure { .failure = newerFormat(path), .retry = Retry::Never });
-        if (*kind == HeaderKind::Incomplete) {
-            if (auto truncated = opened.file->truncate(0, opened.logLines); !truncated)
-                return later(truncated.error());
-            if (auto written = opened.file->writeHeader(JournalHeader::FirstRecord::Change); !written)
+        if (found->kind == HeaderKind::Incomplete) {
+            if (auto written = opened.file->completeHeader(opened.logLines); !written)
                 return later(written.error());
             return opened;
         }
-        if (*kind == HeaderKind::Current) {
-            auto const isIntact = opened.file->recover(header, opened);
+        if (found->kind == HeaderKind::Current) {
+            auto const isIntact = recover(opened);
             if (!isIntact)
                 return later(isIntact.error());
             if (*isIntact)
                 return opened;
         }
-        auto const name = moveAside(operations, path);
+        auto const name = moveAside(operations, path, ".damaged");
         if (!name)
             return later(name.error());
         opened.logLines.push_back(path + " is not a journal or its beginning is damaged; it was renamed to " + *name);
@@ -80,14 +68,37 @@ std::expected<JournalFile::Opened, JournalFile::OpenFailure> JournalFile::open(
     return later(fileFailure("cannot create", path).error());
 }
 
+std::expected<JournalFile::Found, FileFailure> JournalFile::find(
+    FileOperations& operations, std::string const& path, int flags, std::chrono::milliseconds lockTimeout)
+{
+    for (int attempt = 0; attempt < maximumAttempts; ++attempt) {
+        auto descriptor = openFile(operations, path, flags);
+        if (!descriptor)
+            return std::unexpected(descriptor.error());
+        Found found;
+        found.file.reset(new JournalFile(operations, path, *std::move(descriptor)));
+        if (auto locked = found.file->lock(lockTimeout); !locked)
+            return std::unexpected(locked.error());
+        // While this waited for the lock, somebody may have replaced the file.
+        if (!found.file->isAtPath())
+            continue;
+        auto const kind = found.file->readHeader();
+        if (!kind)
+            return std::unexpected(kind.error());
+        found.kind = *kind;
+        return found;
+    }
+    errno = EBUSY;
+    return fileFailure("cannot lock", path);
+}
+
 std::expected<JournalTable, FileFailure> JournalFile::read(FileOperations& operations, std::string const& path)
 {
     auto descriptor = openFile(operations, path, O_RDONLY);
     if (!descriptor)
         return std::unexpected(descriptor.error());
     JournalFile file { operations, path, *std::move(descriptor) };
-    JournalHeader header;
-    auto const kind = file.readHeader(header);
+    auto const kind = file.readHeader();
     if (!kind)
         return std::unexpected(kind.error());
     JournalTable table;
@@ -101,52 +112,76 @@ std::expected<JournalTable, FileFailure> JournalFile::read(FileOperations& opera
 }
 
 std::expected<std::shared_ptr<JournalFile>, FileFailure> JournalFile::make(
-    FileOperations& operations, std::string const& path, JournalHeader::FirstRecord firstRecord)
+    FileOperations& operations, std::string const& path, JournalHeader const& header)
 {
-    auto descriptor = openFile(operations, path, O_RDWR | O_CREAT | O_TRUNC);
+    auto descriptor = openFile(operations, path, O_RDWR | O_CREAT);
     if (!descriptor)
         return std::unexpected(descriptor.error());
     std::shared_ptr<JournalFile> file { new JournalFile(operations, path, *std::move(descriptor)) };
-    if (auto written = file->writeHeader(firstRecord); !written)
+    // Its writer may have renamed or removed it before this got the lock.
+    if (!file->m_lock.tryLockWriting() || !file->isAtPath()) {
+        errno = EAGAIN;
+        return fileFailure("cannot lock", path);
+    }
+    if (operations.truncate(file->number(), 0) < 0)
+        return fileFailure("cannot truncate", path);
+    if (auto written = file->writeHeader(header); !written) {
+        operations.remove(path);
         return std::unexpected(written.error());
+    }
     return file;
 }
 
-std::expected<void, FileFailure> JournalFile::writeHeader(JournalHeader::FirstRecord firstRecord)
+std::expected<void, FileFailure> JournalFile::writeHeader(JournalHeader const& header)
 {
-    auto const header = JournalHeader::make(firstRecord);
     if (auto written = writeFully(m_operations, number(), header.encoded(), 0, m_path); !written) {
         m_operations.truncate(number(), 0);
         return written;
     }
-    m_end = JournalHeader::size;
-    m_checksum = header.checksum;
+    beginBehind(header);
     return {};
 }
 
-std::expected<HeaderKind, FileFailure> JournalFile::readHeader(JournalHeader& header)
+std::expected<void, FileFailure> JournalFile::completeHeader(std::vector<std::string>& logLines)
+{
+    auto const size = sizeOfFile(m_operations, number(), m_path);
+    if (!size)
+        return std::unexpected(size.error());
+    if (*size > 0)
+        logLines.push_back(m_path + " had only part of a header, which was written again");
+    return writeHeader(JournalHeader::make(JournalHeader::FirstRecord::Change));
+}
+
+std::expected<HeaderKind, FileFailure> JournalFile::readHeader()
 {
     auto const bytes = readUpTo(m_operations, number(), JournalHeader::size, 0, m_path);
     if (!bytes)
         return std::unexpected(bytes.error());
+    JournalHeader header;
     auto const kind = readJournalHeader(*bytes, header);
-    if (kind == HeaderKind::Current) {
-        m_end = JournalHeader::size;
-        m_checksum = header.checksum;
-    }
+    if (kind == HeaderKind::Current)
+        beginBehind(header);
     return kind;
 }
 
-std::expected<bool, FileFailure> JournalFile::recover(JournalHeader const& header, Opened& opened)
+void JournalFile::beginBehind(JournalHeader const& header)
 {
-    auto const result = replay(opened.table);
+    m_header = header;
+    m_end = JournalHeader::size;
+    m_checksum = header.checksum;
+}
+
+std::expected<bool, FileFailure> JournalFile::recover(Opened& opened)
+{
+    auto& file = *opened.file;
+    auto const result = file.replay(opened.table);
     if (!result)
         return std::unexpected(result.error());
-    // Part of a snapshot is not a state that the store ever had, so the file is not truncated.
-    if (header.firstRecord == JournalHeader::FirstRecord::Snapshot && m_end == JournalHeader::size)
+    // Part of a snapshot is not a state that the store ever had, so the file is not cut.
+    if (file.m_header.firstRecord == JournalHeader::FirstRecord::Snapshot && file.m_end == JournalHeader::size)
         return false;
     if (*result == JournalRecordReader::Stop::Corruption) {
-        if (auto done = truncate(m_end, opened.logLines); !done)
+        if (auto done = file.cut(opened.logLines); !done)
             return std::unexpected(done.error());
     }
     return true;
@@ -204,30 +239,72 @@ std::expected<void, FileFailure> JournalFile::readNewRecords(JournalTable& table
     if (!result)
         return std::unexpected(result.error());
     if (*result == JournalRecordReader::Stop::Corruption)
-        return truncate(m_end, logLines);
+        return cut(logLines);
     return {};
 }
 
-std::expected<void, FileFailure> JournalFile::truncate(std::uint64_t end, std::vector<std::string>& logLines)
+std::expected<void, FileFailure> JournalFile::cut(std::vector<std::string>& logLines)
 {
     auto const size = sizeOfFile(m_operations, number(), m_path);
     if (!size)
         return std::unexpected(size.error());
-    if (*size <= end)
+    if (*size <= m_end)
         return {};
-    if (m_operations.truncate(number(), static_cast<::off_t>(end)) < 0)
+    // There may be intact records behind a damaged one.
+    auto const copy = copyAside(m_operations, number(), m_path, m_end, *size, ".cut");
+    if (!copy)
+        return std::unexpected(copy.error());
+    if (m_operations.truncate(number(), static_cast<::off_t>(m_end)) < 0)
         return fileFailure("cannot truncate", m_path);
-    logLines.push_back(m_path + " is damaged from byte " + std::to_string(end) + "; its last "
-        + std::to_string(*size - end) + " bytes were removed");
+    logLines.push_back(m_path + " is damaged from byte " + std::to_string(m_end) + "; its last "
+        + std::to_string(*size - m_end) + " bytes" + (*copy ? " were moved to " + **copy : ", all zero, were removed"));
     return {};
+}
+
+void JournalFile::readLastRecords(JournalTable& table)
+{
+    // What cannot be read was not acknowledged, or is lost with the file.
+    [[maybe_unused]] auto const result = replay(table);
+}
+
+JournalFile::Condition JournalFile::condition() const
+{
+    struct ::stat here {};
+    struct ::stat there {};
+    if (m_operations.statusOfFile(number(), here) < 0)
+        return Condition::Unchanged;
+    auto const hasPath = m_operations.statusOfPath(m_path, there) == 0;
+    // A path that may not be looked at says nothing about the file.
+    auto const isGone = !hasPath && (errno == ENOENT || errno == ENOTDIR);
+    if (isGone || (hasPath && (here.st_ino != there.st_ino || here.st_dev != there.st_dev)))
+        return Condition::NotAtItsPath;
+    auto const size = static_cast<std::uint64_t>(here.st_size);
+    if (size == m_end)
+        return Condition::Unchanged;
+    return size > m_end ? Condition::Grown : Condition::Shrunk;
+}
+
+bool JournalFile::seemsUnchanged() const
+{
+    struct ::stat status {};
+    return m_operations.statusOfFile(number(), status) == 0 && static_cast<std::uint64_t>(status.st_size) == m_end
+        && status.st_nlink > 0;
 }
 
 bool JournalFile::isAtPath() const
 {
-    struct ::stat here {};
-    struct ::stat there {};
-    return m_operations.statusOfFile(number(), here) == 0 && m_operations.statusOfPath(m_path, there) == 0
-        && here.st_ino == there.st_ino && here.st_dev == there.st_dev;
+    return isFileAtPath(m_operations, number(), m_path);
+}
+
+bool JournalFile::isOverwritten() const
+{
+    auto const bytes = readUpTo(m_operations, number(), JournalHeader::size, 0, m_path);
+    return bytes && *bytes != m_header.encoded();
+}
+
+std::expected<void, FileFailure> JournalFile::lock(std::chrono::milliseconds timeout)
+{
+    return m_lock.lock(timeout, m_path);
 }
 
 }

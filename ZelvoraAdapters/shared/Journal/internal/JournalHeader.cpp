@@ -13,6 +13,8 @@ namespace {
 
 // A byte above 127 and both kinds of line ending reveal a transfer that took the file for text.
 constexpr std::string_view magic = "\x9aZPJ\r\n\x1a\n";
+constexpr std::uint64_t familyBits = 0xFFFFFFFF00000000;
+constexpr std::uint32_t farthestSuccessor = 0x7FFFFFFF;
 constexpr std::size_t checkedSize = JournalHeader::size - sizeof(std::uint32_t);
 
 std::uint64_t makeIdentity()
@@ -42,7 +44,24 @@ HeaderKind kindOf(std::string_view bytes)
 
 JournalHeader JournalHeader::make(FirstRecord firstRecord)
 {
-    JournalHeader header { .identity = makeIdentity(), .firstRecord = firstRecord };
+    return makeWith(makeIdentity(), firstRecord);
+}
+
+JournalHeader JournalHeader::makeSuccessor(JournalHeader const& before, FirstRecord firstRecord)
+{
+    return makeWith((before.identity & familyBits) | static_cast<std::uint32_t>(before.identity + 1), firstRecord);
+}
+
+bool JournalHeader::isSuccessorOf(JournalHeader const& before) const
+{
+    // The count may have wrapped around.
+    auto const distance = static_cast<std::uint32_t>(identity - before.identity);
+    return (identity & familyBits) == (before.identity & familyBits) && distance > 0 && distance <= farthestSuccessor;
+}
+
+JournalHeader JournalHeader::makeWith(std::uint64_t identity, FirstRecord firstRecord)
+{
+    JournalHeader header { .identity = identity, .firstRecord = firstRecord };
     header.checksum = shared::checksum(0, header.encodedWithoutChecksum());
     return header;
 }

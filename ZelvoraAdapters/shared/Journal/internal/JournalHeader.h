@@ -7,9 +7,12 @@
 
 namespace zelvora::shared {
 
-/// The beginning of a journal file: magic bytes, the version of the format and its complement, a random number that
-/// identifies the file, whether the first record is a snapshot, and a checksum. The chain of the records' checksums
-/// starts from this one, so that a record of another file is not valid here.
+/// The beginning of a journal file: magic bytes, the version of the format and its complement, a number that identifies
+/// the file, whether the first record is a snapshot, and a checksum. The chain of the records' checksums starts from
+/// this one, so that a record of another file is not valid here.
+///
+/// The upper half of the identity is random. The lower half counts the files that replaced one another, so that a
+/// journal whose file was replaced can tell its successor from a file that somebody else put there.
 ///
 /// Every later format must keep magic, version and complement in their places, so that an older program recognizes a
 /// newer file.
@@ -23,10 +26,15 @@ struct JournalHeader {
     FirstRecord firstRecord = FirstRecord::Change;
     std::uint32_t checksum = 0;
 
+    /// The header of a new file, or of the successor of one.
     [[nodiscard]] static JournalHeader make(FirstRecord firstRecord);
+    [[nodiscard]] static JournalHeader makeSuccessor(JournalHeader const& before, FirstRecord firstRecord);
+    /// Whether this is a successor of that file, or of its successor, and so on.
+    [[nodiscard]] bool isSuccessorOf(JournalHeader const& before) const;
     [[nodiscard]] std::string encoded() const;
 
 private:
+    [[nodiscard]] static JournalHeader makeWith(std::uint64_t identity, FirstRecord firstRecord);
     [[nodiscard]] std::string encodedWithoutChecksum() const;
 };
 

@@ -1,3 +1,4 @@
+#include "ZelvoraAdapters/shared/Journal/internal/JournalFile.h"
 #include "tests/ZelvoraAdapters/shared/Journal/JournalTest.h"
 
 #include <atomic>
@@ -221,6 +222,20 @@ TEST_F(JournalCompactionTest, RemovesTheFileThatAKilledCompactionLeft)
     open();
     EXPECT_FALSE(std::filesystem::exists(m_path + ".compacting"));
     EXPECT_TRUE(log().empty());
+}
+
+TEST_F(JournalCompactionTest, NeverWritesThroughALink)
+{
+    auto const target = m_directory.write("target", "kept");
+    std::filesystem::create_symlink(target, m_path + ".compacting");
+    auto const header = shared::JournalHeader::make(shared::JournalHeader::FirstRecord::Change);
+    EXPECT_FALSE(shared::JournalFile::make(m_operations, m_path + ".compacting", header));
+    open();
+    makeGarbage();
+    EXPECT_TRUE(m_operations.waitFor(renamed));
+    close();
+    EXPECT_EQ(bytesOf(target), "kept");
+    EXPECT_TRUE(std::filesystem::is_regular_file(std::filesystem::symlink_status(m_path)));
 }
 
 TEST_F(JournalCompactionTest, IsCancelledWhenTheStoreCloses)

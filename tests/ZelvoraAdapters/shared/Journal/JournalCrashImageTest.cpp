@@ -49,6 +49,7 @@ protected:
     {
         close();
         std::filesystem::remove(m_path + ".damaged");
+        std::filesystem::remove(m_path + ".cut");
         putBytes(m_path, bytes);
         open();
         return textOf(JournalHistory::stateOf(*m_store));

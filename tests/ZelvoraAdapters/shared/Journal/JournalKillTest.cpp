@@ -1,4 +1,5 @@
 #include "ZelvoraAdapters/shared/Journal/JournaledUserDefaults.h"
+#include "ZelvoraPlatform/Foundation/Array.h"
 #include "tests/ZelvoraAdapters/shared/Journal/JournalHistory.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/Record.h"
@@ -9,6 +10,7 @@
 #include <sys/stat.h>
 
 #include <cstring>
+#include <map>
 #include <random>
 #include <set>
 
@@ -89,6 +91,47 @@ TEST(JournalKillTest, AProcessThatIsKilledLosesNothingThatItAcknowledged)
     // Some kills hit a write in flight, and several compactions replaced the file.
     EXPECT_GT(inFlightKept, 0);
     EXPECT_GT(files.size(), 5U);
+}
+
+TEST(JournalKillTest, TwoProcessesThatWriteAtTheSameTimeAndAreKilledLoseNothingThatTheyAcknowledged)
+{
+    std::mt19937_64 random { makeSeed() };
+    TemporaryDirectory const directory;
+    auto const path = (directory / "preferences").string();
+    Record<std::string> log;
+    std::map<std::string, std::uint64_t> next { { "a", 0 }, { "b", 0 } };
+    for (int kill = 0; kill < kills / 5; ++kill) {
+        std::map<std::string, Acknowledgements> acknowledgements;
+        std::map<std::string, ChildProcess> processes;
+        for (auto const& [key, first] : next) {
+            acknowledgements.emplace(key, first);
+            processes.try_emplace(
+                key, std::vector<std::string> { ZELVORA_JOURNAL_PROCESS, "queue", path, key, std::to_string(first) });
+        }
+        // The other one goes on while the first is killed.
+        for (auto& [key, process] : processes) {
+            auto& acknowledged = acknowledgements.at(key);
+            auto const enough = next[key] + random() % 300;
+            while (acknowledged.next() < enough)
+                ASSERT_TRUE(acknowledged.readSome(process));
+            process.kill();
+            while (acknowledged.readSome(process)) { }
+        }
+        shared::JournaledUserDefaults store { path, [&](std::string const& line) { log.add(line); } };
+        for (auto& [key, number] : next) {
+            auto const acknowledged = acknowledgements.at(key).next();
+            auto const found = store.object(key).value_or(platform::Array {});
+            ASSERT_TRUE(found.array());
+            // The step in flight may have been written without being reported.
+            auto const size = found.array()->size();
+            number = size == 0 ? 0 : static_cast<std::uint64_t>(*found.array()->at(size - 1).number()) + 1;
+            ASSERT_TRUE(number == acknowledged || number == acknowledged + 1) << "after kill " << kill;
+            for (std::size_t i = 0; i < size; ++i)
+                ASSERT_EQ(found.array()->at(i), platform::Value { number - size + i });
+        }
+    }
+    std::printf("%llu and %llu steps, %zu lines were logged\n", static_cast<unsigned long long>(next["a"]),
+        static_cast<unsigned long long>(next["b"]), log.size());
 }
 
 }

@@ -1,5 +1,5 @@
-// The program that the tests of several processes start. It either runs a history and writes the number of each step
-// when it is done, or obeys commands from standard input, one a line.
+// The program that the tests of several processes start. It either runs a history or fills a queue and writes the
+// number of each step when it is done, or obeys commands from standard input, one a line.
 
 #include "ZelvoraAdapters/shared/Files/internal/FileOperations.h"
 #include "ZelvoraAdapters/shared/Journal/JournaledUserDefaults.h"
@@ -57,24 +57,47 @@ void logLine(std::string const& line)
     std::fprintf(stderr, "%s\n", line.c_str());
 }
 
-int runHistory(std::string const& path, std::uint64_t seed, std::uint64_t first)
+JournalOptions busyOptions()
 {
     JournalOptions options;
     options.syncDelay = std::chrono::milliseconds(20);
     options.minimumCompactionSize = 8'192;
-    JournaledUserDefaults store { path, logLine, options };
-    JournalHistory const history { seed };
-    for (auto number = first;; ++number) {
-        history.takeStep(number, store);
-        if (::write(STDOUT_FILENO, &number, sizeof number) != sizeof number)
-            return 1;
-    }
+    return options;
+}
+
+bool report(std::uint64_t number)
+{
+    return ::write(STDOUT_FILENO, &number, sizeof number) == sizeof number;
 }
 
 Array arrayIn(JournaledUserDefaults& store, std::string const& key)
 {
     auto const value = store.object(key);
     return value && value->array() ? *value->array() : Array {};
+}
+
+int runHistory(std::string const& path, std::uint64_t seed, std::uint64_t first)
+{
+    JournaledUserDefaults store { path, logLine, busyOptions() };
+    JournalHistory const history { seed };
+    for (auto number = first;; ++number) {
+        history.takeStep(number, store);
+        if (!report(number))
+            return 1;
+    }
+}
+
+// Appends one number after the other to a queue that keeps the last hundred.
+int runQueue(std::string const& path, std::string const& key, std::uint64_t first)
+{
+    JournaledUserDefaults store { path, logLine, busyOptions() };
+    for (auto number = first;; ++number) {
+        auto const queue = arrayIn(store, key);
+        auto const excess = queue.size() > 200 ? queue.size() - 100 : 0;
+        store.setObject(Value(queue.droppingFirst(excess).appending(static_cast<double>(number))), key);
+        if (!report(number))
+            return 1;
+    }
 }
 
 std::string obey(JournaledUserDefaults& store, SignallingFileOperations& operations, std::istream& words)
@@ -127,6 +150,8 @@ int main(int argc, char** argv)
         return serve(arguments[1]);
     if (arguments.size() == 4 && arguments[0] == "run")
         return runHistory(arguments[1], std::stoull(arguments[2]), std::stoull(arguments[3]));
-    std::fprintf(stderr, "usage: serve PATH | run PATH SEED FIRST\n");
+    if (arguments.size() == 4 && arguments[0] == "queue")
+        return runQueue(arguments[1], arguments[2], std::stoull(arguments[3]));
+    std::fprintf(stderr, "usage: serve PATH | run PATH SEED FIRST | queue PATH KEY FIRST\n");
     return 2;
 }

@@ -60,6 +60,7 @@ TEST_F(JournaledUserDefaultsTest, ForgetsAcrossARestartWhatWasRemoved)
 TEST_F(JournaledUserDefaultsTest, MakesOneWriteAndNoOtherCallForAChange)
 {
     std::vector<std::string> const oneWrite { "write preferences" };
+    m_options.turnLength = std::chrono::hours(1);
     open();
     set("first", 1);
     m_operations.forget();
@@ -191,16 +192,27 @@ TEST_F(JournaledUserDefaultsTest, CreatesItsDirectoryAndGivesOnlyTheOwnerAccess)
     struct ::stat status {};
     ASSERT_EQ(::stat(m_path.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0600U);
-    ASSERT_EQ(::stat((m_path + ".lock").c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777U, 0600U);
     ASSERT_EQ(::stat((m_directory / "not/yet").c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0700U);
     restart();
     EXPECT_EQ(get("key"), Value { 1 });
 }
 
+TEST_F(JournaledUserDefaultsTest, AsksOnlyForTheFilesSizeWhenItReadsAfterATurn)
+{
+    open();
+    set("key", "value");
+    // Another user of the file locks it, which it can only once the turn has ended.
+    make().reset();
+    m_operations.forget();
+    for (int i = 0; i < 100; ++i)
+        EXPECT_EQ(get("key"), Value { "value" });
+    EXPECT_EQ(m_operations.calls(), std::vector<std::string>(100, "fstat preferences"));
+}
+
 TEST_F(JournaledUserDefaultsTest, ReadsWithoutTheDisk)
 {
+    m_options.turnLength = std::chrono::hours(1);
     open();
     set("key", "value");
     append("queue", 1);

@@ -1,9 +1,9 @@
 # The stages of `./run test` and `./run check`. A stage writes to its log, leaves its counts in s_passed, s_failed and
 # s_skipped and, where it has more to say, a text in s_remark. A stage that cannot run has failed.
 
-STAGES=(clang format libcxx gcc asan tsan tidy)
+STAGES=(clang format libcxx simulation gcc asan tsan tidy)
 # The stage "clang" runs what "asan" runs in the same way and what "gcc" runs too.
-ALL_STAGES=(format libcxx gcc asan tsan tidy)
+ALL_STAGES=(format libcxx simulation gcc asan tsan tidy)
 
 s_passed=0
 s_failed=0
@@ -48,7 +48,7 @@ packages_of() {
     for stage in "$@"; do
         case "$stage" in
         format) packages+=("${PACKAGES_FORMAT[@]}") ;;
-        layers) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}") ;;
+        layers | simulation) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}") ;;
         clang) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_DISPLAY[@]}") ;;
         asan | tsan)
             packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_SANITIZERS[@]}" "${PACKAGES_DISPLAY[@]}")
@@ -156,6 +156,12 @@ stage_tsan() {
 
 stage_libcxx() {
     build libcxx all && one_passed
+}
+
+# Many more worlds than the other builds live through, and therefore optimized.
+stage_simulation() {
+    build simulation zelvora_simulate || return 1
+    ctest --test-dir build/simulation -L simulation --output-on-failure && one_passed
 }
 
 stage_layers() {

@@ -28,13 +28,6 @@ double makeNumber(Random& random)
     return random.pick(numbers);
 }
 
-std::string makeKey(Random& random)
-{
-    static constexpr std::array<char const*, 12> keys { "a", "a", "a", "b", "b", "a_ts", "a_exp", "shop_id",
-        "tracking_event", "adid", "", "열쇠" };
-    return random.pick(keys);
-}
-
 // Mostly of the kind that the message wants, at times of another, at times missing.
 void add(Random& random, Entries& entries, char const* name, Value right)
 {
@@ -43,16 +36,15 @@ void add(Random& random, Entries& entries, char const* name, Value right)
     entries.emplace_back(name, random.oneIn(14) ? makeValue(random, 1) : std::move(right));
 }
 
-Value makeLifetime(Random& random)
+Value makeLifetimeArgument(Random& random)
 {
-    static constexpr std::array<double, 9> lifetimes { 0, -1, 0.5, 1, 5, 10, 60.25, 3600, 86400 };
     switch (random.below(8)) {
     case 0:
         return "60";
     case 1:
         return makeValue(random, 1);
     default:
-        return random.pick(lifetimes);
+        return makeLifetime(random);
     }
 }
 
@@ -76,7 +68,7 @@ Entries makeArguments(Random& random, std::string const& action, int event)
     if (action == "setItem") {
         add(random, entries, "value", makeValue(random));
         if (random.oneIn(2))
-            entries.emplace_back("expire", makeLifetime(random));
+            entries.emplace_back("expire", makeLifetimeArgument(random));
     }
     if (action == "getItem" || action == "getEvents")
         add(random, entries, "callback", makeCallback(random));
@@ -91,6 +83,19 @@ Entries makeArguments(Random& random, std::string const& action, int event)
     return entries;
 }
 
+}
+
+std::string makeKey(Random& random)
+{
+    static constexpr std::array<char const*, 12> keys { "a", "a", "a", "b", "b", "a_ts", "a_exp", "shop_id",
+        "tracking_event", "adid", "", "열쇠" };
+    return random.pick(keys);
+}
+
+double makeLifetime(Random& random)
+{
+    static constexpr std::array<double, 9> lifetimes { 0, -1, 0.5, 1, 5, 10, 60.25, 3600, 86400 };
+    return random.pick(lifetimes);
 }
 
 std::string makeText(Random& random)

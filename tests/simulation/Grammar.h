@@ -14,5 +14,7 @@ namespace zelvora::simulation {
 /// Anything that a page can store.
 [[nodiscard]] platform::Value makeValue(Random& random, int depth = 3);
 [[nodiscard]] std::string makeText(Random& random);
+[[nodiscard]] std::string makeKey(Random& random);
+[[nodiscard]] double makeLifetime(Random& random);
 
 }

@@ -6,6 +6,7 @@
 #include "tests/simulation/World.h"
 
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -58,6 +59,13 @@ std::string readAll(int file)
             return bytes;
         bytes.append(buffer.data(), static_cast<std::size_t>(count));
     }
+}
+
+// A life that does not end is ended by a signal. It takes milliseconds, and with a sanitizer not a second.
+void limitTime()
+{
+    rlimit const seconds { 20, 20 };
+    setrlimit(RLIMIT_CPU, &seconds);
 }
 
 // Where a life is, in memory that its parent shares: readable after a crash too.
@@ -136,6 +144,7 @@ Outcome liveOnce(Story const& story, Past past, std::size_t from, Trace trace)
         close(errors.in);
         auto* const traceFile = trace == Trace::Yes ? fdopen(dup(STDERR_FILENO), "w") : nullptr;
         dup2(errors.out, STDERR_FILENO);
+        limitTime();
         Life(story, std::move(past), result.out, traceFile).run(from);
     }
     close(result.out);

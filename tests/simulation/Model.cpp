@@ -44,6 +44,11 @@ bool isWebURL(std::string const& url)
 
 }
 
+Configuration makeRetry()
+{
+    return { .userKey = "again", .apiKey = "again" };
+}
+
 std::set<int> numbersOf(Array const& events)
 {
     std::set<int> numbers;
@@ -77,10 +82,18 @@ void Model::setSystem(platform::Date now, bool isActive, Status status)
 void Model::expectInitialize(Configuration const& configuration)
 {
     if (m_isInitializing) {
-        reportError(m_handler != 0 ? m_handler : configuration.handler, "E004", initializingText);
+        auto const told = m_handler != 0 ? m_handler : configuration.handler;
+        if (told != 0)
+            m_expected.lines.push_back("handler " + std::to_string(told) + ": E004 " + std::string(initializingText));
         m_expected.lines.emplace_back("result E004");
         return;
     }
+    initialize(configuration);
+    m_expected.lines.emplace_back("result ok");
+}
+
+void Model::initialize(Configuration const& configuration)
+{
     m_isInitializing = true;
     m_userKey = configuration.userKey;
     m_apiKey = configuration.apiKey;
@@ -91,6 +104,7 @@ void Model::expectInitialize(Configuration const& configuration)
     m_hasDelegate = configuration.hasDelegate;
     m_webURL = (m_isDev ? addresses().developmentWebHost : addresses().productionWebHost) + "/v1";
     m_handler = configuration.handler;
+    m_handlerKind = configuration.handlerKind;
     m_sequence = { .apiKey = configuration.apiKey, .hasBeenActive = m_isActive };
     if (m_status != Status::NotDetermined) {
         m_sequence.permission = Sequence::Permission::Known;
@@ -98,7 +112,6 @@ void Model::expectInitialize(Configuration const& configuration)
     }
     log("info", "Initialized");
     promise(Queue::Global, {});
-    m_expected.lines.emplace_back("result ok");
 }
 
 void Model::expectStart(ScreenId presenter)
@@ -115,7 +128,7 @@ void Model::expectStart(ScreenId presenter)
 void Model::start(ScreenId presenter)
 {
     if (presenter == noScreen)
-        return reportError(m_handler, "E300", otherText + std::string("start was called without a view controller"));
+        return reportError("E300", otherText + std::string("start was called without a view controller"));
     if (m_isInitializing) {
         log("debug", "SDK is still initializing. The activity will start automatically once ready.");
         m_pending = presenter;
@@ -123,7 +136,7 @@ void Model::start(ScreenId presenter)
     }
     // A shop id is only ever found by an initialization, which sets both keys.
     if (!m_shopId)
-        return reportError(m_handler, "E001", noShopIdText);
+        return reportError("E001", noShopIdText);
     log("debug", "Final URL: " + entryURL());
     promise(Queue::Main, { .kind = Block::Kind::Present, .screen = presenter, .text = entryURL() });
 }
@@ -149,7 +162,10 @@ void Model::expectCreateWebView()
 
 void Model::makeWebView(std::string const& url)
 {
-    m_expected.lines.emplace_back("web view");
+    std::string line = "web view with functions";
+    for (auto const& [name, action] : m_actions)
+        line += " \"" + name + "\"";
+    m_expected.lines.push_back(std::move(line));
     if (auto const parsed = platform::URL::parse(url))
         m_expected.lines.push_back("url in " + std::to_string(m_pagesMade) + ": " + parsed->absoluteString());
     ++m_pagesMade;
@@ -191,6 +207,12 @@ void Model::disappear(ScreenId screen)
         return;
     if (m_hasDelegate)
         m_expected.lines.emplace_back("delegate: will dismiss");
+    if (m_hasDelegate && m_hook == HookKind::Uploads)
+        sendTrackingData();
+    if (m_hasDelegate && m_hook == HookKind::Starts) {
+        m_hook = HookKind::Plain;
+        start(navigationStack);
+    }
     sendTrackingData();
 }
 
@@ -248,6 +270,22 @@ void Model::expectAddAction(std::string const& name, Action action)
 void Model::expectUpload()
 {
     sendTrackingData();
+}
+
+void Model::expectSet(std::optional<Value> const& value, std::string const& key, std::optional<double> expiry)
+{
+    m_store.set(value, key, expiry, m_expected.lines);
+}
+
+void Model::expectGet(std::string const& key)
+{
+    auto const value = m_store.get(key, m_expected.lines);
+    m_expected.lines.push_back("result " + debugDescription(value));
+}
+
+void Model::expectRemove(std::string const& key)
+{
+    m_store.remove(key, m_expected.lines);
 }
 
 void Model::sendTrackingData()
@@ -415,10 +453,17 @@ void Model::answered(std::size_t request, Answer answer)
     m_completions.push_back(request);
 }
 
-void Model::reportError(int handler, std::string const& code, std::string const& description)
+void Model::reportError(std::string const& code, std::string const& description)
 {
-    if (handler != 0)
-        m_expected.lines.push_back("handler " + std::to_string(handler) + ": " + code + " " + description);
+    if (m_handler == 0)
+        return;
+    m_expected.lines.push_back("handler " + std::to_string(m_handler) + ": " + code + " " + description);
+    if (m_handlerKind == HandlerKind::Starts && code == "E200")
+        start(plainScreen);
+    if (m_handlerKind == HandlerKind::Retries && code == "E001") {
+        initialize(makeRetry());
+        start(plainScreen);
+    }
 }
 
 std::set<std::size_t> Model::livePages() const

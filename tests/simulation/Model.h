@@ -21,6 +21,14 @@
 
 namespace zelvora::simulation {
 
+/// What a host does in its completion handler, besides noting the error: with E200 it starts the shop, or with E001 it
+/// initializes again and starts the shop.
+enum class HandlerKind : std::uint8_t { Plain, Starts, Retries };
+
+/// What a host does when a container is about to disappear, besides noting it. It starts the shop once only: the new
+/// container may cover another one, which disappears.
+enum class HookKind : std::uint8_t { Plain, Uploads, Starts };
+
 /// The arguments of `initialize`.
 struct Configuration {
     std::string userKey;
@@ -32,6 +40,7 @@ struct Configuration {
     bool hasDelegate = false;
     /// 0 for none.
     int handler = 0;
+    HandlerKind handlerKind = HandlerKind::Plain;
 };
 
 /// What a custom action does when it is called, besides being noted.
@@ -77,6 +86,9 @@ public:
     void expectShowFooter(bool visible);
     void expectAddAction(std::string const& name, Action action);
     void expectUpload();
+    void expectSet(std::optional<platform::Value> const& value, std::string const& key, std::optional<double> expiry);
+    void expectGet(std::string const& key);
+    void expectRemove(std::string const& key);
     void expectMessage(std::size_t page, std::string const& name, platform::Value const& body);
     void expectNavigation();
     void expectSwipe(ScreenId container, bool delegateConsents, bool canGoBack);
@@ -89,6 +101,7 @@ public:
 
     // What the world does that the SDK does not notice.
     void setDelegate(bool present) { m_hasDelegate = present; }
+    void setHook(HookKind hook) { m_hook = hook; }
     void setNavigationHandler(bool present) { m_hasNavigationHandler = present; }
     void setAllowsSwipeBack(bool allows) { m_allowsSwipeBack = allows; }
     void dropWebView(std::size_t page) { m_hostViews.erase(page); }
@@ -193,7 +206,8 @@ private:
     {
         m_expected.promises.push_back({ queue, delay, std::move(block) });
     }
-    void reportError(int handler, std::string const& code, std::string const& description);
+    void reportError(std::string const& code, std::string const& description);
+    void initialize(Configuration const& configuration);
     void start(ScreenId presenter);
     void sendTrackingData();
     [[nodiscard]] platform::Array normalised(platform::Array const& batch) const;
@@ -246,6 +260,8 @@ private:
     std::string m_webURL;
     bool m_isDev = false;
     int m_handler = 0;
+    HandlerKind m_handlerKind = HandlerKind::Plain;
+    HookKind m_hook = HookKind::Plain;
     bool m_isInitializing = false;
     ScreenId m_pending = noScreen;
     Provider m_header = Provider::None;
@@ -271,6 +287,9 @@ private:
 };
 
 [[nodiscard]] bool isUTF8(std::string_view text);
+
+/// What a host that tries again passes to `initialize`.
+[[nodiscard]] Configuration makeRetry();
 
 /// The numbers of the events in an array.
 [[nodiscard]] std::set<int> numbersOf(platform::Array const& events);

@@ -110,20 +110,20 @@ void Model::finishLookup(Answer const& answer)
     m_sequence.lookup = Sequence::Lookup::Done;
     if (!answer) {
         log("error", "fetchShopId Exception: " + answer.error().localizedDescription);
-        return reportError(m_handler, "E200", lookupDescription(answer.error().localizedDescription));
+        return reportError("E200", lookupDescription(answer.error().localizedDescription));
     }
     if (!answer->response.statusCode)
-        return reportError(m_handler, "E200", lookupDescription("Not a HTTP response"));
+        return reportError("E200", lookupDescription("Not a HTTP response"));
     auto const& bytes = answer->data.bytes;
     auto const code = std::to_string(*answer->response.statusCode);
     if (code != "200") {
         log("error", "fetchShopId Error " + code + " - Error Body: " + (isUTF8(bytes) ? bytes : "No error body"));
-        return reportError(m_handler, "E200", lookupDescription("fetchShopId - " + code));
+        return reportError("E200", lookupDescription("fetchShopId - " + code));
     }
     auto const parsed = m_json.jsonObject(answer->data);
     if (!parsed) {
         log("error", "fetchShopId Exception: " + parsed.error().localizedDescription);
-        return reportError(m_handler, "E200", lookupDescription(parsed.error().localizedDescription));
+        return reportError("E200", lookupDescription(parsed.error().localizedDescription));
     }
     auto const& shopId = *shopIdIn(*parsed);
     m_store.set(shopId, "shop_id", 86400.0, m_expected.lines);

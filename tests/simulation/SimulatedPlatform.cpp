@@ -1,6 +1,11 @@
 #include "tests/simulation/SimulatedPlatform.h"
 
+#include "ZelvoraAdapters/memory/WebKit/UserContentController.h"
+#include "ZelvoraPlatform/Foundation/Array.h"
+
 #include <memory>
+#include <set>
+#include <string_view>
 #include <utility>
 
 namespace zelvora::simulation {
@@ -55,6 +60,31 @@ char const* nameOf(memory::Transition::Kind kind)
         return "dismiss";
     }
     return "";
+}
+
+// The names of the page's functions for custom actions, sorted.
+std::string functionsIn(platform::WKWebViewConfiguration const& configuration)
+{
+    auto const& scripts =
+        static_cast<memory::UserContentController const&>(*configuration.userContentController).userScripts();
+    constexpr std::string_view before = "var customKeys = ";
+    auto const begin = scripts.size() == 1 ? scripts.front().source.find(before) : std::string::npos;
+    if (begin == std::string::npos)
+        return ": no script";
+    auto const first = begin + before.size();
+    auto const& source = scripts.front().source;
+    auto const read =
+        shared::JSONSerialization().jsonObject({ source.substr(first, source.find(";\n", first) - first) });
+    auto const* array = read ? read->array() : nullptr;
+    if (!array)
+        return ": no names";
+    std::set<std::string> names;
+    for (auto const& name : *array)
+        names.insert("\"" + *name.text() + "\"");
+    std::string text;
+    for (auto const& name : names)
+        text += " " + name;
+    return text;
 }
 
 memory::Options withAddresses(memory::Options options)
@@ -156,7 +186,7 @@ std::unique_ptr<platform::Logger> SimulatedPlatform::makeLogger(std::string cons
 std::shared_ptr<platform::WKWebView> SimulatedPlatform::makeWebView(
     platform::CGRect frame, platform::WKWebViewConfiguration configuration)
 {
-    effects.add("web view");
+    effects.add("web view with functions" + functionsIn(configuration));
     auto made = ForwardingPlatform::makeWebView(frame, std::move(configuration));
     // Before the SDK observes the URL, so that its handler is called right after this one.
     auto const number = std::to_string(m_webViews.size());

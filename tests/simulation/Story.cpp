@@ -39,6 +39,7 @@ constexpr std::array<Kind, actCount> kinds { {
     { "ShowFooter", 12 },
     { "AddAction", 14 },
     { "Upload", 20 },
+    { "UseStorage", 14 },
     { "ChangeDelegate", 4 },
     { "ChangeNavigationHandler", 6 },
     { "ChangeSwipeBack", 4 },

@@ -35,6 +35,7 @@ enum class Act : std::uint8_t {
     ShowFooter,
     AddAction,
     Upload,
+    UseStorage,
     ChangeDelegate,
     ChangeNavigationHandler,
     ChangeSwipeBack,

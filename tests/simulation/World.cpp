@@ -77,19 +77,27 @@ std::string shortened(std::string const& line)
 
 class World::HostDelegate final : public ZelvoraSDK::ZelvoraSDKDelegate {
 public:
-    HostDelegate(Effects& effects, bool const& consents) : m_effects(effects), m_consents(consents) { }
+    explicit HostDelegate(World& world) : m_world(world) { }
 
     // ZelvoraSDK::ZelvoraSDKDelegate
     bool zelvoraSDKShouldHandleBackAction(ZelvoraWebView&) override
     {
-        m_effects.add("delegate: should handle");
-        return m_consents;
+        m_world.m_platform.effects.add("delegate: should handle");
+        return m_world.m_delegateConsents;
     }
-    void zelvoraSDKWillDismiss() override { m_effects.add("delegate: will dismiss"); }
+    void zelvoraSDKWillDismiss() override
+    {
+        m_world.m_platform.effects.add("delegate: will dismiss");
+        if (m_world.m_hook == HookKind::Uploads)
+            ZelvoraSDK::shared().sendTrackingData();
+        if (m_world.m_hook == HookKind::Starts) {
+            m_world.m_hook = HookKind::Plain;
+            (void)ZelvoraSDK::shared().start(m_world.m_navigation);
+        }
+    }
 
 private:
-    Effects& m_effects;
-    bool const& m_consents;
+    World& m_world;
 };
 
 World::World(Past past, std::FILE* trace)
@@ -263,10 +271,40 @@ World::Failure World::finish()
 {
     if (auto failure = runAll())
         return failure;
+    if (auto failure = deliverAll())
+        return failure;
     begin();
     if (auto failure = lookAtStore(true))
         return failure;
     return m_model.checkDelivery();
+}
+
+// With a service that accepts everything, whatever is queued arrives, unless JSON cannot hold the head of the queue.
+World::Failure World::deliverAll()
+{
+    constexpr std::size_t enough = 8;
+    for (std::size_t uploads = 0; uploads < enough; ++uploads) {
+        begin();
+        m_model.expectUpload();
+        ZelvoraSDK::shared().sendTrackingData();
+        if (auto failure = end())
+            return failure;
+        for (auto const request : m_model.unanswered()) {
+            begin();
+            answer(request, platform::URLSession::Answer { {}, { 200 } }, true);
+            if (auto failure = end())
+                return failure;
+        }
+        if (auto failure = runAll())
+            return failure;
+    }
+    begin();
+    m_model.expectUpload();
+    ZelvoraSDK::shared().sendTrackingData();
+    auto const& lines = m_platform.effects.lines();
+    if (std::ranges::any_of(lines, [](auto const& line) { return line.starts_with("request "); }))
+        return "events stay queued although the collector accepts them";
+    return end();
 }
 
 World::Failure World::perform(Act act, Random random)
@@ -345,6 +383,9 @@ World::Failure World::perform(Act act, Random random)
         m_model.expectUpload();
         sdk.sendTrackingData();
         break;
+    case Act::UseStorage:
+        useStorage(random);
+        break;
     case Act::ChangeDelegate:
         changeDelegate(random);
         break;
@@ -401,22 +442,37 @@ void World::initialize(Random& random)
         .footer = random.oneIn(2) ? Provider::View : static_cast<Provider>(random.below(3)),
         .hasDelegate = !random.oneIn(3),
         .handler = random.oneIn(4) ? 0 : ++m_handlers,
+        .handlerKind = random.oneIn(2) ? HandlerKind::Plain : static_cast<HandlerKind>(random.below(3)),
     };
     m_model.expectInitialize(configuration);
-    ZelvoraSDK::CompletionHandler handler;
-    if (configuration.handler != 0) {
-        handler = [this, number = configuration.handler](std::optional<ZelvoraSDKError> const& error) {
-            m_platform.effects.add("handler " + std::to_string(number) + ": "
-                + (error ? std::string(error->code()) + " " + error->errorDescription().value_or("?") : "no error"));
-        };
-    }
     if (configuration.hasDelegate && !m_delegate)
-        m_delegate = std::make_shared<HostDelegate>(m_platform.effects, m_delegateConsents);
-    auto const result = ZelvoraSDK::shared().initialize(configuration.userKey, configuration.apiKey, random.oneIn(2),
+        m_delegate = std::make_shared<HostDelegate>(*this);
+    auto const result = initialize(configuration);
+    m_platform.effects.add(result ? "result ok" : "result " + std::string(result.error().code()));
+}
+
+ZelvoraSDK::Result World::initialize(Configuration const& configuration)
+{
+    return ZelvoraSDK::shared().initialize(configuration.userKey, configuration.apiKey, m_steps % 2 == 0,
         configuration.isDev, configuration.allowsSwipeBack, provider(configuration.header, "header", headerHeight),
         provider(configuration.footer, "footer", footerHeight), configuration.hasDelegate ? m_delegate : nullptr,
-        handler);
-    m_platform.effects.add(result ? "result ok" : "result " + std::string(result.error().code()));
+        handler(configuration));
+}
+
+ZelvoraSDK::CompletionHandler World::handler(Configuration const& configuration)
+{
+    if (configuration.handler == 0)
+        return nullptr;
+    return [this, number = configuration.handler, kind = configuration.handlerKind](
+               std::optional<ZelvoraSDKError> const& error) {
+        auto const code = error ? std::string(error->code()) : "no error";
+        m_platform.effects.add("handler " + std::to_string(number) + ": " + code + " "
+            + (error ? error->errorDescription().value_or("?") : ""));
+        if (kind == HandlerKind::Retries && code == "E001")
+            (void)initialize(makeRetry());
+        if ((kind == HandlerKind::Retries && code == "E001") || (kind == HandlerKind::Starts && code == "E200"))
+            (void)ZelvoraSDK::shared().start(m_screens.at(plainScreen));
+    };
 }
 
 ZelvoraSDK::ViewProvider World::provider(Provider kind, std::string const& name, double height)
@@ -494,12 +550,35 @@ void World::addAction(Random& random)
     });
 }
 
+void World::useStorage(Random& random)
+{
+    auto const key = makeKey(random);
+    switch (random.below(4)) {
+    case 0:
+        m_model.expectGet(key);
+        m_platform.effects.add("result " + debugDescription(ZelvoraStorage::get(key)));
+        return;
+    case 1:
+        m_model.expectRemove(key);
+        ZelvoraStorage::remove(key);
+        return;
+    default: {
+        auto const value = random.oneIn(4) ? std::nullopt : std::optional(makeValue(random));
+        auto const lifetime = random.oneIn(3) ? std::nullopt : std::optional(makeLifetime(random));
+        m_model.expectSet(value, key, lifetime);
+        ZelvoraStorage::set(value, key, lifetime);
+    }
+    }
+}
+
 void World::changeDelegate(Random& random)
 {
     m_delegateConsents = !random.oneIn(3);
+    m_hook = random.oneIn(2) ? HookKind::Plain : static_cast<HookKind>(random.below(3));
+    m_model.setHook(m_hook);
     auto const choice = random.below(3);
     if (choice == 0) {
-        m_delegate = std::make_shared<HostDelegate>(m_platform.effects, m_delegateConsents);
+        m_delegate = std::make_shared<HostDelegate>(*this);
         ZelvoraSDK::shared().setDelegate(m_delegate);
     } else if (choice == 1)
         ZelvoraSDK::shared().setDelegate(nullptr);
@@ -524,13 +603,16 @@ void World::answerRequest(Random& random)
         return;
     auto const request = random.pick(waiting);
     auto const events = m_model.batch(request);
-    auto answer = events ? makeUploadAnswer(random) : makeLookupAnswer(random);
-    if (events) {
-        // What was refused has not arrived; what failed on the way may have.
-        auto const status = answer ? answer->response.statusCode.value_or(0) : 0;
-        if ((status >= 200 && status <= 299) || (!answer && random.oneIn(2)))
-            m_model.received(arrivedIn(request));
-    }
+    auto made = events ? makeUploadAnswer(random) : makeLookupAnswer(random);
+    // What was refused has not arrived; what failed on the way may have.
+    auto const status = made ? made->response.statusCode.value_or(0) : 0;
+    answer(request, std::move(made), (status >= 200 && status <= 299) || (!made && random.oneIn(2)));
+}
+
+void World::answer(std::size_t request, Model::Answer answer, bool hasArrived)
+{
+    if (hasArrived)
+        m_model.received(arrivedIn(request));
     auto& loader = m_platform.memory.urlSession();
     if (!answer)
         loader.fail(answer.error(), request);

@@ -63,6 +63,8 @@ private:
 
     void letTimePass(Random& random);
     void answerRequest(Random& random);
+    void answer(std::size_t request, Model::Answer answer, bool hasArrived);
+    Failure deliverAll();
     void answerPrompt(Random& random);
     void endWebProcess(Random& random);
     void initialize(Random& random);
@@ -71,6 +73,7 @@ private:
     void dropWebView(Random& random);
     void pushScreen();
     void addAction(Random& random);
+    void useStorage(Random& random);
     void changeDelegate(Random& random);
     void changeNavigationHandler(Random& random);
     void swipeBack(Random& random);
@@ -85,6 +88,8 @@ private:
     [[nodiscard]] std::shared_ptr<memory::WebView> page(std::size_t number) const;
     [[nodiscard]] std::optional<std::size_t> pickPage(Random& random) const;
     [[nodiscard]] std::shared_ptr<platform::UIViewController> screen(ScreenId id) const;
+    [[nodiscard]] ZelvoraSDK::CompletionHandler handler(Configuration const& configuration);
+    ZelvoraSDK::Result initialize(Configuration const& configuration);
     [[nodiscard]] ZelvoraSDK::ViewProvider provider(Provider kind, std::string const& name, double height);
 
     SimulatedPlatform& m_platform;
@@ -101,6 +106,7 @@ private:
     std::map<std::size_t, std::shared_ptr<ZelvoraWebView>> m_hostViews;
     std::shared_ptr<HostDelegate> m_delegate;
     bool m_delegateConsents = true;
+    HookKind m_hook = HookKind::Plain;
     std::set<std::size_t> m_endedPages;
     int m_handlers = 0;
     int m_actions = 0;

@@ -47,7 +47,7 @@ defect "an empty event id stays empty" $sdk/TrackingUpload.cpp \
 defect "the shop id is looked up although one is stored" $sdk/ShopIdLookup.cpp \
     's/if \(auto stored = ZelvoraStorage::getValidShopId\(\)\)/if (auto stored = ZelvoraStorage::getValidShopId(); stored \&\& stored->empty())/'
 defect "a status of 201 counts as a found shop" $sdk/ShopIdLookup.cpp \
-    's/status != success/status \/ 100 != 2/'
+    's/status != success/status \/ success != 1/'
 defect "the found shop id is not stored" $sdk/ShopIdLookup.cpp \
     's/    ZelvoraStorage::saveShopId\(\*shopId\);\n//'
 defect "the lookup ends on the loader queue: a lost hop" $sdk/ShopIdLookup.cpp \

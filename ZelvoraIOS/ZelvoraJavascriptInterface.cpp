@@ -18,7 +18,7 @@ void ZelvoraJavascriptInterface::handle(platform::WKScriptMessage const& message
 {
     if (message.name != handlerName)
         return;
-    ZelvoraLogger::d("JS Message Received: " + debugDescription(message.body));
+    ZelvoraLogger::d("JS Message Received: " + description(message.body));
     auto const* map = message.body.dictionary();
     auto const* action = map ? map->find("action") : nullptr;
     if (auto const* name = action ? action->text() : nullptr)

@@ -28,7 +28,7 @@ nlohmann::json converted(Value const& value);
 
 nlohmann::json convertedNumber(double number)
 {
-    constexpr double plainLimit = 1e15;
+    constexpr double plainLimit = 1e16;
     if (!std::isfinite(number))
         throw std::invalid_argument("not a JSON number");
     if (std::trunc(number) == number && std::abs(number) < plainLimit)

@@ -42,7 +42,7 @@ std::string encodedForJavaScript(std::optional<Value> const& value)
     if (auto const boolean = value->boolean())
         return *boolean ? "true" : "false";
     if (auto const number = value->number(); number && std::isfinite(*number))
-        return platform::numberText(*number);
+        return platform::numberText(*value);
     return "null";
 }
 

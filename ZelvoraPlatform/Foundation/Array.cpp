@@ -212,9 +212,4 @@ bool Array::holdsOnly(Value::Kind kind) const
     return std::ranges::all_of(begin(), end(), [kind](Value const& element) { return element.kind() == kind; });
 }
 
-bool Array::operator==(Array const& other) const
-{
-    return size() == other.size() && std::equal(begin(), end(), other.begin());
-}
-
 }

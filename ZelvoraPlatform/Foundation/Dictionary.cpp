@@ -67,9 +67,4 @@ std::size_t Dictionary::nesting() const
     return m_contents->nesting;
 }
 
-bool Dictionary::operator==(Dictionary const& other) const
-{
-    return m_contents == other.m_contents || m_contents->entries == other.m_contents->entries;
-}
-
 }

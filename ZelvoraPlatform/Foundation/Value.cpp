@@ -25,6 +25,8 @@ std::optional<Content> plain(Held const& held)
 
 }
 
+Value::Value(LargeInteger integer) : m_held(integer) { }
+
 Value::Value(std::string text) : m_held(std::make_shared<std::string const>(std::move(text))) { }
 
 Value::Value(std::string_view text) : Value(std::string(text)) { }
@@ -48,7 +50,15 @@ std::optional<bool> Value::boolean() const
 }
 std::optional<double> Value::number() const
 {
+    if (auto const integer = largeInteger()) {
+        auto const magnitude = static_cast<double>(integer->magnitude);
+        return integer->isNegative ? -magnitude : magnitude;
+    }
     return plain<double>(m_held);
+}
+std::optional<LargeInteger> Value::largeInteger() const
+{
+    return plain<LargeInteger>(m_held);
 }
 std::string const* Value::text() const
 {
@@ -78,31 +88,6 @@ std::size_t Value::nesting() const
     if (auto const* entries = dictionary())
         return entries->nesting();
     return 0;
-}
-
-bool Value::operator==(Value const& other) const
-{
-    if (kind() != other.kind())
-        return false;
-    switch (kind()) {
-    case Kind::Null:
-        return true;
-    case Kind::Boolean:
-        return boolean() == other.boolean();
-    case Kind::Number:
-        return number() == other.number();
-    case Kind::Text:
-        return *text() == *other.text();
-    case Kind::Date:
-        return date() == other.date();
-    case Kind::Data:
-        return *data() == *other.data();
-    case Kind::Array:
-        return *array() == *other.array();
-    case Kind::Dictionary:
-        return *dictionary() == *other.dictionary();
-    }
-    std::unreachable();
 }
 
 }

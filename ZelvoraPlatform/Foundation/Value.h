@@ -4,13 +4,16 @@
 #include "ZelvoraPlatform/Foundation/Data.h"
 #include "ZelvoraPlatform/Foundation/Date.h"
 
+#include <bit>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 
 namespace zelvora::platform {
@@ -23,6 +26,26 @@ struct Null {
     bool operator==(Null const&) const = default;
 };
 
+/// An integer of up to 64 bits and a sign.
+struct LargeInteger {
+    template<std::integral Integer>
+    [[nodiscard]] static constexpr LargeInteger of(Integer integer)
+    {
+        auto const bits = static_cast<std::uint64_t>(integer);
+        return std::cmp_less(integer, 0) ? LargeInteger { 0 - bits, true } : LargeInteger { bits, false };
+    }
+    /// Whether converting it to a double and back gives the same integer.
+    [[nodiscard]] constexpr bool fitsADouble() const
+    {
+        return magnitude == 0 || (magnitude >> std::countr_zero(magnitude)) >> std::numeric_limits<double>::digits == 0;
+    }
+
+    bool operator==(LargeInteger const&) const = default;
+
+    std::uint64_t magnitude = 0;
+    bool isNegative = false;
+};
+
 /// A property-list value: null marker, boolean, number, text, date, data, array or dictionary.
 ///
 ///     Value const event = Dictionary { { "eventId", "cart_add" }, { "count", 2 } };
@@ -31,11 +54,13 @@ struct Null {
 /// Immutable and shared: a copy costs at most a reference count, and one value may be read on many threads. A value
 /// that was moved from may only be assigned or destroyed.
 ///
-/// A boolean is never a number. Every number is a double, as in the pages: integers beyond 2^53 are rounded. Text is
-/// UTF-8, which is not checked here. An accessor returns the content only if the value is of its kind: nothing throws
-/// and nothing converts.
+/// A boolean is never a number. A number is a double, as in the pages, or an integer that no double can hold: a host's
+/// 64-bit integer is stored, compared and written exactly, though a page that reads it rounds it. Text is UTF-8, which
+/// is not checked here. An accessor returns the content only if the value is of its kind: nothing throws and nothing
+/// converts.
 ///
-/// A value may nest to any depth and is destroyed without recursion. Each service says what depth it accepts.
+/// A value may nest to any depth; it is compared and destroyed without recursion. Each service says what depth it
+/// accepts.
 class ZELVORA_API Value final {
 public:
     enum class Kind : std::uint8_t { Null, Boolean, Number, Text, Date, Data, Array, Dictionary };
@@ -54,7 +79,12 @@ public:
         requires((std::integral<Number> || std::floating_point<Number>) && !std::same_as<Number, bool>)
     Value(Number number) : m_held(static_cast<double>(number))
     {
+        if constexpr (std::integral<Number>) {
+            if (auto const integer = LargeInteger::of(number); !integer.fitsADouble())
+                m_held = integer;
+        }
     }
+    Value(LargeInteger integer);
     Value(std::string text);
     Value(std::string_view text);
     /// Must not be null.
@@ -64,10 +94,16 @@ public:
     Value(platform::Array array);
     Value(platform::Dictionary dictionary);
 
-    [[nodiscard]] Kind kind() const { return static_cast<Kind>(m_held.index()); }
+    [[nodiscard]] Kind kind() const
+    {
+        return std::holds_alternative<LargeInteger>(m_held) ? Kind::Number : static_cast<Kind>(m_held.index());
+    }
     [[nodiscard]] bool isNull() const { return kind() == Kind::Null; }
     [[nodiscard]] std::optional<bool> boolean() const;
+    /// Rounded if the number is an integer that no double can hold.
     [[nodiscard]] std::optional<double> number() const;
+    /// The number, if it is an integer that no double can hold.
+    [[nodiscard]] std::optional<LargeInteger> largeInteger() const;
     /// These pointers stay valid while this value or a copy of it lives.
     [[nodiscard]] std::string const* text() const;
     [[nodiscard]] std::optional<platform::Date> date() const;
@@ -78,15 +114,14 @@ public:
     /// How deep containers nest: 0 for a plain value, 1 for an empty array. An upper bound if an array lost elements.
     [[nodiscard]] std::size_t nesting() const;
 
-    /// Equal kinds with equal contents. NaN equals nothing. Recurses into containers, so check `nesting` before you
-    /// compare untrusted values.
+    /// Equal kinds with equal contents. NaN equals nothing.
     bool operator==(Value const& other) const;
 
 private:
-    // The order is that of Kind.
+    // The order is that of Kind; the last one is a number, too.
     std::variant<Null, bool, double, std::shared_ptr<std::string const>, platform::Date,
         std::shared_ptr<platform::Data const>, std::shared_ptr<platform::Array const>,
-        std::shared_ptr<platform::Dictionary const>>
+        std::shared_ptr<platform::Dictionary const>, LargeInteger>
         m_held;
 };
 
@@ -94,6 +129,8 @@ private:
 /// out, so that the cost does not grow with the value. An absent value reads "nil".
 [[nodiscard]] ZELVORA_API std::string debugDescription(Value const& value);
 [[nodiscard]] ZELVORA_API std::string debugDescription(std::optional<Value> const& value);
+/// The same, but text is not quoted unless it is inside a container.
+[[nodiscard]] ZELVORA_API std::string description(Value const& value);
 inline constexpr std::size_t debugDescriptionLimit = 512;
 
 }

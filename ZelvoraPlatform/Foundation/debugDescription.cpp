@@ -20,7 +20,7 @@ public:
         case Value::Kind::Boolean:
             return write(*value.boolean() ? "true" : "false");
         case Value::Kind::Number:
-            return write(numberText(*value.number()));
+            return write(numberText(value));
         case Value::Kind::Text:
             return describeText(*value.text());
         case Value::Kind::Date:
@@ -36,6 +36,14 @@ public:
         case Value::Kind::Dictionary:
             return describeDictionary(*value.dictionary());
         }
+    }
+
+    void writeText(std::string const& text)
+    {
+        auto const room = debugDescriptionLimit - std::min(debugDescriptionLimit, m_text.size());
+        write(text);
+        if (text.size() > room)
+            leaveOut(text.size() - room, "bytes");
     }
 
     [[nodiscard]] std::string finish()
@@ -68,10 +76,7 @@ private:
     void describeText(std::string const& text)
     {
         write("\"");
-        auto const room = debugDescriptionLimit - std::min(debugDescriptionLimit, m_text.size());
-        write(text);
-        if (text.size() > room)
-            leaveOut(text.size() - room, "bytes");
+        writeText(text);
         write("\"");
     }
 
@@ -128,6 +133,16 @@ std::string debugDescription(Value const& value)
 std::string debugDescription(std::optional<Value> const& value)
 {
     return value ? debugDescription(*value) : "nil";
+}
+
+std::string description(Value const& value)
+{
+    auto const* text = value.text();
+    if (!text)
+        return debugDescription(value);
+    Describer describer;
+    describer.writeText(*text);
+    return describer.finish();
 }
 
 }

@@ -46,7 +46,7 @@ protected:
     void expectNoEffect(Value const& body) const
     {
         EXPECT_EQ(logMessages(),
-            (std::vector<LogMessage> { { OSLogType::Debug, "JS Message Received: " + debugDescription(body) } }));
+            (std::vector<LogMessage> { { OSLogType::Debug, "JS Message Received: " + description(body) } }));
         EXPECT_TRUE(platform.standardUserDefaults().calls().empty());
         EXPECT_TRUE(webView->evaluated().empty());
         EXPECT_TRUE(platform.mainQueue().isEmpty());
@@ -106,6 +106,12 @@ TEST_F(MessageDispatchTest, ABareTextIsLoggedAndDropped)
     expectDropped(R"({"action": "close"})");
 }
 
+TEST_F(MessageDispatchTest, ABareTextIsLoggedWithoutQuotationMarks)
+{
+    handle("say \"close\"");
+    EXPECT_EQ(logMessages(), (std::vector<LogMessage> { { OSLogType::Debug, "JS Message Received: say \"close\"" } }));
+}
+
 TEST_F(MessageDispatchTest, AMapWithoutAnActionIsLoggedAndDropped)
 {
     expectDropped(Dictionary());
@@ -130,7 +136,7 @@ TEST_P(UnknownActionTest, IsWarnedOfAndHasNoEffect)
     Value const body = Dictionary { { "action", GetParam() }, { "key", "k" }, { "value", 1 }, { "callback", "f" } };
     handle(body);
     EXPECT_EQ(logMessages(),
-        (std::vector<LogMessage> { { OSLogType::Debug, "JS Message Received: " + debugDescription(body) },
+        (std::vector<LogMessage> { { OSLogType::Debug, "JS Message Received: " + description(body) },
             { OSLogType::Error, "Unknown JS action: " + GetParam() } }));
     EXPECT_TRUE(platform.standardUserDefaults().calls().empty());
     EXPECT_TRUE(platform.mainQueue().isEmpty());
@@ -209,7 +215,7 @@ TEST_F(MessageDispatchTest, TheMessageIsLoggedBeforeAnythingElseHappens)
     Value const body = Dictionary { { "action", "setItem" }, { "key", "k" }, { "value", "v" } };
     handle(body);
     EXPECT_EQ(logMessages(),
-        (std::vector<LogMessage> { { OSLogType::Debug, "JS Message Received: " + debugDescription(body) },
+        (std::vector<LogMessage> { { OSLogType::Debug, "JS Message Received: " + description(body) },
             { OSLogType::Debug, "set(forKey: k, value: " + debugDescription(Value("v")) + ")" } }));
 }
 
@@ -361,7 +367,7 @@ TEST_F(MessageDispatchTest, AReadIsLoggedAsReceivedReadAndSent)
     Value const body = Dictionary { { "action", "getItem" }, { "key", "k" }, { "callback", "f" } };
     handle(body);
     EXPECT_EQ(logMessages(),
-        (std::vector<LogMessage> { { OSLogType::Debug, "JS Message Received: " + debugDescription(body) },
+        (std::vector<LogMessage> { { OSLogType::Debug, "JS Message Received: " + description(body) },
             { OSLogType::Debug, "get(forKey: k, value: 1)" }, { OSLogType::Debug, "Send callback data: 1" } }));
 }
 
@@ -522,7 +528,7 @@ TEST_F(CustomActionTest, OfAnUnknownNameIsOnlyLogged)
     handle(body);
     EXPECT_TRUE(calls.empty());
     EXPECT_EQ(logMessages(),
-        (std::vector<LogMessage> { { OSLogType::Debug, "JS Message Received: " + debugDescription(body) },
+        (std::vector<LogMessage> { { OSLogType::Debug, "JS Message Received: " + description(body) },
             { OSLogType::Debug, "invokeCustomAction(name=Open, data=d) called" } }));
     EXPECT_TRUE(platform.mainQueue().isEmpty());
     EXPECT_TRUE(errors.empty());

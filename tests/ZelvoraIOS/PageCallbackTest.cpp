@@ -134,6 +134,8 @@ TEST_F(PageCallbackTest, ANumberIsPlainDecimalText)
     EXPECT_EQ(encoded(-7), "-7");
     EXPECT_EQ(encoded(2.5), "2.5");
     EXPECT_EQ(encoded(1234567890123), "1234567890123");
+    EXPECT_EQ(encoded(1'700'000'000'000'000), "1700000000000000");
+    EXPECT_EQ(encoded(9'007'199'254'740'993), "9007199254740993");
 }
 
 TEST_F(PageCallbackTest, AnyNumberReadsBackAsItself)

@@ -23,7 +23,7 @@ std::string const* textAt(Dictionary const& message, std::string_view key)
 
 std::string descriptionOf(Value const& body)
 {
-    return debugDescription(body);
+    return body.text() ? *body.text() : debugDescription(body);
 }
 
 }

@@ -37,6 +37,16 @@ TEST(DebugDescriptionTest, EveryKindIsReadable)
     EXPECT_EQ(debugDescription(Value(Dictionary { { "b", Null {} }, { "a", 1 } })), "{\"a\": 1, \"b\": <null>}");
 }
 
+TEST(DebugDescriptionTest, ADescriptionIsTheSameButForTextThatIsNotInAContainer)
+{
+    EXPECT_EQ(description(Value("text \"한글\"")), "text \"한글\"");
+    EXPECT_EQ(description(Value("")), "");
+    EXPECT_EQ(description(Value(Array { "a" })), "[\"a\"]");
+    EXPECT_EQ(description(Value(1)), "1");
+    EXPECT_EQ(description(Value(std::string(debugDescriptionLimit, 'x'))), std::string(debugDescriptionLimit, 'x'));
+    EXPECT_EQ(note(description(Value(std::string(debugDescriptionLimit + 7, 'x')))), "... (7 more bytes)");
+}
+
 TEST(DebugDescriptionTest, OnlyAnAbsentValueReadsNil)
 {
     EXPECT_EQ(debugDescription(std::optional<Value>()), "nil");

@@ -1,5 +1,7 @@
 #include "ZelvoraPlatform/Foundation/NumberText.h"
 
+#include "ZelvoraPlatform/Foundation/Value.h"
+
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -22,7 +24,18 @@ TEST(NumberTextTest, WholeNumbersHaveNeitherPointNorExponent)
     EXPECT_EQ(numberText(86400), "86400");
     EXPECT_EQ(numberText(1'767'225'600'123), "1767225600123");
     EXPECT_EQ(numberText(999'999'999'999'999), "999999999999999");
-    EXPECT_EQ(numberText(-999'999'999'999'999), "-999999999999999");
+    EXPECT_EQ(numberText(1'700'000'000'000'000), "1700000000000000");
+    EXPECT_EQ(numberText(9'007'199'254'740'992), "9007199254740992");
+    EXPECT_EQ(numberText(-9'999'999'999'999'998), "-9999999999999998");
+}
+
+TEST(NumberTextTest, AnIntegerThatNoDoubleCanHoldIsItsDigits)
+{
+    EXPECT_EQ(numberText(Value(9'007'199'254'740'993)), "9007199254740993");
+    EXPECT_EQ(numberText(Value(-9'007'199'254'740'993)), "-9007199254740993");
+    EXPECT_EQ(numberText(Value(std::numeric_limits<std::int64_t>::max())), "9223372036854775807");
+    EXPECT_EQ(numberText(Value(std::numeric_limits<std::uint64_t>::max())), "18446744073709551615");
+    EXPECT_EQ(numberText(Value(1.5)), "1.5");
 }
 
 TEST(NumberTextTest, FractionsAreAsShortAsTheyCanBe)

@@ -71,6 +71,29 @@ TEST(ValueTest, EveryArithmeticTypeIsANumber)
     EXPECT_EQ(Value(0.5F).number(), 0.5);
 }
 
+TEST(ValueTest, AnIntegerThatADoubleCanHoldIsThatDouble)
+{
+    EXPECT_EQ(Value(9'007'199'254'740'992), Value(9007199254740992.0));
+    EXPECT_EQ(Value(std::numeric_limits<std::int64_t>::min()), Value(-9223372036854775808.0));
+    EXPECT_EQ(Value(std::int64_t { 1 } << 62), Value(4611686018427387904.0));
+    EXPECT_EQ(Value(9'007'199'254'740'992).largeInteger(), std::nullopt);
+}
+
+TEST(ValueTest, AnIntegerThatNoDoubleCanHoldIsKept)
+{
+    Value const identifier = 9'007'199'254'740'993;
+    EXPECT_EQ(identifier.kind(), Value::Kind::Number);
+    EXPECT_EQ(identifier.number(), 9007199254740992.0);
+    EXPECT_EQ(identifier.largeInteger(), (LargeInteger { .magnitude = 9'007'199'254'740'993, .isNegative = false }));
+    EXPECT_EQ(identifier, Value(9'007'199'254'740'993));
+    EXPECT_NE(identifier, Value(-9'007'199'254'740'993));
+    EXPECT_NE(identifier, Value(9'007'199'254'740'995));
+    EXPECT_NE(identifier, Value(9007199254740992.0));
+    EXPECT_EQ(Value(-9'007'199'254'740'993).number(), -9007199254740992.0);
+    EXPECT_EQ(Value(std::numeric_limits<std::uint64_t>::max()).largeInteger()->magnitude,
+        std::numeric_limits<std::uint64_t>::max());
+}
+
 TEST(ValueTest, APointerToCharactersIsTextAndNotABoolean)
 {
     char const* pointer = "pointer";
@@ -167,6 +190,29 @@ TEST(ValueTest, ManyLevelsAreDestroyedWithoutRecursion)
         dictionaries = Dictionary { { "a", dictionaries } };
     dictionaries = Value();
     EXPECT_TRUE(dictionaries.isNull());
+}
+
+TEST(ValueTest, ManyLevelsAreComparedWithoutRecursion)
+{
+    auto const nestedAround = [](Value value) {
+        for (int i = 0; i < 100'000; ++i)
+            value = i % 2 == 0 ? Value(Dictionary { { "a", value } }) : Value(Array { 1, value });
+        return value;
+    };
+    EXPECT_EQ(nestedAround("inmost"), nestedAround("inmost"));
+    EXPECT_NE(nestedAround("inmost"), nestedAround("other"));
+    EXPECT_EQ(*nestedAround("inmost").array(), *nestedAround("inmost").array());
+}
+
+TEST(ValueTest, ContainersDifferIfAnythingInThemDoes)
+{
+    Value const value = Array { 1, Dictionary { { "a", Array { 2, Array {} } }, { "b", 3 } }, Array { 4 } };
+    EXPECT_EQ(value, (Value(Array { 1, Dictionary { { "a", Array { 2, Array {} } }, { "b", 3 } }, Array { 4 } })));
+    EXPECT_NE(value, (Value(Array { 1, Dictionary { { "a", Array { 2, Array {} } }, { "b", 3 } }, Array { 5 } })));
+    EXPECT_NE(value, (Value(Array { 1, Dictionary { { "a", Array { 2, Array {} } }, { "c", 3 } }, Array { 4 } })));
+    EXPECT_NE(value, (Value(Array { 1, Dictionary { { "a", Array { 2, Dictionary {} } }, { "b", 3 } }, Array { 4 } })));
+    EXPECT_NE(value, (Value(Array { 1, Dictionary { { "a", Array { 2, Array {} } } }, Array { 4 } })));
+    EXPECT_NE(value, (Value(Array { 1, Dictionary { { "a", Array { 2, Array {} } }, { "b", 3 } } })));
 }
 
 TEST(ValueTest, AValueSharedWithADestroyedContainerStays)

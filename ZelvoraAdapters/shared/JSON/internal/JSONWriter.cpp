@@ -57,7 +57,7 @@ public:
         case Value::Kind::Boolean:
             return put(*value.boolean() ? "true" : "false");
         case Value::Kind::Number:
-            return put(platform::numberText(*value.number()));
+            return put(platform::numberText(value));
         case Value::Kind::Text:
             return writeText(*value.text());
         case Value::Kind::Array:

@@ -34,7 +34,7 @@ bool areCheaplyEqual(Value const& a, Value const& b)
         return false;
     switch (a.kind()) {
     case Value::Kind::Number:
-        return haveSameBits(*a.number(), *b.number());
+        return a.largeInteger() == b.largeInteger() && haveSameBits(*a.number(), *b.number());
     case Value::Kind::Date:
         return haveSameBits(a.date()->timeIntervalSince1970, b.date()->timeIntervalSince1970);
     case Value::Kind::Null:

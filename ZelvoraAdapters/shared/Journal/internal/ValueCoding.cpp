@@ -16,6 +16,7 @@ using platform::Array;
 using platform::Data;
 using platform::Date;
 using platform::Dictionary;
+using platform::LargeInteger;
 using platform::Null;
 using platform::Value;
 
@@ -30,6 +31,12 @@ void appendNumber(std::string& out, ValueTag tag, double number)
 {
     appendTag(out, tag);
     appendFixed(out, std::bit_cast<std::uint64_t>(number));
+}
+
+void appendLargeInteger(std::string& out, LargeInteger integer)
+{
+    appendTag(out, integer.isNegative ? ValueTag::LargeNegative : ValueTag::LargePositive);
+    appendFixed(out, integer.magnitude);
 }
 
 void appendBytes(std::string& out, ValueTag tag, std::string_view bytes)
@@ -61,6 +68,13 @@ std::optional<double> readNumber(ByteReader& in)
     if (!bits)
         return std::nullopt;
     return std::bit_cast<double>(*bits);
+}
+
+std::optional<Value> readLargeInteger(ByteReader& in, bool isNegative)
+{
+    return in.fixed64().transform([isNegative](std::uint64_t magnitude) {
+        return Value { LargeInteger { .magnitude = magnitude, .isNegative = isNegative } };
+    });
 }
 
 std::optional<Value> readArray(ByteReader& in, std::size_t nesting)
@@ -106,6 +120,8 @@ void appendValue(std::string& out, Value const& value)
     case Value::Kind::Boolean:
         return appendTag(out, *value.boolean() ? ValueTag::True : ValueTag::False);
     case Value::Kind::Number:
+        if (auto const integer = value.largeInteger())
+            return appendLargeInteger(out, *integer);
         return appendNumber(out, ValueTag::Number, *value.number());
     case Value::Kind::Text:
         return appendBytes(out, ValueTag::Text, *value.text());
@@ -140,6 +156,10 @@ std::optional<Value> readValue(ByteReader& in, std::size_t nesting)
         return Value { true };
     case ValueTag::Number:
         return readNumber(in).transform([](double number) { return Value { number }; });
+    case ValueTag::LargePositive:
+        return readLargeInteger(in, false);
+    case ValueTag::LargeNegative:
+        return readLargeInteger(in, true);
     case ValueTag::Date:
         return readNumber(in).transform([](double seconds) { return Value { Date { seconds } }; });
     case ValueTag::Text:

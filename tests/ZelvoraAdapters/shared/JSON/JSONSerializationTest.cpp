@@ -126,6 +126,13 @@ TEST(JSONSerializationTest, PrettyPrintedTextHasOneMemberPerLine)
         "[\n  {\n    \"a\": 1,\n    \"b\": [\n      \"c\",\n      []\n    ]\n  },\n  {}\n]");
 }
 
+TEST(JSONSerializationTest, IntegersThatNoDoubleCanHoldAreNotRounded)
+{
+    Array const identifiers { 9'007'199'254'740'993, -9'007'199'254'740'993, 18'446'744'073'709'551'615U };
+    EXPECT_EQ(write(identifiers), "[9007199254740993,-9007199254740993,18446744073709551615]");
+    EXPECT_EQ(read(write(identifiers)), Value(identifiers));
+}
+
 TEST(JSONSerializationTest, NumbersReadBackAsTheSameNumberInEveryLocale)
 {
     // Has no effect if this machine lacks the locale; the numbers must read back either way.
@@ -133,7 +140,7 @@ TEST(JSONSerializationTest, NumbersReadBackAsTheSameNumberInEveryLocale)
     Array const numbers { 0, 7, -7, 0.1, 1.0 / 3, 1e15, 9007199254740993.0, 1e21, 1e-7, 5e-324, 1.7976931348623157e308,
         123456.789, 18446744073709551615.0 };
     EXPECT_EQ(read(write(numbers)), Value(numbers));
-    EXPECT_EQ(write(Array { 7, 1700000000000.0 }), "[7,1700000000000]");
+    EXPECT_EQ(write(Array { 7, 1700000000000000.0 }), "[7,1700000000000000]");
 }
 
 }

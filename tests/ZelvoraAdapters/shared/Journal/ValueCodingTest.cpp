@@ -60,6 +60,7 @@ TEST_P(ValueCodingTest, ReadsBackAsTheSameValueOfTheSameKind)
 
 INSTANTIATE_TEST_SUITE_P(Kinds, ValueCodingTest,
     testing::Values(Value { Null {} }, Value { true }, Value { false }, Value { 0 }, Value { 1 }, Value { -2.5 },
+        Value { 9'007'199'254'740'993 }, Value { -9'007'199'254'740'993 }, Value { 18'446'744'073'709'551'615U },
         Value { "" }, Value { "한국어 text" }, Value { std::string("a\0b\0", 4) }, Value { std::string(100'000, 'x') },
         Value { Date { -1.25 } }, Value { Data { std::string("\0\xff\xfe", 3) } }, Value { Data {} },
         Value { Array {} }, Value { Array { 1, true, "1", Null {}, Array { 2 }, Dictionary { { "a", 1 } } } },
@@ -99,6 +100,7 @@ TEST(ValueCodingBitsTest, TrustsNoLength)
     EXPECT_FALSE(decoded(std::string(1, '\x07') + std::string(11, '\xff')));
     EXPECT_FALSE(decoded(""));
     EXPECT_FALSE(decoded("\x09"));
+    EXPECT_FALSE(decoded("\x0b"));
 }
 
 TEST(ValueCodingBitsTest, SurvivesAnyBytes)

@@ -2,85 +2,43 @@
 
 #include "ZelvoraIOS/ZelvoraLogger.h"
 #include "ZelvoraIOS/internal/EventQueue.h"
-#include "ZelvoraPlatform/Platform.h"
+#include "ZelvoraIOS/internal/StoredEntry.h"
 
 namespace zelvora {
 
 namespace {
 
-using platform::Platform;
+using internal::StoredEntry;
 using platform::Value;
 
 constexpr char const* KEY_SHOP_ID = "shop_id";
 constexpr double SHOP_ID_EXPIRATION = 86400.0;
-
-platform::UserDefaults& storage()
-{
-    static auto& s_storage = Platform::current().standardUserDefaults();
-    return s_storage;
-}
-
-std::string PREFIX()
-{
-    return "ZelvoraSDK_Storage_" + Platform::current().mainBundle().bundleIdentifier().value_or("unknown") + "_";
-}
-
-struct EntryKeys {
-    explicit EntryKeys(std::string const& key) : value(PREFIX() + key), timestamp(value + "_ts"), expiry(value + "_exp")
-    {
-    }
-
-    std::string value;
-    std::string timestamp;
-    std::string expiry;
-};
 
 bool isPropertyList(Value const& value)
 {
     return !value.isNull() && value.nesting() <= Value::maximumNesting;
 }
 
-bool hasExpired(EntryKeys const& keys)
-{
-    auto const timestamp = storage().object(keys.timestamp);
-    auto const date = timestamp ? timestamp->date() : std::nullopt;
-    if (!date)
-        return false;
-    auto const stored = storage().object(keys.expiry);
-    auto const expiry = stored ? stored->number() : std::nullopt;
-    if (!expiry)
-        return false;
-    return *expiry < Platform::current().clock().now().timeIntervalSince(*date);
-}
-
 }
 
 void ZelvoraStorage::set(std::optional<Value> const& value, std::string const& key, std::optional<double> expireSec)
 {
-    ZelvoraLogger::d("set(forKey: " + key + ", value: " + debugDescription(value) + ")");
+    internal::logSet(key, value);
     if (value && !isPropertyList(*value)) {
         ZelvoraLogger::e("set(forKey: " + key + ") refused a value that is not a property list");
         return;
     }
-    EntryKeys const keys(key);
-    storage().setObject(value, keys.value);
-    if (!expireSec) {
-        storage().removeObject(keys.timestamp);
-        storage().removeObject(keys.expiry);
-        return;
-    }
-    storage().setObject(Platform::current().clock().now(), keys.timestamp);
-    storage().setDouble(*expireSec, keys.expiry);
+    StoredEntry(key).write(value, expireSec);
 }
 
 std::optional<Value> ZelvoraStorage::get(std::string const& key)
 {
-    EntryKeys const keys(key);
-    if (hasExpired(keys)) {
-        remove(key);
+    StoredEntry const entry(key);
+    if (entry.hasExpired()) {
+        entry.remove();
         return std::nullopt;
     }
-    auto value = storage().object(keys.value);
+    auto value = entry.value();
     ZelvoraLogger::d("get(forKey: " + key + ", value: " + debugDescription(value) + ")");
     return value;
 }
@@ -94,10 +52,7 @@ std::optional<std::string> ZelvoraStorage::getString(std::string const& key)
 
 void ZelvoraStorage::remove(std::string const& key)
 {
-    EntryKeys const keys(key);
-    storage().removeObject(keys.value);
-    storage().removeObject(keys.timestamp);
-    storage().removeObject(keys.expiry);
+    StoredEntry(key).remove();
 }
 
 void ZelvoraStorage::saveShopId(std::string const& shopId)

@@ -2,8 +2,10 @@
 
 #include "ZelvoraIOS/ZelvoraLogger.h"
 #include "ZelvoraIOS/ZelvoraStorage.h"
+#include "ZelvoraIOS/internal/StoredEntry.h"
 
 #include <mutex>
+#include <optional>
 
 namespace zelvora::internal {
 
@@ -17,11 +19,47 @@ constexpr char const* KEY_EVENT_DATA = "tracking_event";
 constexpr std::size_t EVENT_NESTING = Value::maximumNesting - 2;
 
 // Each change reads and writes the whole queue. Pages save events on the main thread while the loader's thread removes
-// those that were uploaded.
-std::mutex& queueMutex()
+// those that were uploaded. Recursive for observers of the preferences.
+std::recursive_mutex& queueMutex()
 {
-    static std::mutex s_mutex;
+    static std::recursive_mutex s_mutex;
     return s_mutex;
+}
+
+Array eventsIn(std::optional<Value> const& value)
+{
+    auto const* events = value ? value->array() : nullptr;
+    if (!events || !events->holdsOnly(Value::Kind::Dictionary))
+        return {};
+    return *events;
+}
+
+bool areOneVersion(Array const& a, Array const& b)
+{
+    auto const difference = a.differenceFrom(b);
+    return difference && difference->dropped == 0 && difference->firstAppended == a.size();
+}
+
+// Replaces the queue by what `change` makes of it; an absent result removes the entry. The host's log may be slow or
+// change the queue itself, so the lines are written before the queue is locked. If the queue changes in between, they
+// describe it as it was before that.
+template<typename Change>
+void changeQueue(Change const& change)
+{
+    auto const seen = EventQueue::events();
+    auto changed = change(seen);
+    if (changed)
+        logSet(KEY_EVENT_DATA, *changed);
+
+    StoredEntry const entry(KEY_EVENT_DATA);
+    std::scoped_lock const lock(queueMutex());
+    // Appending to one version twice would copy it.
+    if (auto const queued = eventsIn(entry.value()); !areOneVersion(queued, seen))
+        changed = change(queued);
+    if (changed)
+        entry.write(*changed);
+    else
+        entry.remove();
 }
 
 }
@@ -33,17 +71,12 @@ void EventQueue::save(platform::Dictionary const& event)
         ZelvoraLogger::e("saveEventTrackingData refused an event that nests too deep to be uploaded");
         return;
     }
-    std::scoped_lock const lock(queueMutex());
-    ZelvoraStorage::set(events().appending(event), KEY_EVENT_DATA);
+    changeQueue([&event](Array const& queued) { return std::optional(queued.appending(event)); });
 }
 
 Array EventQueue::events()
 {
-    auto const value = ZelvoraStorage::get(KEY_EVENT_DATA);
-    auto const* events = value ? value->array() : nullptr;
-    if (!events || !events->holdsOnly(Value::Kind::Dictionary))
-        return {};
-    return *events;
+    return eventsIn(ZelvoraStorage::get(KEY_EVENT_DATA));
 }
 
 void EventQueue::removeFirst(std::ptrdiff_t count)
@@ -52,19 +85,17 @@ void EventQueue::removeFirst(std::ptrdiff_t count)
         ZelvoraLogger::e("removeEventTrackingData refused a negative count");
         return;
     }
-    std::scoped_lock const lock(queueMutex());
-    auto const queued = events();
-    if (count < static_cast<std::ptrdiff_t>(queued.size())) {
-        ZelvoraStorage::set(queued.droppingFirst(static_cast<std::size_t>(count)), KEY_EVENT_DATA);
-        return;
-    }
-    ZelvoraStorage::remove(KEY_EVENT_DATA);
+    changeQueue([count](Array const& queued) -> std::optional<Array> {
+        if (count >= static_cast<std::ptrdiff_t>(queued.size()))
+            return std::nullopt;
+        return queued.droppingFirst(static_cast<std::size_t>(count));
+    });
 }
 
 void EventQueue::clear()
 {
     std::scoped_lock const lock(queueMutex());
-    ZelvoraStorage::remove(KEY_EVENT_DATA);
+    StoredEntry(KEY_EVENT_DATA).remove();
 }
 
 }

@@ -9,6 +9,10 @@ namespace zelvora::internal {
 
 /// The queue of tracking events: one array in the store, oldest event first, without a lifetime. Each change is one
 /// critical section, so that an event saved while uploaded ones are being removed is never lost. Any thread.
+///
+/// Log lines are written outside the critical section. The preferences are written inside, because the next change must
+/// find what this one wrote. An observer that they call within the write may change the queue, too, on the same thread:
+/// its change comes after this one. It must not wait for another thread that changes the queue.
 class EventQueue final {
 public:
     /// Appends an event. One that nests too deep to be uploaded is dropped with an error line.

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <limits>
 #include <thread>
+#include <utility>
 
 namespace zelvora::tests {
 
@@ -370,8 +371,10 @@ TEST(EventQueueOrderTest, AClearingThatComesWhileAnEventIsSavedTakesThatEventToo
     auto& platform = tests::install<WatchingPlatform>();
     std::thread clearer;
     std::atomic<bool> isCleared = false;
+    int readings = 0;
     platform.watchReading([&](std::string const& key) {
-        if (!key.ends_with("_tracking_event") || clearer.joinable())
+        // The first reading is for the log line.
+        if (!key.ends_with("_tracking_event") || ++readings != 2)
             return;
         clearer = std::thread([&isCleared] {
             ZelvoraStorage::clearEventTrackingData();
@@ -386,6 +389,65 @@ TEST(EventQueueOrderTest, AClearingThatComesWhileAnEventIsSavedTakesThatEventToo
     platform.watchReading(nullptr);
     clearer.join();
     EXPECT_TRUE(ZelvoraStorage::getEventTrackingData().isEmpty());
+}
+
+// Notes the lines that tell a change of the queue from reading it.
+bool isQueueLine(std::string const& line)
+{
+    return line.contains("tracking_event");
+}
+
+TEST(EventQueueHostTest, ALogThatSavesAnEventLosesNone)
+{
+    auto& platform = tests::install<WatchingPlatform>();
+    int nested = 0;
+    platform.watchLog([&nested](std::string const& line) {
+        if (!isQueueLine(line) || nested == 3)
+            return;
+        ++nested;
+        ZelvoraStorage::saveEventTrackingData(makeEvent("from the log"));
+    });
+    ZelvoraStorage::saveEventTrackingData(makeEvent("a"));
+    platform.watchLog(nullptr);
+    EXPECT_EQ(
+        names(ZelvoraStorage::getEventTrackingData()), (Names { "from the log", "from the log", "from the log", "a" }));
+}
+
+TEST(EventQueueHostTest, AnObserverOfThePreferencesMaySaveAnEvent)
+{
+    auto& platform = tests::install<WatchingPlatform>();
+    bool hasSaved = false;
+    platform.watchStored([&hasSaved](std::string const& key) {
+        if (key.ends_with("_tracking_event") && !std::exchange(hasSaved, true))
+            ZelvoraStorage::saveEventTrackingData(makeEvent("from the observer"));
+    });
+    ZelvoraStorage::saveEventTrackingData(makeEvent("a"));
+    EXPECT_EQ(names(ZelvoraStorage::getEventTrackingData()), (Names { "a", "from the observer" }));
+}
+
+TEST(EventQueueHostTest, ASlowLogHoldsUpNoOtherThread)
+{
+    auto& platform = tests::install<WatchingPlatform>();
+    ZelvoraStorage::saveEventTrackingData(makeEvent("0"));
+    auto const logging = std::this_thread::get_id();
+    int waits = 0;
+    platform.watchLog([&](std::string const& line) {
+        if (!isQueueLine(line) || std::this_thread::get_id() != logging)
+            return;
+        ++waits;
+        // It does not return before another thread has changed the queue in every way.
+        std::thread([] {
+            ZelvoraStorage::saveEventTrackingData(makeEvent("b"));
+            ZelvoraStorage::removeEventTrackingData(1);
+            ZelvoraStorage::clearEventTrackingData();
+            ZelvoraStorage::saveEventTrackingData(makeEvent("c"));
+        }).join();
+    });
+    ZelvoraStorage::saveEventTrackingData(makeEvent("a"));
+    EXPECT_EQ(waits, 2);
+    ZelvoraStorage::removeEventTrackingData(1);
+    platform.watchLog(nullptr);
+    EXPECT_EQ(names(ZelvoraStorage::getEventTrackingData()), (Names {}));
 }
 
 TEST_F(EventQueueTest, AQueueFromAnEarlierLaunchIsContinued)

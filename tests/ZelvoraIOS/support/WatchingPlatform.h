@@ -23,6 +23,8 @@ public:
     void watchLog(Watcher watcher) { m_logWatcher = std::move(watcher); }
     /// Called with the full key of each value, before it is stored.
     void watchStoring(Watcher watcher) { m_storingWatcher = std::move(watcher); }
+    /// Called with the full key of each value, after it was stored and within the call that stored it.
+    void watchStored(Watcher watcher) { m_storedWatcher = std::move(watcher); }
     /// Called with the full key of each value, after it was read and before it is returned.
     void watchReading(Watcher watcher) { m_readingWatcher = std::move(watcher); }
     void watchBundle(std::function<void()> watcher) { m_bundleWatcher = std::move(watcher); }
@@ -72,11 +74,12 @@ private:
 
     class WatchedPreferences final : public platform::UserDefaults {
     public:
-        WatchedPreferences(
-            platform::UserDefaults& preferences, Watcher const& readingWatcher, Watcher const& storingWatcher)
+        WatchedPreferences(platform::UserDefaults& preferences, Watcher const& readingWatcher,
+            Watcher const& storingWatcher, Watcher const& storedWatcher)
             : m_preferences(preferences)
             , m_readingWatcher(readingWatcher)
             , m_storingWatcher(storingWatcher)
+            , m_storedWatcher(storedWatcher)
         {
         }
 
@@ -93,6 +96,8 @@ private:
             if (m_storingWatcher)
                 m_storingWatcher(key);
             m_preferences.setObject(std::move(value), key);
+            if (m_storedWatcher)
+                m_storedWatcher(key);
         }
         void setDouble(double number, std::string const& key) override { m_preferences.setDouble(number, key); }
         void removeObject(std::string const& key) override { m_preferences.removeObject(key); }
@@ -101,14 +106,17 @@ private:
         platform::UserDefaults& m_preferences;
         Watcher const& m_readingWatcher;
         Watcher const& m_storingWatcher;
+        Watcher const& m_storedWatcher;
     };
 
     Watcher m_logWatcher;
     Watcher m_readingWatcher;
     Watcher m_storingWatcher;
+    Watcher m_storedWatcher;
     std::function<void()> m_bundleWatcher;
     std::size_t m_preferencesCount = 0;
-    WatchedPreferences m_preferences { memory.standardUserDefaults(), m_readingWatcher, m_storingWatcher };
+    WatchedPreferences m_preferences { memory.standardUserDefaults(), m_readingWatcher, m_storingWatcher,
+        m_storedWatcher };
 };
 
 }

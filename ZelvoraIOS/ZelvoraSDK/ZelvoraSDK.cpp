@@ -36,7 +36,7 @@ ZelvoraSDK::Result ZelvoraSDK::initialize(std::string userKey, std::string apiKe
     });
     if (running) {
         // The running call's handler comes first: it is that caller's initialization which is being disturbed.
-        if (auto const& handler = *running ? running->copy() : completion_handler)
+        if (auto const& handler = *running ? running->function() : completion_handler)
             handler(ZelvoraSDKError::initializing());
         return std::unexpected(ZelvoraSDKError::initializing());
     }
@@ -102,7 +102,7 @@ ZelvoraSDK::CustomActions ZelvoraSDK::getCustomActions() const
 
 ZelvoraSDK::ViewProvider ZelvoraSDK::headerViewProvider() const
 {
-    return m_core.properties.get(&Properties::headerViewProvider).copy();
+    return m_core.properties.get(&Properties::headerViewProvider).function();
 }
 
 void ZelvoraSDK::setHeaderViewProvider(ViewProvider provider)
@@ -112,7 +112,7 @@ void ZelvoraSDK::setHeaderViewProvider(ViewProvider provider)
 
 ZelvoraSDK::ViewProvider ZelvoraSDK::footerViewProvider() const
 {
-    return m_core.properties.get(&Properties::footerViewProvider).copy();
+    return m_core.properties.get(&Properties::footerViewProvider).function();
 }
 
 void ZelvoraSDK::setFooterViewProvider(ViewProvider provider)
@@ -142,7 +142,7 @@ void ZelvoraSDK::setDelegate(std::shared_ptr<ZelvoraSDKDelegate> const& delegate
 
 ZelvoraSDK::PageNavigationHandler ZelvoraSDK::onPageNavigation() const
 {
-    return m_core.properties.get(&Properties::onPageNavigation).copy();
+    return m_core.properties.get(&Properties::onPageNavigation).function();
 }
 
 void ZelvoraSDK::setOnPageNavigation(PageNavigationHandler handler)

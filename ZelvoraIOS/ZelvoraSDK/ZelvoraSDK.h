@@ -31,7 +31,8 @@ struct SDKCore;
 ///
 /// Install a platform first: without one, `initialize` and whatever needs a service of the platform stop the process
 /// with a message. Call on the main thread unless stated otherwise. The properties may be read and set on any thread.
-/// The SDK calls no callback of the host while it holds a lock, so every callback may call the SDK.
+/// The SDK calls no callback of the host while it holds a lock, so every callback may call the SDK. It keeps one
+/// callable of each, also for those that it hands out: a closure that counts its calls counts them all.
 class ZELVORA_API ZelvoraSDK final {
 public:
     /// The host's side of the container. The SDK keeps a weak reference only. Main thread.

@@ -87,21 +87,30 @@ TEST_F(CustomActionsTest, AnEmptyActionKeepsItsName)
     EXPECT_FALSE(actions.at("share"));
 }
 
-TEST_F(CustomActionsTest, WhatAnActionCapturedMayCallTheSDKWhenItIsCopied)
+TEST_F(CustomActionsTest, AnActionKeepsItsStateFromCallToCall)
 {
-    struct RegistersWhenCopied {
-        explicit RegistersWhenCopied(std::string const& name) : registered(&name) { }
-        RegistersWhenCopied(RegistersWhenCopied const& other) : registered(other.registered)
-        {
-            sdk().addCustomAction(*registered, nullptr);
-        }
-        std::string const* registered;
+    std::vector<int> counts;
+    sdk().addCustomAction("share", [&counts, count = 0](auto const&) mutable { counts.push_back(++count); });
+    auto const actions = sdk().getCustomActions();
+    actions.at("share")(std::nullopt);
+    sdk().getCustomActions().at("share")(std::nullopt);
+    actions.at("share")(std::nullopt);
+    EXPECT_EQ(counts, (std::vector { 1, 2, 3 }));
+}
+
+TEST_F(CustomActionsTest, AnActionIsNeverCopiedOnceItIsAdded)
+{
+    struct CountsCopies {
+        explicit CountsCopies(int& count) : copies(&count) { }
+        CountsCopies(CountsCopies const& other) : copies(other.copies) { ++*copies; }
+        int* copies;
     };
-    std::string name = "when captured";
-    sdk().addCustomAction("share", [captured = RegistersWhenCopied(name)](auto const&) { (void)captured; });
-    name = "when copied";
-    EXPECT_FALSE(sdk().getCustomActions().contains("when copied"));
-    EXPECT_TRUE(sdk().getCustomActions().contains("when copied"));
+    int copies = 0;
+    sdk().addCustomAction("share", [captured = CountsCopies(copies)](auto const&) { (void)captured; });
+    copies = 0;
+    auto const actions = sdk().getCustomActions();
+    actions.at("share")(std::nullopt);
+    EXPECT_EQ(copies, 0);
 }
 
 }

@@ -7,6 +7,7 @@
 #include <functional>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace zelvora::tests {
 
@@ -87,7 +88,7 @@ struct CallsWhenCopied {
     int* copies;
 };
 
-TEST_F(GuardedPropertiesTest, WhatACallbackCapturedMayCallTheSDKWhenItIsCopied)
+TEST_F(GuardedPropertiesTest, ACallbackIsNeverCopiedOnceItIsSet)
 {
     int copies = 0;
     CallsWhenCopied const captured(copies);
@@ -105,7 +106,24 @@ TEST_F(GuardedPropertiesTest, WhatACallbackCapturedMayCallTheSDKWhenItIsCopied)
     EXPECT_TRUE(sdk().onPageNavigation());
     EXPECT_FALSE(initialize());
     EXPECT_FALSE(sdk().start(nullptr));
-    EXPECT_EQ(copies, 5) << "each reader gets a copy of its own";
+    EXPECT_EQ(copies, 0);
+}
+
+TEST_F(GuardedPropertiesTest, ACallbackKeepsItsStateFromCallToCall)
+{
+    std::vector<int> counts;
+    EXPECT_TRUE(initializeWith([&counts, count = 0](auto const&) mutable { counts.push_back(++count); }));
+    EXPECT_FALSE(sdk().start(nullptr));
+    EXPECT_FALSE(sdk().start(nullptr));
+    EXPECT_EQ(counts, (std::vector { 1, 2 }));
+
+    counts.clear();
+    sdk().setOnPageNavigation([&counts, count = 0](std::string const&) mutable { counts.push_back(++count); });
+    auto const handler = sdk().onPageNavigation();
+    handler("https://shop.example/");
+    sdk().onPageNavigation()("https://shop.example/");
+    handler("https://shop.example/");
+    EXPECT_EQ(counts, (std::vector { 1, 2, 3 }));
 }
 
 TEST_F(GuardedPropertiesTest, ReadingOtherPropertiesCopiesNoCallback)

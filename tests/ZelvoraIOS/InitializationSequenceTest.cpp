@@ -269,6 +269,7 @@ TEST_F(AuthorizedSequenceTest, AReplacedPresenterMayCallTheSDKWhenItIsDestroyed)
     EXPECT_TRUE(sdk().start(std::make_shared<LeavingViewController>(isGone)));
     EXPECT_FALSE(isGone);
     EXPECT_TRUE(sdk().start(std::make_shared<memory::ViewController>()));
+    platform.mainQueue().runAll();
     EXPECT_TRUE(isGone);
 }
 

@@ -89,7 +89,29 @@ TEST_F(LaunchTest, ASecondDeferredStartReleasesTheFirstPresenter)
     initialize();
     sdk().start(std::exchange(presenter, nullptr));
     sdk().start(std::make_shared<memory::ViewController>());
+    platform.mainQueue().runAll();
     EXPECT_TRUE(weak.expired());
+}
+
+// A screen that notes where it is destroyed.
+class WatchedScreen final : public memory::ViewController {
+public:
+    explicit WatchedScreen(std::thread::id& destroyedOn) : m_destroyedOn(destroyedOn) { }
+    ~WatchedScreen() override { m_destroyedOn = std::this_thread::get_id(); }
+
+private:
+    std::thread::id& m_destroyedOn;
+};
+
+TEST_F(LaunchTest, APresenterThatAStartOnAnotherThreadReplacesIsDestroyedOnTheMainThread)
+{
+    std::thread::id destroyedOn;
+    initialize();
+    sdk().start(std::make_shared<WatchedScreen>(destroyedOn));
+    std::thread([] { sdk().start(std::make_shared<memory::ViewController>()); }).join();
+    EXPECT_EQ(destroyedOn, std::thread::id());
+    platform.mainQueue().runAll();
+    EXPECT_EQ(destroyedOn, std::this_thread::get_id());
 }
 
 TEST_F(LaunchTest, TheDeferredStartIsAnnouncedBeforeTheFinalUrl)

@@ -125,7 +125,7 @@ TEST_F(ZelvoraSDKTest, InitializeStoresWhatItIsGiven)
     EXPECT_EQ(footers, 0);
     (void)sdk().footerViewProvider()(controller);
     EXPECT_EQ(footers, 1);
-    all.error_handler.copy()(ZelvoraSDKError::otherError());
+    all.error_handler.function()(ZelvoraSDKError::otherError());
     EXPECT_EQ(told, 1);
 }
 

@@ -145,7 +145,7 @@ public:
 
 private:
     struct Block {
-        enum class Kind : std::uint8_t { Hop, Prompt, Deferred, Present, Close, Answer, Footer };
+        enum class Kind : std::uint8_t { Hop, Prompt, Deferred, Present, Release, Close, Answer, Footer };
 
         Kind kind = Kind::Hop;
         ScreenId screen = noScreen;

@@ -16,7 +16,7 @@ ZelvoraSDK::CustomActions CustomActions::all() const
 {
     ZelvoraSDK::CustomActions actions;
     for (auto const& [name, action] : table())
-        actions.emplace_hint(actions.end(), name, action.copy());
+        actions.emplace_hint(actions.end(), name, action.function());
     return actions;
 }
 
@@ -28,7 +28,7 @@ ZelvoraSDK::CustomAction CustomActions::find(std::string const& functionName) co
         if (auto const entry = m_table.find(functionName); entry != m_table.end())
             found = entry->second;
     }
-    return found.copy();
+    return found.function();
 }
 
 std::vector<std::string> CustomActions::names() const

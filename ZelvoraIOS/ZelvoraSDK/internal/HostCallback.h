@@ -2,18 +2,24 @@
 
 #include <concepts>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <type_traits>
 #include <utility>
 
 namespace zelvora::internal {
 
-/// A host's callback, kept so that copying it copies a reference. Copying or destroying a `std::function` runs the copy
-/// constructors and destructors of whatever the host captured; those may call the SDK, so that neither may happen while
-/// a lock is held.
 template<typename Function>
-class HostCallback final {
+class HostCallback;
+
+/// A host's callback, kept so that all copies are one callable with one state: a closure that counts its calls counts
+/// them all. Copying copies a reference, and no copy constructor or destructor of what the host captured runs while a
+/// lock is held, where it could not call the SDK.
+template<typename... Arguments, typename Result>
+class HostCallback<std::function<Result(Arguments...)>> final {
 public:
+    using Function = std::function<Result(Arguments...)>;
+
     HostCallback() = default;
     HostCallback(std::nullptr_t) { }
     template<typename Callable>
@@ -27,8 +33,14 @@ public:
 
     explicit operator bool() const { return static_cast<bool>(m_function); }
 
-    /// A copy to call or to hand out; empty if the host gave none. Never call this with a lock held.
-    [[nodiscard]] Function copy() const { return m_function ? *m_function : Function(); }
+    /// To call or to hand out; empty if the host gave none. It shares the host's callable.
+    [[nodiscard]] Function function() const
+    {
+        if (!m_function)
+            return {};
+        return [function = m_function](
+                   Arguments... arguments) { return (*function)(std::forward<Arguments>(arguments)...); };
+    }
 
 private:
     std::shared_ptr<Function const> m_function;

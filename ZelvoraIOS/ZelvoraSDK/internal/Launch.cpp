@@ -34,6 +34,12 @@ void present(std::string urlString, UIViewController& presenter)
     presenter.present(std::move(container), Animated::Yes);
 }
 
+// A screen that nobody else keeps any more may only be destroyed there.
+void destroyOnMainThread(std::shared_ptr<UIViewController> screen)
+{
+    platform::Platform::current().mainQueue().async([screen = std::move(screen)] { });
+}
+
 }
 
 ZelvoraSDK::Result Launch::start(std::shared_ptr<UIViewController> presenter)
@@ -47,11 +53,12 @@ ZelvoraSDK::Result Launch::start(std::shared_ptr<UIViewController> presenter)
     auto const keys = m_properties.access([&presenter](Properties& properties) -> std::optional<EntryKeys> {
         if (!properties.isInitializing)
             return entryKeys(properties);
-        // Swapped, so that an earlier presenter is destroyed after the lock has been released.
         std::swap(properties.pendingViewController, presenter);
         return std::nullopt;
     });
     if (!keys) {
+        if (presenter)
+            destroyOnMainThread(std::move(presenter));
         ZelvoraLogger::d("SDK is still initializing. The activity will start automatically once ready.");
         return {};
     }

@@ -4,7 +4,7 @@ namespace zelvora::internal {
 
 ZelvoraSDKError reportError(GuardedProperties const& properties, ZelvoraSDKError error)
 {
-    if (auto const handler = properties.get(&Properties::error_handler).copy())
+    if (auto const handler = properties.get(&Properties::error_handler).function())
         handler(error);
     return error;
 }

@@ -1,9 +1,9 @@
 # The stages of `./run test` and `./run check`. A stage writes to its log, leaves its counts in s_passed, s_failed and
 # s_skipped and, where it has more to say, a text in s_remark. A stage that cannot run has failed.
 
-STAGES=(clang format libcxx simulation gcc asan tsan tidy)
+STAGES=(clang format libcxx simulation gcc asan tsan tidy fuzz)
 # The stage "clang" runs what "asan" runs in the same way and what "gcc" runs too.
-ALL_STAGES=(format libcxx simulation gcc asan tsan tidy)
+ALL_STAGES=(format libcxx simulation gcc asan tsan tidy fuzz)
 
 s_passed=0
 s_failed=0
@@ -50,6 +50,7 @@ packages_of() {
         format) packages+=("${PACKAGES_FORMAT[@]}") ;;
         layers | simulation) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}") ;;
         clang) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_DISPLAY[@]}") ;;
+        fuzz) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_SANITIZERS[@]}") ;;
         asan | tsan)
             packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_SANITIZERS[@]}" "${PACKAGES_DISPLAY[@]}")
             ;;

@@ -25,8 +25,6 @@ std::optional<Content> plain(Held const& held)
 
 }
 
-Value::Value(LargeInteger integer) : m_held(integer) { }
-
 Value::Value(std::string text) : m_held(std::make_shared<std::string const>(std::move(text))) { }
 
 Value::Value(std::string_view text) : Value(std::string(text)) { }

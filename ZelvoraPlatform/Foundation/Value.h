@@ -84,7 +84,6 @@ public:
                 m_held = integer;
         }
     }
-    Value(LargeInteger integer);
     Value(std::string text);
     Value(std::string_view text);
     /// Must not be null.

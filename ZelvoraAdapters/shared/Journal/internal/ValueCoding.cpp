@@ -35,8 +35,8 @@ void appendNumber(std::string& out, ValueTag tag, double number)
 
 void appendLargeInteger(std::string& out, LargeInteger integer)
 {
-    appendTag(out, integer.isNegative ? ValueTag::LargeNegative : ValueTag::LargePositive);
-    appendFixed(out, integer.magnitude);
+    appendTag(out, integer.isNegative ? ValueTag::Signed : ValueTag::Unsigned);
+    appendFixed(out, integer.isNegative ? 0 - integer.magnitude : integer.magnitude);
 }
 
 void appendBytes(std::string& out, ValueTag tag, std::string_view bytes)
@@ -68,13 +68,6 @@ std::optional<double> readNumber(ByteReader& in)
     if (!bits)
         return std::nullopt;
     return std::bit_cast<double>(*bits);
-}
-
-std::optional<Value> readLargeInteger(ByteReader& in, bool isNegative)
-{
-    return in.fixed64().transform([isNegative](std::uint64_t magnitude) {
-        return Value { LargeInteger { .magnitude = magnitude, .isNegative = isNegative } };
-    });
 }
 
 std::optional<Value> readArray(ByteReader& in, std::size_t nesting)
@@ -156,10 +149,10 @@ std::optional<Value> readValue(ByteReader& in, std::size_t nesting)
         return Value { true };
     case ValueTag::Number:
         return readNumber(in).transform([](double number) { return Value { number }; });
-    case ValueTag::LargePositive:
-        return readLargeInteger(in, false);
-    case ValueTag::LargeNegative:
-        return readLargeInteger(in, true);
+    case ValueTag::Unsigned:
+        return in.fixed64().transform([](std::uint64_t integer) { return Value { integer }; });
+    case ValueTag::Signed:
+        return in.fixed64().transform([](std::uint64_t bits) { return Value { std::bit_cast<std::int64_t>(bits) }; });
     case ValueTag::Date:
         return readNumber(in).transform([](double seconds) { return Value { Date { seconds } }; });
     case ValueTag::Text:

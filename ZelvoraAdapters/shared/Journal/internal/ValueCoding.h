@@ -11,19 +11,7 @@
 namespace zelvora::shared {
 
 /// The first byte of an encoded value. Part of the file format.
-enum class ValueTag : std::uint8_t {
-    Null,
-    False,
-    True,
-    Number,
-    Text,
-    Date,
-    Data,
-    Array,
-    Dictionary,
-    LargePositive,
-    LargeNegative
-};
+enum class ValueTag : std::uint8_t { Null, False, True, Number, Text, Date, Data, Array, Dictionary, Unsigned, Signed };
 
 /// Encodes a value so that it reads back exactly: its kind, the bits of its numbers, the order of its elements.
 void appendValue(std::string& out, platform::Value const& value);

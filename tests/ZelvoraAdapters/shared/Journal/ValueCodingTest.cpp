@@ -67,6 +67,14 @@ INSTANTIATE_TEST_SUITE_P(Kinds, ValueCodingTest,
         Value { Dictionary {} },
         Value { Dictionary { { "", 1 }, { std::string("n\0l", 3), Null {} }, { "z", Array { Date { 3 } } } } }));
 
+TEST(ValueCodingBitsTest, ReadsAnIntegerThatADoubleCanHoldAsThatDouble)
+{
+    auto const value = decoded(std::string("\x09\0\0\0\0\xf0\0\0\0", 9));
+    ASSERT_TRUE(value);
+    EXPECT_EQ(*value, Value(1030792151040.0));
+    EXPECT_EQ(value->largeInteger(), std::nullopt);
+}
+
 TEST(ValueCodingBitsTest, KeepsEveryBitOfANumber)
 {
     using Limits = std::numeric_limits<double>;

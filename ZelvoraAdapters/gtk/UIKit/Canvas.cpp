@@ -1,5 +1,7 @@
 #include "ZelvoraAdapters/gtk/UIKit/Canvas.h"
 
+#include "ZelvoraAdapters/gtk/UIKit/takeOutOfItsPlace.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -115,8 +117,7 @@ void retireCanvas(GtkWidget* canvas)
 {
     reinterpret_cast<Canvas*>(canvas)->client = nullptr;
     unparentChildren(canvas);
-    if (gtk_widget_get_parent(canvas))
-        gtk_widget_unparent(canvas);
+    takeOutOfItsPlace(canvas);
 }
 
 void allocateChild(GtkWidget* child, double x, double y, double width, double height)

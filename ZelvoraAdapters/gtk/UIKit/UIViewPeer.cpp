@@ -1,18 +1,16 @@
 #include "ZelvoraAdapters/gtk/UIKit/UIViewPeer.h"
 
-#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "ZelvoraAdapters/gtk/Platform.h"
 #include "ZelvoraAdapters/gtk/UIKit/EdgePan.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewControllerPeer.h"
+#include "ZelvoraAdapters/gtk/UIKit/takeOutOfItsPlace.h"
 #include "ZelvoraAdapters/shared/Layout/LayoutSolver.h"
 #include "ZelvoraAdapters/shared/Screens/GestureArbitration.h"
 #include "ZelvoraPlatform/UIKit/UIGestureRecognizer.h"
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 #include <optional>
-#include <span>
 
 namespace zelvora::gtk {
 
@@ -42,37 +40,6 @@ double naturalSize(GtkWidget* widget, GtkOrientation orientation, int forSize)
     int natural = 0;
     gtk_widget_measure(widget, orientation, forSize, nullptr, &natural, nullptr, nullptr);
     return natural;
-}
-
-bool hasAsProperty(GtkWidget* container, GParamSpec const& property, GtkWidget* widget)
-{
-    constexpr int both = G_PARAM_READWRITE;
-    auto const mayBeWidget = g_type_is_a(property.value_type, GTK_TYPE_WIDGET) && (property.flags & both) == both;
-    if (!mayBeWidget)
-        return false;
-    GtkWidget* held = nullptr;
-    g_object_get(container, property.name, &held, nullptr);
-    auto const owner = adopt(held);
-    return held == widget;
-}
-
-// Containers of one child also keep it in a property, and would keep using it if it were only unparented.
-void takeOutOfItsPlace(GtkWidget* widget)
-{
-    auto* parent = gtk_widget_get_parent(widget);
-    if (!parent)
-        return;
-    if (GTK_IS_STACK(parent))
-        return gtk_stack_remove(GTK_STACK(parent), widget);
-    guint count = 0;
-    auto** const properties = g_object_class_list_properties(G_OBJECT_GET_CLASS(parent), &count);
-    std::unique_ptr<void, Releasing<g_free>> const owner(static_cast<void*>(properties));
-    for (auto const* property : std::span(properties, count)) {
-        if (hasAsProperty(parent, *property, widget))
-            g_object_set(parent, property->name, nullptr, nullptr);
-    }
-    if (gtk_widget_get_parent(widget))
-        gtk_widget_unparent(widget);
 }
 
 }

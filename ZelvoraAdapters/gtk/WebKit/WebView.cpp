@@ -2,8 +2,10 @@
 
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewPeer.h"
+#include "ZelvoraAdapters/gtk/WebKit/FileChooser.h"
 #include "ZelvoraAdapters/gtk/WebKit/UserContentController.h"
 #include "ZelvoraAdapters/gtk/WebKit/WebsiteSession.h"
+#include "ZelvoraAdapters/gtk/WebKit/refusePanels.h"
 
 #include <utility>
 
@@ -26,6 +28,24 @@ platform::WKNavigationAction actionOf(WebKitPolicyDecision* decision)
     auto* action = webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
     auto const* url = webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
     return { url ? URL::verbatim(url) : std::nullopt };
+}
+
+// A script that is still running keeps the engine's view, and one that never ends would keep it forever.
+void endLater(WebKitWebView* view)
+{
+    constexpr guint patience = 10;
+    auto* const watched = g_new0(GWeakRef, 1);
+    g_weak_ref_init(watched, view);
+    auto const end = [](gpointer data) -> gboolean {
+        if (auto const kept = adopt(WEBKIT_WEB_VIEW(g_weak_ref_get(static_cast<GWeakRef*>(data)))))
+            webkit_web_view_terminate_web_process(kept.get());
+        return G_SOURCE_REMOVE;
+    };
+    auto const release = [](gpointer data) {
+        g_weak_ref_clear(static_cast<GWeakRef*>(data));
+        g_free(data);
+    };
+    g_timeout_add_seconds_full(G_PRIORITY_DEFAULT, patience, end, watched, release);
 }
 
 }
@@ -62,11 +82,13 @@ WebView::WebView(platform::CGRect frame, platform::WKWebViewConfiguration config
     , m_view(view)
 {
     connectSignals();
+    refusePanels(m_view);
 }
 
 WebView::~WebView()
 {
     g_signal_handlers_disconnect_by_data(m_view, this);
+    endLater(m_view);
 }
 
 void WebView::setInspectable(bool inspectable)
@@ -126,22 +148,14 @@ void WebView::connectSignals()
                         WebView* self) -> gboolean { return self->decidePolicy(decision, type); }),
         this);
     g_signal_connect_swapped(m_view, "notify::uri", G_CALLBACK(+[](WebView* self) { self->urlDidChange(); }), this);
-    g_signal_connect(m_view, "load-changed", G_CALLBACK(+[](WebKitWebView*, WebKitLoadEvent event, WebView* self) {
-        if (event == WEBKIT_LOAD_STARTED && self->m_navigationDelegate)
-            self->m_navigationDelegate->didStartProvisionalNavigation();
-    }),
-        this);
-    g_signal_connect(m_view, "script-dialog",
-        G_CALLBACK(+[](WebKitWebView*, WebKitScriptDialog* dialog, WebView*) -> gboolean {
-            // A page may always be left; every other dialog is answered as if the user dismissed it.
-            if (webkit_script_dialog_get_dialog_type(dialog) == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM)
-                webkit_script_dialog_confirm_set_confirmed(dialog, TRUE);
+    g_signal_connect(m_view, "load-changed",
+        G_CALLBACK(+[](WebKitWebView*, WebKitLoadEvent event, WebView* self) { self->loadDidChange(event); }), this);
+    g_signal_connect(m_view, "run-file-chooser",
+        G_CALLBACK(+[](WebKitWebView*, WebKitFileChooserRequest* request, WebView* self) -> gboolean {
+            self->runFileChooser(request);
             return TRUE;
         }),
         this);
-    // The engine would show a dialog of its own.
-    g_signal_connect(m_view, "print",
-        G_CALLBACK(+[](WebKitWebView*, WebKitPrintOperation*, WebView*) -> gboolean { return TRUE; }), this);
     g_signal_connect_swapped(
         m_view, "web-process-terminated", G_CALLBACK(+[](WebView* self) { self->webProcessDidTerminate(); }), this);
     g_signal_connect(m_view, "load-failed-with-tls-errors",
@@ -165,6 +179,15 @@ bool WebView::decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionT
     return true;
 }
 
+void WebView::loadDidChange(WebKitLoadEvent event)
+{
+    // The page that asked for a file has been replaced.
+    if (event == WEBKIT_LOAD_COMMITTED)
+        m_fileChooser.reset();
+    if (event == WEBKIT_LOAD_STARTED && m_navigationDelegate)
+        m_navigationDelegate->didStartProvisionalNavigation();
+}
+
 void WebView::urlDidChange()
 {
     auto const* text = webkit_web_view_get_uri(m_view);
@@ -181,8 +204,14 @@ void WebView::urlDidChange()
     }
 }
 
+void WebView::runFileChooser(WebKitFileChooserRequest* request)
+{
+    m_fileChooser = std::make_unique<FileChooser>(m_view, request);
+}
+
 void WebView::webProcessDidTerminate()
 {
+    m_fileChooser.reset();
     constexpr int mostReloads = 3;
     constexpr gint64 period = gint64 { 30 } * G_USEC_PER_SEC;
     auto const now = g_get_monotonic_time();

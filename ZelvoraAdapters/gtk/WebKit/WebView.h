@@ -12,12 +12,14 @@
 
 namespace zelvora::gtk {
 
+class FileChooser;
 class UIViewPeer;
 class WebsiteSession;
 
-/// The engine's web view. As on the phone without a UI delegate, script dialogs are answered without a panel, and a
-/// page can neither print nor open a window; the navigation delegate is still asked about a new window, as about any
-/// navigation. A page is reloaded when its web process dies, unless that keeps happening.
+/// The engine's web view. As on the phone without a UI delegate, a page shows no panel but the file chooser, which goes
+/// when the page goes, and it can neither print nor open a window; the navigation delegate is still asked about a new
+/// window, as about any navigation. A page is reloaded when its web process dies, unless that keeps happening. A page
+/// does not outlive the view by more than the scripts that are running, and by no more than a few seconds.
 class WebView final : public platform::WKWebView {
 public:
     /// The session outlives the view.
@@ -48,7 +50,9 @@ private:
 
     void connectSignals();
     [[nodiscard]] bool decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
+    void loadDidChange(WebKitLoadEvent event);
     void urlDidChange();
+    void runFileChooser(WebKitFileChooserRequest* request);
     void webProcessDidTerminate();
     [[nodiscard]] bool didFailWithTLSErrors(char const* url, GTlsCertificate* certificate);
 
@@ -60,6 +64,7 @@ private:
     platform::WKNavigationDelegate* m_navigationDelegate = nullptr;
     std::string m_reportedURL;
     std::vector<std::shared_ptr<Observer>> m_observers;
+    std::unique_ptr<FileChooser> m_fileChooser;
     gint64 m_firstReload = 0;
     int m_reloads = 0;
 };

@@ -23,6 +23,9 @@ WebsiteSession::WebsiteSession(std::filesystem::path const& dataDirectory, std::
     g_signal_connect(m_session.get(), "download-started",
         G_CALLBACK(+[](WebKitNetworkSession*, WebKitDownload* download) { webkit_download_cancel(download); }),
         nullptr);
+    // Without a login panel there are no credentials to keep, and looking for some could ask the user to unlock the
+    // keyring.
+    webkit_network_session_set_persistent_credential_storage_enabled(m_session.get(), FALSE);
     auto* cookies = webkit_network_session_get_cookie_manager(m_session.get());
     webkit_cookie_manager_set_persistent_storage(
         cookies, (dataDirectory / "cookies.sqlite").c_str(), WEBKIT_COOKIE_PERSISTENT_STORAGE_SQLITE);

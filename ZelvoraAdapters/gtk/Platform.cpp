@@ -55,6 +55,15 @@ void warn(std::string const& line)
     g_log("Zelvora", G_LOG_LEVEL_WARNING, "%s", line.c_str());
 }
 
+// The loader asks for these on its own thread. If it did so first while the process exits, their modules would set up
+// the type system a second time, and that stops the process with a message.
+void loadNetworkModules()
+{
+    g_tls_backend_get_default();
+    g_proxy_resolver_get_default();
+    g_network_monitor_get_default();
+}
+
 // Reset by the destructor.
 Platform* s_current = nullptr;
 
@@ -114,6 +123,7 @@ Platform::Platform(HostOptions options)
         platform::fatalError("gtk::Platform was made before gtk_init");
     if (s_current)
         platform::fatalError("gtk::Platform was made twice");
+    loadNetworkModules();
     m_services = std::make_unique<Services>(std::move(options));
     s_current = this;
     // An installed platform is never destroyed.

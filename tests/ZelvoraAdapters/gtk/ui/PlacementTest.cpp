@@ -139,8 +139,9 @@ TEST_P(PlacementTest, AViewMayBeDestroyedWhereverTheHostHasPutItsWidget)
     EXPECT_TRUE(m_harness.runUntil([&] { return gtk_widget_get_mapped(widget.get()); }));
     view.reset();
     EXPECT_FALSE(gtk_widget_get_parent(widget.get()));
-    if (GetParam().property)
+    if (GetParam().property) {
         EXPECT_FALSE(childIn(container, GetParam().property));
+    }
     drawAgain();
     EXPECT_EQ(G_OBJECT(widget.get())->ref_count, 1U);
     // The place is empty and can be given to another.

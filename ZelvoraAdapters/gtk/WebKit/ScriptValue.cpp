@@ -1,13 +1,13 @@
 #include "ZelvoraAdapters/gtk/WebKit/ScriptValue.h"
 
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
-#include "ZelvoraAdapters/gtk/WebKit/ScriptText.h"
+#include "ZelvoraAdapters/gtk/WebKit/ScriptTexts.h"
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 
-#include <algorithm>
-#include <cstddef>
-#include <string>
+#include <cstdint>
+#include <optional>
+#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -22,43 +22,99 @@ using platform::Value;
 
 namespace {
 
-// Reading a value member by member would call into the engine for each, and C strings end at a NUL. This function
-// writes the whole value in one call, one line per value: a letter for the kind, then a number, a count or a quoted
-// string; a container's contents follow it. A work list replaces recursion. An object that occurs in several places, or
-// in itself, is written once, and after that as the number of its container.
-constexpr char const* writerSource = R"((function(posted) {
-    const lines = [];
-    const open = [posted];
-    const containers = new Map();
-    while (open.length) {
-        const value = open.pop();
+/// What the writer's numbers mean. Some are followed by one more number.
+enum class Kind : std::uint8_t { Null, False, True, Number, Date, Text, Array, Dictionary, Key, End, Reference };
+
+// Reading a value member by member would call into the engine for each. This function writes the whole value in one
+// call, as numbers and one text: for each value its kind, then a number, the length of a text, or a container's
+// contents and its end. A stack of containers replaces recursion. An object that occurs in several places, or in
+// itself, is written once, and after that as the number of its container. Lone surrogates are replaced, and a line
+// break between the texts keeps the halves of a pair apart. The result is null if there are more values than may be.
+constexpr char const* writerSource = R"((function(posted, most) {
+    let left = most;
+    let numbers = new Float64Array(64);
+    let used = 0;
+    const texts = [];
+    const known = new Map();
+    const outer = [];
+    let container = [posted];
+    let keys = null;
+    let size = 1;
+    let index = 0;
+    for (;;) {
+        if (used + 5 > numbers.length) {
+            const larger = new Float64Array(numbers.length * 2);
+            larger.set(numbers);
+            numbers = larger;
+        }
+        if (index === size) {
+            if (!outer.length)
+                break;
+            numbers[used++] = 9;
+            ({ container, keys, size, index } = outer.pop());
+            continue;
+        }
+        const key = keys ? keys[index] : index;
+        const value = container[key];
+        ++index;
+        if (keys) {
+            if (value === undefined)
+                continue;
+            numbers[used++] = 8;
+            numbers[used++] = key.length;
+            texts.push(key);
+        }
+        if (!left--)
+            return null;
         switch (typeof value) {
-        case 'boolean': lines.push(value ? 't' : 'f'); continue;
-        case 'number': lines.push('d' + (Object.is(value, -0) ? '-0' : value)); continue;
-        case 'string': lines.push('s' + JSON.stringify(value)); continue;
-        case 'object': break;
-        default: lines.push('n'); continue;
+        case 'boolean':
+            numbers[used++] = value ? 2 : 1;
+            continue;
+        case 'number':
+            numbers[used++] = 3;
+            numbers[used++] = value;
+            continue;
+        case 'string':
+            numbers[used++] = 5;
+            numbers[used++] = value.length;
+            texts.push(value);
+            continue;
+        case 'object':
+            break;
+        default:
+            numbers[used++] = 0;
+            continue;
         }
         if (value === null) {
-            lines.push('n');
-        } else if (Object.prototype.toString.call(value) === '[object Date]') {
-            lines.push('D' + value.getTime());
-        } else if (containers.has(value)) {
-            lines.push('r' + containers.get(value));
-        } else if (Array.isArray(value)) {
-            containers.set(value, containers.size);
-            lines.push('a' + value.length);
-            for (let index = value.length; index--;)
-                open.push(value[index]);
-        } else {
-            containers.set(value, containers.size);
-            const keys = Object.keys(value).filter(key => value[key] !== undefined);
-            lines.push('o' + keys.length);
-            for (let index = keys.length; index--;)
-                open.push(value[keys[index]], keys[index]);
+            numbers[used++] = 0;
+            continue;
         }
+        if (Object.prototype.toString.call(value) === '[object Date]') {
+            numbers[used++] = 4;
+            numbers[used++] = value.getTime();
+            continue;
+        }
+        const number = known.get(value);
+        if (number !== undefined) {
+            numbers[used++] = 10;
+            numbers[used++] = number;
+            continue;
+        }
+        known.set(value, known.size);
+        if ((Array.isArray(value) || ArrayBuffer.isView(value)) && value.length > left)
+            return null;
+        outer.push({ container, keys, size, index });
+        container = value;
+        keys = Array.isArray(value) ? null : Object.keys(value);
+        size = keys ? keys.length : value.length;
+        index = 0;
+        if (size > left)
+            return null;
+        numbers[used++] = keys ? 7 : 6;
     }
-    return lines.join('\n');
+    const joined = texts.join('\n');
+    numbers[used++] = joined.length;
+    return [numbers.subarray(0, used), joined.toWellFormed()];
 }))";
 
 constexpr char const* writerName = "zelvoraWriteValue";
@@ -75,46 +131,20 @@ GObjectPointer<JSCValue> writerIn(JSCContext* context)
     return writer;
 }
 
-/// Builds the value that the lines describe.
+/// Builds the value that the numbers and texts describe.
 class Builder final {
 public:
-    /// Returns false once the value is too large: a few objects that contain each other twice expand to any size.
-    [[nodiscard]] bool add(std::string_view line)
+    Builder(std::span<double const> numbers, ScriptTexts texts) : m_numbers(numbers), m_texts(texts) { }
+
+    /// Absent if the value is too large: a few objects that contain each other twice expand to any size.
+    [[nodiscard]] std::optional<Value> build()
     {
-        auto const rest = line.substr(1);
-        switch (line.front()) {
-        case 't':
-        case 'f':
-            complete({ line.front() == 't' });
-            break;
-        case 'd':
-            complete({ scriptNumber(rest) });
-            break;
-        case 's':
-            addText(unquoteScriptText(rest));
-            break;
-        case 'D':
-            complete({ Date { scriptNumber(rest) / 1000 } });
-            break;
-        case 'a':
-        case 'o':
-            begin(line.front() == 'o', static_cast<std::size_t>(scriptNumber(rest)));
-            break;
-        case 'r':
-            // A container that is not complete yet contains itself: a null marker ends the cycle.
-            complete(m_containers[static_cast<std::size_t>(scriptNumber(rest))]);
-            break;
-        default:
-            complete({ Null {} });
-        }
-        return !m_isTooLarge;
+        while (!m_numbers.empty() && !m_isTooLarge)
+            add(static_cast<Kind>(takeCount()));
+        return m_isTooLarge ? std::nullopt : std::move(m_result);
     }
 
-    [[nodiscard]] std::optional<Value> take() { return std::move(m_result); }
-
 private:
-    static constexpr std::size_t mostValues = 10'000'000;
-
     /// The number of values that this one consists of; shared ones count each time.
     struct Counted {
         Value value;
@@ -123,34 +153,66 @@ private:
 
     struct Container {
         bool isDictionary = false;
-        std::size_t missing = 0;
         std::size_t number = 0;
         std::size_t count = 1;
-        std::optional<std::string> key {};
+        std::string key {};
         std::vector<Value> elements {};
         Dictionary::Entries entries {};
     };
 
-    void begin(bool isDictionary, std::size_t size)
+    double takeNumber()
     {
-        m_open.push_back({ isDictionary, size, m_containers.size() });
+        auto const number = m_numbers.front();
+        m_numbers = m_numbers.subspan(1);
+        return number;
+    }
+
+    std::size_t takeCount() { return static_cast<std::size_t>(takeNumber()); }
+    std::string takeText() { return std::string(m_texts.take(takeCount())); }
+
+    void add(Kind kind)
+    {
+        switch (kind) {
+        case Kind::Null:
+            return put({ Null {} });
+        case Kind::False:
+        case Kind::True:
+            return put({ kind == Kind::True });
+        case Kind::Number:
+            return put({ takeNumber() });
+        case Kind::Date:
+            return put({ Date { takeNumber() / 1000 } });
+        case Kind::Text:
+            return put({ takeText() });
+        case Kind::Array:
+        case Kind::Dictionary:
+            return begin(kind);
+        case Kind::Key:
+            m_open.back().key = takeText();
+            return;
+        case Kind::End:
+            return end();
+        case Kind::Reference:
+            // A container that is not complete yet contains itself: a null marker ends the cycle.
+            return put(m_containers[takeCount()]);
+        }
+    }
+
+    void begin(Kind kind)
+    {
+        m_open.push_back({ kind == Kind::Dictionary, m_containers.size() });
         m_containers.push_back({ Null {} });
-        completeContainers();
     }
 
-    void addText(std::string text)
+    void end()
     {
-        bool const isKey = !m_open.empty() && m_open.back().isDictionary && !m_open.back().key;
-        if (isKey)
-            m_open.back().key = std::move(text);
-        else
-            complete({ std::move(text) });
-    }
-
-    void complete(Counted counted)
-    {
-        put(std::move(counted));
-        completeContainers();
+        auto container = std::move(m_open.back());
+        m_open.pop_back();
+        auto& made = m_containers[container.number];
+        made.count = container.count;
+        made.value =
+            container.isDictionary ? Value(Dictionary(std::move(container.entries))) : Value(Array(container.elements));
+        put(made);
     }
 
     void put(Counted counted)
@@ -160,28 +222,16 @@ private:
             return;
         }
         auto& container = m_open.back();
-        --container.missing;
         container.count += counted.count;
-        m_isTooLarge |= container.count > mostValues;
+        m_isTooLarge |= container.count > mostPostedValues;
         if (container.isDictionary)
-            container.entries.emplace_back(*std::exchange(container.key, std::nullopt), std::move(counted.value));
+            container.entries.emplace_back(std::move(container.key), std::move(counted.value));
         else
             container.elements.push_back(std::move(counted.value));
     }
 
-    void completeContainers()
-    {
-        while (!m_open.empty() && m_open.back().missing == 0) {
-            auto container = std::move(m_open.back());
-            m_open.pop_back();
-            auto& made = m_containers[container.number];
-            made.count = container.count;
-            made.value = container.isDictionary ? Value(Dictionary(std::move(container.entries)))
-                                                : Value(Array(container.elements));
-            put(made);
-        }
-    }
-
+    std::span<double const> m_numbers;
+    ScriptTexts m_texts;
     std::vector<Container> m_open;
     // In the order in which they began.
     std::vector<Counted> m_containers;
@@ -189,27 +239,42 @@ private:
     bool m_isTooLarge = false;
 };
 
+std::string tooLarge()
+{
+    return "it contains more than " + std::to_string(mostPostedValues) + " values";
 }
 
-std::optional<Value> toValue(JSCValue* scriptValue)
+std::optional<Value> readWritten(JSCValue* written)
+{
+    auto const array = adopt(jsc_value_object_get_property_at_index(written, 0));
+    auto const text = adopt(jsc_value_object_get_property_at_index(written, 1));
+    gsize size = 0;
+    auto const* const data = static_cast<double const*>(jsc_value_typed_array_get_data(array.get(), &size));
+    GBytesPointer const bytes(jsc_value_to_string_as_bytes(text.get()));
+    std::span const numbers(data, size);
+    gsize textSize = 0;
+    auto const* const textData = static_cast<char const*>(g_bytes_get_data(bytes.get(), &textSize));
+    ScriptTexts const texts({ textData, textSize }, static_cast<std::size_t>(numbers.back()));
+    return Builder(numbers.first(size - 1), texts).build();
+}
+
+}
+
+std::expected<Value, std::string> toValue(JSCValue* scriptValue)
 {
     auto* context = jsc_value_get_context(scriptValue);
     auto const writer = writerIn(context);
-    auto const written = adopt(jsc_value_function_call(writer.get(), JSC_TYPE_VALUE, scriptValue, G_TYPE_NONE));
-    if (!jsc_value_is_string(written.get())) {
+    auto const written = adopt(jsc_value_function_call(
+        writer.get(), JSC_TYPE_VALUE, scriptValue, G_TYPE_DOUBLE, static_cast<double>(mostPostedValues), G_TYPE_NONE));
+    if (jsc_value_is_null(written.get()))
+        return std::unexpected(tooLarge());
+    if (!jsc_value_is_array(written.get())) {
         jsc_context_clear_exception(context);
-        return std::nullopt;
+        return std::unexpected("the engine cannot read it");
     }
-    GTextPointer const text(jsc_value_to_string(written.get()));
-    std::string_view lines(text.get());
-    Builder builder;
-    while (!lines.empty()) {
-        auto const end = std::min(lines.find('\n'), lines.size());
-        if (!builder.add(lines.substr(0, end)))
-            return std::nullopt;
-        lines.remove_prefix(std::min(end + 1, lines.size()));
-    }
-    return builder.take();
+    if (auto value = readWritten(written.get()))
+        return *std::move(value);
+    return std::unexpected(tooLarge());
 }
 
 }

@@ -57,7 +57,8 @@ void UserContentController::receive(Registration const& registration, JSCValue* 
 {
     auto value = toValue(body);
     if (!value) {
-        g_log("Zelvora", G_LOG_LEVEL_WARNING, "A message to %s could not be read", registration.name.c_str());
+        g_log("Zelvora", G_LOG_LEVEL_WARNING, "A message to %s was dropped: %s", registration.name.c_str(),
+            value.error().c_str());
         return;
     }
     registration.handler.didReceiveScriptMessage({ registration.name, *std::move(value) });

@@ -85,11 +85,31 @@ TEST_F(ScriptValueTest, ReadsObjectsThatContainOneAnotherOrThemselves)
     view().evaluateJavaScript("const shared = [7];");
     post("[shared, { shared }, shared]");
     EXPECT_EQ(next(), (Value(Array { Array { 7 }, Dictionary { { "shared", Array { 7 } } }, Array { 7 } })));
-    // A billion values in thirty objects are not delivered, and the page continues.
+}
+
+TEST_F(ScriptValueTest, DropsWhatIsTooLargeWithOneLineEach)
+{
+    std::vector<std::string> lines;
+    auto const record = +[](char const*, GLogLevelFlags, char const* line, gpointer recorded) {
+        static_cast<std::vector<std::string>*>(recorded)->emplace_back(line);
+    };
+    auto const handler = g_log_set_handler("Zelvora", G_LOG_LEVEL_WARNING, record, &lines);
+    // A billion values in thirty objects.
     view().evaluateJavaScript("let doubled = [1]; for (let i = 0; i < 30; ++i) doubled = [doubled, doubled];");
-    post("doubled");
-    post("'after'");
-    EXPECT_EQ(next(), Value("after"));
+    std::vector<std::string> const tooLarge { "new Array(100000)", "{ data: new Array(300000) }", "doubled",
+        "new Uint8Array(100000)", "Array.from({ length: 50000 }, () => [0])" };
+    for (std::size_t index = 0; index < tooLarge.size(); ++index) {
+        post(tooLarge[index]);
+        EXPECT_TRUE(m_harness.runUntil([&] { return lines.size() > index; })) << tooLarge[index];
+    }
+    post("new Array(99999)");
+    auto const most = next();
+    ASSERT_TRUE(most.array());
+    EXPECT_EQ(most.array()->size(), 99'999U);
+    g_log_remove_handler("Zelvora", handler);
+    EXPECT_EQ(lines,
+        (std::vector<std::string>(
+            tooLarge.size(), "A message to zelvora was dropped: it contains more than 100000 values")));
 }
 
 TEST_F(ScriptValueTest, PagesCannotChangeHowValuesAreRead)

@@ -239,6 +239,8 @@ void Journal::endCompaction(
 
 std::expected<void, FileFailure> Journal::replaceFile(JournalCompaction& compaction)
 {
+    // Whoever waits for the old file gets it first: a slow process would find it replaced, perhaps again and again.
+    endTurn();
     if (auto locked = lock(); !locked)
         return locked;
     if (m_sharedFile.file() != compaction.source())

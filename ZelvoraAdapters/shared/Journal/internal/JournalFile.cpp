@@ -13,8 +13,7 @@ namespace zelvora::shared {
 
 namespace {
 
-// A file is replaced at most once in a compaction, so several times in a row is out of the ordinary.
-constexpr int maximumAttempts = 10;
+using Clock = std::chrono::steady_clock;
 
 }
 
@@ -71,25 +70,29 @@ std::expected<JournalFile::Opened, JournalFile::OpenFailure> JournalFile::open(
 std::expected<JournalFile::Found, FileFailure> JournalFile::find(
     FileOperations& operations, std::string const& path, int flags, std::chrono::milliseconds lockTimeout)
 {
-    for (int attempt = 0; attempt < maximumAttempts; ++attempt) {
+    auto const deadline = Clock::now() + lockTimeout;
+    for (;;) {
+        auto const rest = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
         auto descriptor = openFile(operations, path, flags);
         if (!descriptor)
             return std::unexpected(descriptor.error());
         Found found;
         found.file.reset(new JournalFile(operations, path, *std::move(descriptor)));
-        if (auto locked = found.file->lock(lockTimeout); !locked)
+        if (auto locked = found.file->lock(rest); !locked)
             return std::unexpected(locked.error());
-        // While this waited for the lock, somebody may have replaced the file.
-        if (!found.file->isAtPath())
-            continue;
-        auto const kind = found.file->readHeader();
-        if (!kind)
-            return std::unexpected(kind.error());
-        found.kind = *kind;
-        return found;
+        if (found.file->isAtPath()) {
+            auto const kind = found.file->readHeader();
+            if (!kind)
+                return std::unexpected(kind.error());
+            found.kind = *kind;
+            return found;
+        }
+        // While this waited for the lock, somebody replaced the file.
+        if (Clock::now() >= deadline) {
+            errno = EBUSY;
+            return fileFailure("cannot lock", path);
+        }
     }
-    errno = EBUSY;
-    return fileFailure("cannot lock", path);
 }
 
 std::expected<JournalTable, FileFailure> JournalFile::read(FileOperations& operations, std::string const& path)

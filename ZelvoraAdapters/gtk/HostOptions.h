@@ -22,7 +22,8 @@ struct TrustedCertificate {
 /// What the adapter cannot find out by itself. Most hosts set the two names only; the other options are for phones with
 /// notches, for services of your own and for tests.
 struct HostOptions {
-    /// The application id. It names the folders in which the app's data is kept.
+    /// The application id, such as "com.example.shop". It names the folders in which the app's data is kept. What
+    /// `g_application_id_is_valid` refuses stops the process.
     std::optional<std::string> bundleIdentifier;
     /// The name of the app as its users know it; shown when they are asked for permission to track.
     std::string appName;

@@ -7,7 +7,8 @@ namespace zelvora::gtk {
 /// The application id by which the desktop knows the app.
 class Bundle final : public platform::Bundle {
 public:
-    /// An application without an id is a bundle without an identifier.
+    /// An application without an id is a bundle without an identifier. The id names folders: what is none, such as
+    /// "../other", is a programming error that stops the process.
     explicit Bundle(std::optional<std::string> applicationId);
 
     // platform::Bundle

@@ -56,6 +56,15 @@ TEST(BundleTest, ItsIdentifierIsTheApplicationsIfItHasOne)
     EXPECT_EQ(gtk::Bundle(std::nullopt).bundleIdentifier(), std::nullopt);
 }
 
+TEST(BundleTest, WhatIsNoApplicationIdStopsTheProcess)
+{
+    testing::GTEST_FLAG(death_test_style) = "threadsafe";
+    for (std::string const id :
+        { "../../x y", "", "shop", "com.example/../other", ".com.example", "com.example.", "com..example" })
+        EXPECT_DEATH(gtk::Bundle { id }, "Fatal error: the bundle identifier \".*\" is not an application id") << id;
+    EXPECT_DEATH(gtk::Bundle { std::string("com.example\0/..", 15) }, "Fatal error: the bundle identifier");
+}
+
 TEST(ClockTest, IsTheSystemsWallClock)
 {
     auto const seconds = [] {

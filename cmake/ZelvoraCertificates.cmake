@@ -1,4 +1,4 @@
-# zelvora_certificates(TARGET DIRECTORY SERVER=HOST,HOST... ...): a target that makes a certificate authority and the certificates of
+# zelvora_certificates(TARGET DIRECTORY SERVER=HOST,HOST...[/PURPOSE] ...): a target that makes a certificate authority and the certificates of
 # servers. They are made once for a build folder, because making them in every test would take longer than many a test.
 function(zelvora_certificates target directory)
     find_program(ZELVORA_CERTTOOL certtool REQUIRED DOC "The certificate tool of GnuTLS (Debian: gnutls-bin)")

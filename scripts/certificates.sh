@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Makes a certificate authority and certificates that it signs: scripts/certificates.sh DIRECTORY SERVER=HOST,HOST... ...
-# DIRECTORY gets ca.pem and, for each server, SERVER.pem and SERVER-key.pem. The authority's own key is not kept, so that nobody can
+# Makes a certificate authority and certificates that it signs: scripts/certificates.sh DIRECTORY SERVER=HOST,HOST...[/PURPOSE] ...
+# DIRECTORY gets ca.pem and, for each server, SERVER.pem and SERVER-key.pem. A purpose other than tls_www_server is one that certtool
+# knows. The authority's own key is not kept, so that nobody can
 # sign anything else that its clients would trust.
 set -euo pipefail
 
@@ -28,8 +29,9 @@ certtool_quietly --generate-self-signed --load-privkey "$work/ca-key.pem" --temp
 
 for server in "$@"; do
     name="${server%%=*}"
-    IFS=, read -ra hosts <<<"${server#*=}"
-    printf '%s\n' "cn = \"$name\"" 'expiration_days = 3650' tls_www_server signing_key >"$work/template"
+    IFS=/ read -r names purpose <<<"${server#*=}"
+    IFS=, read -ra hosts <<<"$names"
+    printf '%s\n' "cn = \"$name\"" 'expiration_days = 3650' "${purpose:-tls_www_server}" signing_key >"$work/template"
     printf 'dns_name = "%s"\n' "${hosts[@]}" >>"$work/template"
     make_key "$directory/$name-key.pem"
     certtool_quietly --generate-certificate --load-privkey "$directory/$name-key.pem" --load-ca-certificate "$work/ca.pem" \

@@ -50,7 +50,8 @@ public:
 
     /// Starts a request. Any thread. The completion is called exactly once, on the loader's own queue, one completion
     /// at a time, and never inside this call. It receives the answer, whatever its status, or an error if there was
-    /// none: no connection, timeout, TLS failure, a response cut short, or a URL that is not HTTP. Redirections are
+    /// none: no connection, timeout, TLS failure, a response cut short or larger than the adapter's limit, or a URL
+    /// that is not HTTP. Redirections are
     /// followed, except from HTTPS to HTTP, which is an error. A loader that is destroyed completes its pending
     /// requests with an error.
     virtual void dataTask(URLRequest request, Completion completion) = 0;

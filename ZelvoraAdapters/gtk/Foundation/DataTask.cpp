@@ -1,5 +1,6 @@
 #include "ZelvoraAdapters/gtk/Foundation/DataTask.h"
 
+#include "ZelvoraAdapters/gtk/Foundation/CertificatePurpose.h"
 #include "ZelvoraAdapters/gtk/Foundation/HTTPUri.h"
 #include "ZelvoraAdapters/gtk/Foundation/Redirection.h"
 #include "ZelvoraAdapters/gtk/Foundation/ServerTrust.h"
@@ -87,6 +88,7 @@ GObjectPointer<SoupMessage> DataTask::makeMessage(GUri& uri)
     if (m_requestBody)
         soup_message_set_request_body_from_bytes(message.get(), nullptr, m_requestBody.get());
     auto* const headers = soup_message_get_request_headers(message.get());
+    ResponseBody::prepare(*headers);
     for (auto const& [name, value] : m_request.httpHeaderFields)
         soup_message_headers_replace(headers, name.c_str(), value.c_str());
 
@@ -95,6 +97,11 @@ GObjectPointer<SoupMessage> DataTask::makeMessage(GUri& uri)
         return static_cast<DataTask*>(task)->acceptCertificate(*certificate);
     };
     g_signal_connect(message.get(), "accept-certificate", G_CALLBACK(accept), this);
+    auto const starts = +[](SoupMessage* started, gpointer task) {
+        static_cast<DataTask*>(task)->checkServer(
+            soup_message_get_tls_peer_certificate(started), soup_message_get_tls_protocol_version(started));
+    };
+    g_signal_connect(message.get(), "starting", G_CALLBACK(starts), this);
     auto const wrote = +[](SoupMessage*, guint, gpointer task) { static_cast<DataTask*>(task)->didMove(); };
     g_signal_connect(message.get(), "wrote-body-data", G_CALLBACK(wrote), this);
     return message;
@@ -152,11 +159,15 @@ void DataTask::didRead(GAsyncResult* result)
     if (error)
         return finish(std::unexpected(transportError(*error)));
     if (count > 0) {
-        m_body.append(m_buffer.data(), static_cast<std::size_t>(count));
+        if (auto appended = m_body.append({ m_buffer.data(), static_cast<std::size_t>(count) }); !appended)
+            return fail(appended.error());
         return read();
     }
+    auto body = m_body.take(*soup_message_get_response_headers(m_message.get()));
+    if (!body)
+        return finish(std::unexpected(body.error()));
     int const status = static_cast<int>(soup_message_get_status(m_message.get()));
-    finish(platform::URLSession::Answer { .data = { std::move(m_body) }, .response = { .statusCode = status } });
+    finish(platform::URLSession::Answer { .data = { *std::move(body) }, .response = { .statusCode = status } });
 }
 
 void DataTask::didMove()
@@ -171,6 +182,16 @@ void DataTask::finish(Result result)
         m_timeout.stop();
         finish(std::move(result));
     }
+}
+
+void DataTask::checkServer(GTlsCertificate* certificate, GTlsProtocolVersion version)
+{
+    if (!certificate)
+        return;
+    if (version < G_TLS_PROTOCOL_VERSION_TLS_1_2)
+        return fail(oldTLSError());
+    if (!isForServers(*certificate))
+        fail(notAServerError());
 }
 
 bool DataTask::acceptCertificate(GTlsCertificate& certificate) const

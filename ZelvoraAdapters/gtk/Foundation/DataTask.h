@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraAdapters/gtk/Foundation/ResponseBody.h"
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "ZelvoraAdapters/gtk/GLib/Timer.h"
 #include "ZelvoraPlatform/Foundation/URLSession.h"
@@ -14,9 +15,9 @@ namespace zelvora::gtk {
 class ServerTrust;
 struct Redirection;
 
-/// One running request, on the loader's thread. It follows redirections, reads the whole body into memory, and fails
-/// when no data has moved for the request's timeout. Pending libsoup operations own the task, so it may live on after
-/// it has finished.
+/// One running request, on the loader's thread. It follows redirections, reads the body into memory, up to a limit, and
+/// fails when no data has moved for the request's timeout. Pending libsoup operations own the task, so it may live on
+/// after it has finished.
 class DataTask final : public std::enable_shared_from_this<DataTask> {
 public:
     using Result = std::expected<platform::URLSession::Answer, platform::Error>;
@@ -50,6 +51,7 @@ private:
     void didMove();
     void finish(Result result);
     [[nodiscard]] bool acceptCertificate(GTlsCertificate& certificate) const;
+    void checkServer(GTlsCertificate* certificate, GTlsProtocolVersion version);
 
     SoupSession& m_session;
     ServerTrust const* m_trust;
@@ -63,7 +65,7 @@ private:
     GObjectPointer<SoupMessage> m_message;
     GObjectPointer<GInputStream> m_stream;
     std::array<char, 65536> m_buffer {};
-    std::string m_body;
+    ResponseBody m_body;
 };
 
 }

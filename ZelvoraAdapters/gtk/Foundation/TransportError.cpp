@@ -47,4 +47,19 @@ platform::Error insecureRedirectError()
         "The server redirected a secure request to an insecure address.");
 }
 
+platform::Error tooLargeError()
+{
+    return makeError(G_IO_ERROR, G_IO_ERROR_MESSAGE_TOO_LARGE, "The answer is too large.");
+}
+
+platform::Error oldTLSError()
+{
+    return makeError(G_TLS_ERROR, G_TLS_ERROR_HANDSHAKE, "The server's version of TLS is too old.");
+}
+
+platform::Error notAServerError()
+{
+    return makeError(G_TLS_ERROR, G_TLS_ERROR_BAD_CERTIFICATE, "The certificate is not one for servers.");
+}
+
 }

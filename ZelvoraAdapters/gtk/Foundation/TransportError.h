@@ -15,5 +15,8 @@ namespace zelvora::gtk {
 [[nodiscard]] platform::Error unsupportedURLError(std::string const& url);
 [[nodiscard]] platform::Error tooManyRedirectsError();
 [[nodiscard]] platform::Error insecureRedirectError();
+[[nodiscard]] platform::Error tooLargeError();
+[[nodiscard]] platform::Error oldTLSError();
+[[nodiscard]] platform::Error notAServerError();
 
 }

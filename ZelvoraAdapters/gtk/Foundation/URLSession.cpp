@@ -43,6 +43,8 @@ void URLSession::open(Options const& options)
     // Each task has its own timeout.
     constexpr guint none = 0;
     m_session.reset(soup_session_new_with_options("timeout", none, nullptr));
+    // It lets damaged bodies through; `ResponseBody` does not.
+    soup_session_remove_feature_by_type(m_session.get(), SOUP_TYPE_CONTENT_DECODER);
     if (options.additionalAuthorities)
         m_trust.emplace(*options.additionalAuthorities);
 }

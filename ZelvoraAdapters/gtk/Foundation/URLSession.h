@@ -16,10 +16,11 @@
 namespace zelvora::gtk {
 
 /// The loader, by libsoup on its own thread, which is also its queue. It speaks HTTP/1.1 and HTTP/2, uses the desktop's
-/// proxies, trusts what the system trusts, and keeps neither cookies nor a cache.
+/// proxies, trusts what the system trusts, and keeps neither cookies nor a cache. Secure servers must speak TLS 1.2 or
+/// later and have a certificate for servers.
 ///
-/// As on the phone, a request's timeout restarts whenever data moves. A body is read into memory whole, however long it
-/// is. The destructor cancels running requests, each with its error; it must not run on the loader's thread.
+/// As on the phone, a request's timeout restarts whenever data moves. A body of more than 16 MiB, compressed or not, is
+/// an error. The destructor cancels running requests, each with its error; it must not run on the loader's thread.
 class URLSession final : public platform::URLSession {
 public:
     struct Options {

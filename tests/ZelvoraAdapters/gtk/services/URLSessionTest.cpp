@@ -1,5 +1,6 @@
 #include "ZelvoraAdapters/gtk/Foundation/URLSession.h"
 
+#include "ZelvoraAdapters/gtk/Foundation/ResponseBody.h"
 #include "tests/ZelvoraAdapters/gtk/services/Loading.h"
 #include "tests/support/gtk/LoopbackServer.h"
 #include "tests/support/gtk/RawServer.h"
@@ -23,6 +24,28 @@ platform::URLRequest post(platform::URL const& url)
         .httpHeaderFields = { { "Content-Type", "application/json" } },
         .httpBody = { "{}" },
     };
+}
+
+std::string gzip(std::string const& text)
+{
+    auto const compressor = gtk::adopt(g_zlib_compressor_new(G_ZLIB_COMPRESSOR_FORMAT_GZIP, -1));
+    std::string packed(text.size() + 100, '\0');
+    gsize read = 0;
+    gsize written = 0;
+    EXPECT_EQ(g_converter_convert(G_CONVERTER(compressor.get()), text.data(), text.size(), packed.data(), packed.size(),
+                  G_CONVERTER_INPUT_AT_END, &read, &written, nullptr),
+        G_CONVERTER_FINISHED);
+    packed.resize(written);
+    return packed;
+}
+
+platform::URL serveGzip(LoopbackServer& server, std::string const& path, std::string const& bytes)
+{
+    return server.serve(path, [bytes](SoupServerMessage* message) {
+        auto* const headers = soup_server_message_get_response_headers(message);
+        soup_message_headers_replace(headers, "Content-Encoding", "gzip");
+        answer(message, 200, bytes);
+    });
 }
 
 // From a server that sends these bytes and closes the connection.
@@ -99,6 +122,8 @@ TEST(GtkURLSessionTest, ABodyThatEndsEarlyIsAnErrorHoweverItIsFramed)
     for (auto const* const bytes : {
              "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n123456789",
              "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n",
+             "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n{}",
+             "HTTP/1.1 200 OK\r\nContent-Length: 100\r\nContent-Encoding: gzip\r\n\r\n{}",
              "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\n12345\r\n5",
              "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\n12",
          })
@@ -149,9 +174,9 @@ TEST(GtkURLSessionTest, ASlowBodyThatKeepsMovingDoesNotTimeOut)
     EXPECT_EQ(result->data.bytes.size(), 6U * pieceCount);
 }
 
-TEST(GtkURLSessionTest, AHugeBodyIsReadCompletely)
+TEST(GtkURLSessionTest, ALargeBodyIsReadCompletely)
 {
-    constexpr std::size_t size = 100'000'000;
+    constexpr std::size_t size = gtk::ResponseBody::limit;
     LoopbackServer server;
     auto const url =
         server.serve("/", [](SoupServerMessage* message) { answer(message, 200, std::string(size, 'x')); });
@@ -159,6 +184,52 @@ TEST(GtkURLSessionTest, AHugeBodyIsReadCompletely)
     ASSERT_TRUE(result) << result.error().localizedDescription;
     EXPECT_EQ(result->data.bytes.size(), size);
     EXPECT_EQ(result->data.bytes.find_first_not_of('x'), std::string::npos);
+}
+
+TEST(GtkURLSessionTest, ABodyBeyondTheLimitIsAnErrorBeforeItsEnd)
+{
+    // A gigabyte, of which the server sends the beginning.
+    RawServer const server(
+        "HTTP/1.1 200 OK\r\nContent-Length: 1073741824\r\n\r\n" + std::string(gtk::ResponseBody::limit + 1, 'x'),
+        Afterwards::KeepOpen);
+    auto const result = Loading().load({ .url = server.url() });
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error(), (platform::Error { ioErrors, G_IO_ERROR_MESSAGE_TOO_LARGE, "The answer is too large." }));
+}
+
+TEST(GtkURLSessionTest, TheLimitHoldsForWhatIsDecompressed)
+{
+    LoopbackServer server;
+    auto const small = serveGzip(server, "/small", gzip(std::string(gtk::ResponseBody::limit, 'x')));
+    auto const large = serveGzip(server, "/large", gzip(std::string(gtk::ResponseBody::limit + 1, 'x')));
+    Loading loading;
+    auto const result = loading.load({ .url = small });
+    ASSERT_TRUE(result) << result.error().localizedDescription;
+    EXPECT_EQ(result->data.bytes.size(), gtk::ResponseBody::limit);
+    auto const failed = loading.load({ .url = large });
+    ASSERT_FALSE(failed);
+    EXPECT_EQ(failed.error().code, G_IO_ERROR_MESSAGE_TOO_LARGE);
+}
+
+TEST(GtkURLSessionTest, ADamagedCompressedBodyIsAnError)
+{
+    auto const whole = gzip(R"({"data":{"shopId":"shop"}})");
+    auto flipped = whole;
+    flipped[14] ^= 4;
+    auto otherSum = whole;
+    otherSum[whole.size() - 6] ^= 1;
+    LoopbackServer server;
+    Loading loading;
+    int number = 0;
+    for (auto const& bytes : { whole.substr(0, whole.size() - 1), whole.substr(0, whole.size() - 10),
+             whole.substr(0, 5), flipped, otherSum, whole + "more", std::string("plain") }) {
+        auto const url = serveGzip(server, "/" + std::to_string(++number), bytes);
+        EXPECT_FALSE(loading.load({ .url = url })) << number;
+    }
+    // Several compressed files in a row are one.
+    auto const result = loading.load({ .url = serveGzip(server, "/whole", whole + whole) });
+    ASSERT_TRUE(result) << result.error().localizedDescription;
+    EXPECT_EQ(result->data.bytes.size(), 52U);
 }
 
 TEST(GtkURLSessionTest, AHugeRequestBodyArrivesCompletely)
@@ -184,16 +255,8 @@ TEST(GtkURLSessionTest, APostWithoutABodyHasAContentLengthOfZero)
 
 TEST(GtkURLSessionTest, ACompressedBodyIsDecompressed)
 {
-    // "hello", compressed by gzip.
-    constexpr unsigned char packed[] = { 0x1f, 0x8b, 0x08, 0, 0, 0, 0, 0, 0, 0x03, 0xcb, 0x48, 0xcd, 0xc9, 0xc9, 0x07,
-        0, 0x86, 0xa6, 0x10, 0x36, 0x05, 0, 0, 0 };
     LoopbackServer server;
-    auto const url = server.serve("/", [&](SoupServerMessage* message) {
-        auto* const headers = soup_server_message_get_response_headers(message);
-        soup_message_headers_replace(headers, "Content-Encoding", "gzip");
-        answer(message, 200, std::string(std::begin(packed), std::end(packed)));
-    });
-    auto const result = Loading().load({ .url = url });
+    auto const result = Loading().load({ .url = serveGzip(server, "/", gzip("hello")) });
     ASSERT_TRUE(result) << result.error().localizedDescription;
     EXPECT_EQ(result->data.bytes, "hello");
 }

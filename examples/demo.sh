@@ -5,31 +5,11 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 source scripts/packages.sh
 source scripts/display.sh
+source examples/service.sh
 
 build="$1"
 folder="$PWD/$build/demo"
-service_pid=""
-
-stop_service() { [[ -z "$service_pid" ]] || kill "$service_pid" 2>/dev/null || true; }
 trap stop_service EXIT
-
-# start_service DATA: sets `port`.
-start_service() {
-    local output="$1/service.log"
-    mkdir -p "$1"
-    # Emptied first, so that the loop below cannot read the port of an earlier service.
-    : >"$output"
-    "$build/examples/service/zelvora-service" --data "$1" >"$output" 2>&1 &
-    service_pid=$!
-    for _ in {1..100}; do
-        port="$(sed -n 's/^listening //p' "$output")"
-        [[ -n "$port" ]] && return
-        kill -0 "$service_pid" 2>/dev/null || break
-        sleep 0.1
-    done
-    cat "$output" >&2
-    stop "The local service did not start."
-}
 
 # host ARGUMENT...
 host() { "$build/examples/host/zelvora-host" --service "$port" --certificates "$folder/service" "$@"; }
@@ -39,7 +19,7 @@ walk() {
     local log="$folder/$1.log"
     if ! with_display "$folder" "$build/examples/host/zelvora-host" --service "$port" --certificates "$folder/service" \
         --data "$folder/app" --walk "$1" --pictures "$folder" 2>&1 >"$log" \
-        | tee "$folder/$1.errors.log" | grep -v -e '^(zelvora-host:' -e '^dbus-daemon' -e '^X connection' -e '^$' -e WARNING; then
+        | tee "$folder/$1.errors.log" | without_noise; then
         stop "The walk failed. $log has the lines of the SDK, $folder/$1.errors.log those of the libraries."
     fi
 }

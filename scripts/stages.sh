@@ -1,9 +1,9 @@
 # The stages of `./run test` and `./run check`. A stage writes to its log, leaves its counts in s_passed, s_failed and
 # s_skipped and, where it has more to say, a text in s_remark. A stage that cannot run has failed.
 
-STAGES=(clang format libcxx simulation gcc asan tsan tidy fuzz)
+STAGES=(clang format libcxx simulation gcc soak asan tsan tidy fuzz)
 # The stage "clang" runs what "asan" runs in the same way and what "gcc" runs too.
-ALL_STAGES=(format libcxx simulation gcc asan tsan tidy fuzz)
+ALL_STAGES=(format libcxx simulation gcc soak asan tsan tidy fuzz)
 
 s_passed=0
 s_failed=0
@@ -54,7 +54,7 @@ packages_of() {
         asan | tsan)
             packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_SANITIZERS[@]}" "${PACKAGES_DISPLAY[@]}")
             ;;
-        gcc) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_GCC[@]}" "${PACKAGES_DISPLAY[@]}") ;;
+        gcc | soak) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_GCC[@]}" "${PACKAGES_DISPLAY[@]}") ;;
         libcxx) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_LIBCXX[@]}") ;;
         tidy | tidy_changes) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_TIDY[@]}") ;;
         esac
@@ -128,6 +128,11 @@ stage_clang() {
 # The build without precompiled headers, so that a missing include is seen: they help this compiler least.
 stage_gcc() {
     build gcc all && run_tests gcc
+}
+
+# A short soak, with the programs that the stage before it has built.
+stage_soak() {
+    build gcc zelvora_examples && examples/soak.sh build/gcc --rounds 30 && one_passed
 }
 
 # It counts the lines of the SDK too.

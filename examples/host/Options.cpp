@@ -4,10 +4,13 @@
 
 #include <iostream>
 #include <memory>
+#include <random>
 
 namespace zelvora::examples {
 
 namespace {
+
+constexpr int fewestRounds = 10;
 
 struct Arguments {
     int port = 0;
@@ -15,6 +18,8 @@ struct Arguments {
     char* data = nullptr;
     char* walk = nullptr;
     char* pictures = nullptr;
+    int rounds = 500;
+    gint64 seed = -1;
 };
 
 std::string take(char* text)
@@ -29,7 +34,9 @@ bool parse(Arguments& into, int& count, char**& arguments)
         { "service", 's', 0, G_OPTION_ARG_INT, &into.port, "The port of the local service", "PORT" },
         { "certificates", 'c', 0, G_OPTION_ARG_FILENAME, &into.certificates, "The service's data folder", "FOLDER" },
         { "data", 'd', 0, G_OPTION_ARG_FILENAME, &into.data, "Where the app keeps its data", "FOLDER" },
-        { "walk", 'w', 0, G_OPTION_ARG_STRING, &into.walk, "Let the program drive itself", "first|second" },
+        { "walk", 'w', 0, G_OPTION_ARG_STRING, &into.walk, "Let the program drive itself", "first|second|soak" },
+        { "rounds", 'r', 0, G_OPTION_ARG_INT, &into.rounds, "How often a soak opens the shop", "COUNT" },
+        { "seed", 0, 0, G_OPTION_ARG_INT64, &into.seed, "What a soak does; a new one if absent", "NUMBER" },
         { "pictures", 'p', 0, G_OPTION_ARG_FILENAME, &into.pictures, "Where a walk saves pictures", "FOLDER" }, {}
     };
     std::unique_ptr<GOptionContext, gtk::Releasing<g_option_context_free>> const context(
@@ -52,15 +59,21 @@ std::optional<Options> readOptions(int count, char** arguments)
     Options options { .servicePort = static_cast<std::uint16_t>(read.port),
         .certificates = take(read.certificates),
         .data = take(read.data),
-        .walk = take(read.walk) };
+        .walk = take(read.walk),
+        .rounds = read.rounds,
+        .seed = static_cast<std::uint32_t>(read.seed >= 0 ? read.seed : std::random_device()()) };
     if (auto const pictures = take(read.pictures); !pictures.empty())
         options.pictures = pictures;
     if (read.port <= 0 || read.port > UINT16_MAX || options.certificates.empty()) {
         std::cerr << "Say where the local service is: --service PORT --certificates FOLDER\n";
         return std::nullopt;
     }
-    if (!options.walk.empty() && options.walk != "first" && options.walk != "second") {
-        std::cerr << "A walk is \"first\" or \"second\".\n";
+    if (!options.walk.empty() && options.walk != "first" && options.walk != "second" && options.walk != "soak") {
+        std::cerr << "A walk is \"first\", \"second\" or \"soak\".\n";
+        return std::nullopt;
+    }
+    if (options.rounds <= fewestRounds) {
+        std::cerr << "A soak is compared with its first " << fewestRounds << " rounds: it needs more of them.\n";
         return std::nullopt;
     }
     return options;

@@ -14,8 +14,11 @@ struct Options {
     std::filesystem::path certificates;
     /// The folder for the app's data; empty for the default.
     std::filesystem::path data;
-    /// If set, the program drives itself: "first", or "second" after a restart with the data of the first.
+    /// If set, the program drives itself: "first", or "second" after a restart with the data of the first, or "soak".
     std::string walk;
+    /// How often a soak opens the shop, and what decides about each time.
+    int rounds = 500;
+    std::uint32_t seed = 0;
     /// The folder for the pictures of a walk.
     std::filesystem::path pictures = ".";
 };

@@ -1,6 +1,5 @@
 #include "examples/host/ShopHost.h"
 
-#include "ZelvoraPlatform/Platform.h"
 #include "ZelvoraPlatform/UIKit/UINavigationController.h"
 #include "examples/driving/LocalService.h"
 #include "examples/host/bars.h"
@@ -24,9 +23,13 @@ gtk::HostOptions hostOptions(Options const& options)
 
 }
 
-std::shared_ptr<ShopHost> ShopHost::create(GtkApplication* application, Options const& options)
+std::shared_ptr<ShopHost> ShopHost::create(
+    GtkApplication* application, Options const& options, MakePlatform const& makePlatform)
 {
-    gtk::install(hostOptions(options));
+    if (makePlatform)
+        platform::Platform::install(makePlatform(hostOptions(options)));
+    else
+        gtk::install(hostOptions(options));
     installStyle();
     std::shared_ptr<ShopHost> host(new ShopHost(application));
     host->build();
@@ -56,6 +59,7 @@ void ShopHost::build()
 
 void ShopHost::initializeSDK()
 {
+    m_lastErrorCode.clear();
     registerActions();
     auto const leave = [this](platform::UIViewController& container) { leaveShop(container); };
     auto const header = [leave](platform::UIViewController& container) {

@@ -2,9 +2,11 @@
 
 #include "ZelvoraAdapters/gtk/Host.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
+#include "ZelvoraPlatform/Platform.h"
 #include "examples/host/HomePage.h"
 #include "examples/host/Options.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -15,8 +17,12 @@ class ShopHost final
     : public std::enable_shared_from_this<ShopHost>
     , private ZelvoraSDK::ZelvoraSDKDelegate {
 public:
+    /// Makes a platform of the host's own, on which the SDK runs.
+    using MakePlatform = std::function<std::unique_ptr<platform::Platform>(gtk::HostOptions)>;
+
     /// Installs the platform and shows the window. The app runs until its window is closed.
-    [[nodiscard]] static std::shared_ptr<ShopHost> create(GtkApplication* application, Options const& options);
+    [[nodiscard]] static std::shared_ptr<ShopHost> create(
+        GtkApplication* application, Options const& options, MakePlatform const& makePlatform = nullptr);
 
     /// Starts the SDK's initialization, which ends later.
     void initializeSDK();
@@ -28,7 +34,7 @@ public:
     /// The latest data of the page's calls of the app's custom action.
     [[nodiscard]] std::string const& lastMessage() const { return m_lastMessage; }
     [[nodiscard]] int dismissals() const { return m_dismissals; }
-    /// The code of the latest error from the SDK.
+    /// The code of the latest error from the SDK since its latest initialization; empty without one.
     [[nodiscard]] std::string const& lastErrorCode() const { return m_lastErrorCode; }
     [[nodiscard]] HomePage& homePage() { return *m_homePage; }
 

@@ -5,11 +5,9 @@
 #include "ZelvoraIOS/ZelvoraStorage.h"
 #include "examples/driving/Picture.h"
 #include "examples/driving/engineOf.h"
+#include "examples/host/findWidget.h"
 
-#include <algorithm>
-#include <array>
 #include <iostream>
-#include <nlohmann/json.hpp>
 
 namespace zelvora::examples {
 
@@ -19,50 +17,12 @@ constexpr double patience = 20;
 // A product viewed, a product added to the cart, one event from the bridge page and one from its frame.
 constexpr std::size_t eventsOfFirstWalk = 4;
 
-GtkWidget* findButton(GtkWidget* within, std::string const& text)
-{
-    if (GTK_IS_BUTTON(within)) {
-        auto const* label = gtk_button_get_label(GTK_BUTTON(within));
-        if (label && label == text)
-            return within;
-    }
-    for (auto* child = gtk_widget_get_first_child(within); child; child = gtk_widget_get_next_sibling(child)) {
-        if (auto* found = findButton(child, text))
-            return found;
-    }
-    return nullptr;
-}
-
-// The system's question, a window over the app's.
-GtkWindow* findDialog(GtkWindow* parent)
-{
-    auto* const windows = gtk_window_get_toplevels();
-    for (guint i = 0; i < g_list_model_get_n_items(windows); ++i) {
-        // GTK keeps its windows alive, so the item's reference may be dropped.
-        auto const item = gtk::adopt(static_cast<GObject*>(g_list_model_get_item(windows, i)));
-        auto* const window = GTK_WINDOW(item.get());
-        if (window != parent && gtk_widget_is_visible(GTK_WIDGET(window)))
-            return window;
-    }
-    return nullptr;
-}
-
-GtkWidget* findAllowButton(GtkWindow* dialog)
-{
-    static constexpr std::array names { "허용", "Allow" };
-    for (auto const* name : names) {
-        if (auto* button = findButton(GTK_WIDGET(dialog), name))
-            return button;
-    }
-    return nullptr;
-}
-
 }
 
 Walk::Walk(ShopHost& host, Options options)
     : m_host(host)
     , m_options(std::move(options))
-    , m_client(m_options.certificates / "ca.pem")
+    , m_service(m_options.servicePort, m_options.certificates)
 {
 }
 
@@ -238,7 +198,8 @@ void Walk::followLinks()
 
 void Walk::closeShop()
 {
-    instruct("/faults", R"({ "target": "collector", "status": 503 })");
+    step("the collector is told to refuse events",
+        m_service.order("/faults", R"({ "target": "collector", "status": 503 })"));
     openPage("bridge.html");
     auto const before = m_host.dismissals();
     auto const queued = ZelvoraStorage::getEventTrackingData().size();
@@ -258,12 +219,12 @@ void Walk::closeShop()
 void Walk::uploadWhatWasLeft()
 {
     auto const queued = ZelvoraStorage::getEventTrackingData().size();
-    auto const before = collectedEvents();
-    instruct("/reset", "{}");
+    auto const before = m_service.collectedEvents().size();
+    step("the collector is told to work again", m_service.order("/reset", "{}"));
     m_host.initializeSDK();
     auto const isEmpty = [] { return ZelvoraStorage::getEventTrackingData().isEmpty(); };
-    step("the collector works again, and the initialization uploads the queued events",
-        gtk::runMainLoopUntil(isEmpty, patience) && collectedEvents() == before + queued);
+    step("the initialization uploads the queued events",
+        gtk::runMainLoopUntil(isEmpty, patience) && m_service.collectedEvents().size() == before + queued);
     step("the user is not asked for permission again", !findDialog(m_host.window()));
     m_host.homePage().showEventQueue();
     picture("uploaded");
@@ -280,35 +241,11 @@ void Walk::readBackAfterRestart()
 
 void Walk::lookAtCollector()
 {
-    (void)page().evaluate("(location.href = " + Page::literal(address("collector") + "/") + ", true)");
+    (void)page().evaluate("(location.href = " + Page::literal(m_service.address("collector") + "/") + ", true)");
     step("the collector shows what arrived", page().waitFor("document.body.textContent.includes('frame_event')"));
     picture("collector");
     (void)page().evaluate("(history.back(), true)");
     step("going back returns to the shop", page().waitUntilReady("/cart.html"));
-}
-
-std::string Walk::address(std::string const& host) const
-{
-    return "https://" + host + ".zelvora.localhost:" + std::to_string(m_options.servicePort);
-}
-
-void Walk::instruct(std::string const& path, std::string const& order)
-{
-    auto const answer = m_client.post(address("control") + path, order);
-    if (answer.status != 200) // NOLINT(readability-magic-numbers)
-        step("the service accepts an order: " + answer.error + answer.body, false);
-}
-
-std::size_t Walk::collectedEvents()
-{
-    auto const answer = m_client.get(address("collector") + "/events.json");
-    auto const collected = nlohmann::json::parse(answer.body, nullptr, false);
-    if (!collected.is_object())
-        return 0;
-    std::size_t count = 0;
-    for (auto const& batch : collected.value("batches", nlohmann::json::array()))
-        count += batch.value("events", nlohmann::json::array()).size();
-    return count;
 }
 
 }

@@ -2,8 +2,8 @@
 
 #include "examples/driving/Page.h"
 #include "examples/host/Options.h"
+#include "examples/host/RemoteService.h"
 #include "examples/host/ShopHost.h"
-#include "examples/service/ServiceClient.h"
 
 #include <functional>
 #include <memory>
@@ -43,15 +43,11 @@ private:
     void printQueue(std::string const& when);
     bool clickAndExpect(std::string const& id, std::string const& answer);
     void openPage(std::string const& name);
-    /// Sends an order to the service's control endpoint, for example to fail from now on.
-    void instruct(std::string const& path, std::string const& order);
-    [[nodiscard]] std::size_t collectedEvents();
-    [[nodiscard]] std::string address(std::string const& host) const;
     [[nodiscard]] Page& page() { return *m_page; }
 
     ShopHost& m_host;
     Options m_options;
-    ServiceClient m_client;
+    RemoteService m_service;
     std::unique_ptr<Page> m_page;
     int m_failed = 0;
     int m_pictures = 0;

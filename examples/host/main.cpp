@@ -1,29 +1,42 @@
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "examples/host/Options.h"
 #include "examples/host/ShopHost.h"
+#include "examples/host/Soak.h"
 #include "examples/host/Walk.h"
+#include "examples/host/WatchedPlatform.h"
 
 #include <gtk/gtk.h>
 
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 namespace {
 
 using zelvora::examples::Options;
 using zelvora::examples::ShopHost;
+using zelvora::examples::Soak;
 using zelvora::examples::Walk;
+using zelvora::examples::WatchedPlatform;
 
 struct Program {
     Options options;
     std::shared_ptr<ShopHost> host;
+    // Set for a soak, which watches the platform; never destroyed once it is installed.
+    WatchedPlatform* platform = nullptr;
     int status = EXIT_SUCCESS;
 };
 
+bool drive(Program& program)
+{
+    if (!program.platform)
+        return Walk(*program.host, program.options).run();
+    return Soak(*program.host, *program.platform, program.options).run();
+}
+
 void walk(GApplication* application, Program& program)
 {
-    Walk aroundTheShop(*program.host, program.options);
-    program.status = aroundTheShop.run() ? EXIT_SUCCESS : EXIT_FAILURE;
+    program.status = drive(program) ? EXIT_SUCCESS : EXIT_FAILURE;
     g_application_quit(application);
 }
 
@@ -35,7 +48,14 @@ struct Activation {
 void activate(GApplication* application, gpointer data)
 {
     auto& program = *static_cast<Program*>(data);
-    program.host = ShopHost::create(GTK_APPLICATION(application), program.options);
+    auto const watched = [&program](zelvora::gtk::HostOptions options) {
+        auto platform = std::make_unique<WatchedPlatform>(std::move(options));
+        program.platform = platform.get();
+        return platform;
+    };
+    auto const isSoak = program.options.walk == "soak";
+    program.host = ShopHost::create(
+        GTK_APPLICATION(application), program.options, isSoak ? ShopHost::MakePlatform(watched) : nullptr);
     if (program.options.walk.empty()) {
         program.host->initializeSDK();
         return;
@@ -54,7 +74,7 @@ int main(int count, char** arguments)
     auto const options = zelvora::examples::readOptions(count, arguments);
     if (!options)
         return EXIT_FAILURE;
-    Program program { .options = *options, .host = nullptr };
+    Program program { .options = *options, .host = nullptr, .platform = nullptr };
     // Non-unique: several instances, each with its own data, may run at the same time.
     auto const application =
         zelvora::gtk::adopt(gtk_application_new("com.zelvora.example.host", G_APPLICATION_NON_UNIQUE));

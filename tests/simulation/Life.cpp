@@ -4,6 +4,7 @@
 #include "ZelvoraAdapters/shared/Journal/internal/ValueCoding.h"
 #include "tests/simulation/Past.h"
 #include "tests/simulation/World.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <sys/mman.h>
 #include <sys/resource.h>
@@ -83,6 +84,7 @@ public:
     Life(Story const& story, Past past, int result, std::FILE* trace)
         : m_story(story)
         , m_result(result)
+        , m_diesOften(past.journal.has_value())
         , m_world(*new World(std::move(past), trace))
     {
         m_world.onDeath = [this](std::optional<std::string> const& failure) { end(failure, place() + 1); };
@@ -96,6 +98,8 @@ public:
                 end(std::nullopt, step + 1);
             if (auto const failure = m_world.perform(m_story.steps[step]))
                 end(failure, step);
+            if (m_diesOften && Random(m_story.steps[step].dice + 2).oneIn(40))
+                end(std::nullopt, step + 1);
         }
         end(m_world.finish(), m_story.steps.size());
     }
@@ -116,6 +120,8 @@ private:
 
     Story const& m_story;
     int m_result;
+    // A file is read only when an app begins.
+    bool m_diesOften;
     World& m_world;
 };
 
@@ -177,9 +183,12 @@ Story without(Story const& story, std::size_t first, std::size_t count)
 
 }
 
-Verdict live(Story const& story, Trace trace)
+Verdict live(Story const& story, Store store, Trace trace)
 {
     auto past = makePast(story.seed);
+    std::optional<tests::TemporaryDirectory> directory;
+    if (store == Store::Journal)
+        past.journal = directory.emplace() / "preferences";
     for (std::size_t from = 0;;) {
         auto outcome = liveOnce(story, std::move(past), from, trace);
         if (outcome.verdict.failure || outcome.next >= story.steps.size())
@@ -191,17 +200,17 @@ Verdict live(Story const& story, Trace trace)
     }
 }
 
-Story shortened(Story story, Verdict verdict)
+Story shortened(Story story, Store store, Verdict verdict)
 {
     if (verdict.step + 1 < story.steps.size()) {
         auto const cut = without(story, verdict.step + 1, story.steps.size());
-        if (live(cut).failure)
+        if (live(cut, store).failure)
             story = cut;
     }
     for (auto size = std::max<std::size_t>(story.steps.size() / 2, 1);; size /= 2) {
         for (std::size_t first = 0; first < story.steps.size();) {
             auto candidate = without(story, first, size);
-            if (live(candidate).failure)
+            if (live(candidate, store).failure)
                 story = std::move(candidate);
             else
                 first += size;

@@ -52,7 +52,7 @@ struct Action {
 };
 
 /// What became of an event that is neither queued nor delivered, by a documented rule.
-enum class Loss : std::uint8_t { OverlappingUploads, OverwrittenByPage };
+enum class Loss : std::uint8_t { OverlappingUploads, OverwrittenByPage, FailedWrite };
 
 /// What an app's death leaves behind, apart from the preferences.
 struct Delivery {

@@ -46,6 +46,16 @@ void addEvents(Random& random, Past& past, std::size_t count)
         "ZelvoraSDK_Storage_" + past.bundleIdentifier.value_or("unknown") + "_tracking_event", Array(events));
 }
 
+Dictionary dictionaryOf(memory::UserDefaults::Contents const& contents)
+{
+    return Dictionary(Dictionary::Entries(contents.begin(), contents.end()));
+}
+
+memory::UserDefaults::Contents contentsIn(Value const& value)
+{
+    return { value.dictionary()->begin(), value.dictionary()->end() };
+}
+
 }
 
 Past makePast(std::uint64_t seed)
@@ -75,11 +85,15 @@ Past makePast(std::uint64_t seed)
 
 Value valueOf(Past const& past)
 {
+    std::vector<Value> possible;
+    for (auto const& contents : past.possible)
+        possible.emplace_back(dictionaryOf(contents));
     std::vector<Value> lost;
     for (auto const& [number, loss] : past.delivery.lost)
         lost.emplace_back(Array { number, static_cast<int>(loss) });
     Dictionary::Entries entries {
-        { "stored", Dictionary(Dictionary::Entries(past.stored.begin(), past.stored.end())) },
+        { "stored", dictionaryOf(past.stored) },
+        { "possible", Array(possible) },
         { "now", past.now },
         { "status", static_cast<int>(past.status) },
         { "lastEvent", past.lastEvent },
@@ -89,6 +103,8 @@ Value valueOf(Past const& past)
     };
     if (past.bundleIdentifier)
         entries.emplace_back("bundle", *past.bundleIdentifier);
+    if (past.journal)
+        entries.emplace_back("journal", *past.journal);
     return Dictionary(std::move(entries));
 }
 
@@ -97,6 +113,7 @@ Past pastIn(Value const& value)
     auto const& entries = *value.dictionary();
     Past past {
         .bundleIdentifier = std::nullopt,
+        .stored = contentsIn(*entries.find("stored")),
         .now = *entries.find("now")->date(),
         .status = static_cast<Status>(integer(*entries.find("status"))),
         .lastEvent = integer(*entries.find("lastEvent")),
@@ -106,8 +123,10 @@ Past pastIn(Value const& value)
     };
     if (auto const* bundle = entries.find("bundle"))
         past.bundleIdentifier = *bundle->text();
-    for (auto const& [key, stored] : *entries.find("stored")->dictionary())
-        past.stored.emplace(key, stored);
+    if (auto const* journal = entries.find("journal"))
+        past.journal = *journal->text();
+    for (auto const& contents : *entries.find("possible")->array())
+        past.possible.push_back(contentsIn(contents));
     for (auto const& pair : *entries.find("lost")->array())
         past.delivery.lost.emplace(integer(pair.array()->at(0)), static_cast<Loss>(integer(pair.array()->at(1))));
     return past;

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace zelvora::simulation {
 
@@ -21,6 +22,10 @@ struct Past {
     platform::ATTrackingAuthorizationStatus status = platform::ATTrackingAuthorizationStatus::NotDetermined;
     int lastEvent = 0;
     Delivery delivery {};
+    /// The file of the preferences; absent if they live in memory, as `stored` between two lives.
+    std::optional<std::string> journal {};
+    /// What the file may hold: one thing, unless writes have failed. Empty before the first life.
+    std::vector<memory::UserDefaults::Contents> possible {};
 };
 
 /// What the first life of a world begins with.

@@ -137,18 +137,24 @@ void WatchedUserDefaults::setObject(std::optional<platform::Value> value, std::s
 {
     willWrite((value ? "write " : "delete ") + key);
     m_target.setObject(std::move(value), key);
+    if (didWrite)
+        didWrite(key);
 }
 
 void WatchedUserDefaults::setDouble(double number, std::string const& key)
 {
     willWrite("write " + key);
     m_target.setDouble(number, key);
+    if (didWrite)
+        didWrite(key);
 }
 
 void WatchedUserDefaults::removeObject(std::string const& key)
 {
     willWrite("delete " + key);
     m_target.removeObject(key);
+    if (didWrite)
+        didWrite(key);
 }
 
 void WatchedUserDefaults::willWrite(std::string line)
@@ -165,10 +171,11 @@ void WatchedURLSession::dataTask(platform::URLRequest request, Completion comple
     m_target.dataTask(std::move(request), std::move(completion));
 }
 
-SimulatedPlatform::SimulatedPlatform(memory::Options options)
+SimulatedPlatform::SimulatedPlatform(memory::Options options, platform::UserDefaults* preferences)
     : ForwardingPlatform(std::make_unique<memory::Platform>(withAddresses(std::move(options))))
     , memory(static_cast<memory::Platform&>(target()))
-    , m_userDefaults(memory.standardUserDefaults(), effects)
+    , m_preferences(preferences ? *preferences : memory.standardUserDefaults())
+    , m_userDefaults(m_preferences, effects)
     , m_urlSession(memory.urlSession(), effects)
     , m_mainQueue(memory.mainQueue(), Queue::Main, effects, m_lastBlock, willRunBlock)
     , m_globalQueue(memory.globalQueue(), Queue::Global, effects, m_lastBlock, willRunBlock)

@@ -46,7 +46,8 @@ public:
 
     /// The write after `writes` further ones calls this instead of being made.
     void interruptAfter(std::size_t writes, std::function<void()> interruption);
-    void clearInterruption() { m_interruption = nullptr; }
+    /// Called after every write, with the key.
+    std::function<void(std::string const&)> didWrite;
 
     // platform::UserDefaults
     [[nodiscard]] std::optional<platform::Value> object(std::string const& key) override
@@ -128,11 +129,14 @@ private:
 /// The platform in memory, with everything that the SDK does to it written down as effects.
 class SimulatedPlatform final : public memory::ForwardingPlatform {
 public:
-    explicit SimulatedPlatform(memory::Options options);
+    /// `preferences` takes the place of those in memory, unless it is nullptr.
+    SimulatedPlatform(memory::Options options, platform::UserDefaults* preferences);
 
     memory::Platform& memory;
     Effects effects;
 
+    /// The preferences as they are, unwatched.
+    [[nodiscard]] platform::UserDefaults& preferences() const { return m_preferences; }
     /// Blocks of the SDK only, not the platform's own.
     BlockHandler willRunBlock;
 
@@ -161,6 +165,7 @@ private:
     };
 
     std::size_t m_lastBlock = 0;
+    platform::UserDefaults& m_preferences;
     WatchedUserDefaults m_userDefaults;
     WatchedURLSession m_urlSession;
     NumberedQueue m_mainQueue;

@@ -3,7 +3,6 @@
 #include "ZelvoraAdapters/memory/UIKit/EdgePan.h"
 #include "ZelvoraAdapters/memory/UIKit/View.h"
 #include "ZelvoraAdapters/memory/WebKit/UserContentController.h"
-#include "ZelvoraAdapters/shared/Journal/internal/ValueCoding.h"
 #include "ZelvoraIOS/ZelvoraStorage.h"
 #include "tests/simulation/Answers.h"
 #include "tests/simulation/Grammar.h"
@@ -24,14 +23,16 @@ namespace {
 constexpr double headerHeight = 50;
 constexpr double footerHeight = 60;
 
-SimulatedPlatform& install(Past const& past)
+SimulatedPlatform& install(Past const& past, FileStore* file)
 {
-    auto made = std::make_unique<SimulatedPlatform>(memory::Options {
-        .bundleIdentifier = past.bundleIdentifier,
-        .now = past.now,
-        .storedValues = past.stored,
-        .trackingStatus = past.status,
-    });
+    auto made = std::make_unique<SimulatedPlatform>(
+        memory::Options {
+            .bundleIdentifier = past.bundleIdentifier,
+            .now = past.now,
+            .storedValues = past.stored,
+            .trackingStatus = past.status,
+        },
+        file ? &file->preferences() : nullptr);
     auto& installed = *made;
     platform::Platform::install(std::move(made));
     return installed;
@@ -52,19 +53,6 @@ std::string printedFor(Lines const& lines)
             printed += "[ZelvoraSDK-debug] " + line.substr(line.find(' ', 4) + 1) + "\n";
     }
     return printed;
-}
-
-bool isSame(std::optional<Value> const& first, std::optional<Value> const& second)
-{
-    if (first == second)
-        return true;
-    if (!first || !second)
-        return false;
-    // Something in them may be no number, which equals nothing.
-    std::array<std::string, 2> encoded;
-    shared::appendValue(encoded[0], *first);
-    shared::appendValue(encoded[1], *second);
-    return encoded[0] == encoded[1];
 }
 
 std::string shortened(std::string const& line)
@@ -101,13 +89,16 @@ private:
 };
 
 World::World(Past past, std::FILE* trace)
-    : m_platform(install(past))
+    : m_file(past.journal ? std::make_unique<FileStore>(past) : nullptr)
+    , m_platform(install(past, m_file.get()))
     , m_model(past.bundleIdentifier, past.stored, past.status, m_platform.jsonSerialization(), past.delivery)
     , m_trace(trace)
     , m_bundleIdentifier(past.bundleIdentifier)
     , m_lastEvent(past.lastEvent)
 {
     m_platform.willRunBlock = [this](Queue queue, std::size_t number) { m_model.expectBlock(queue, number); };
+    if (m_file)
+        m_platform.standardUserDefaults().didWrite = [this](std::string const& key) { m_file->didWrite(key); };
     m_platform.memory.application().setOpenableSchemes({ "tel" });
     stdout =
         fopencookie(&m_printed, "w", { .read = nullptr, .write = &appendPrinted, .seek = nullptr, .close = nullptr });
@@ -133,6 +124,11 @@ World::Failure World::perform(Step const& step)
     if (m_trace)
         std::fprintf(m_trace, "%4zu %s\n", m_steps, std::string(nameOf(step.act)).c_str());
     ++m_steps;
+    if (m_file) {
+        if (m_file->failure())
+            return m_file->failure();
+        m_file->breakOrHeal(Random(step.dice + 1));
+    }
     if (step.act == Act::RunAll)
         return runAll();
     begin();
@@ -182,11 +178,10 @@ World::Failure World::end()
 World::Failure World::lookAtStore(bool whole) const
 {
     auto const& entries = m_model.store().entries();
-    auto& defaults = m_platform.memory.standardUserDefaults();
     auto const differs = [&](std::string const& key) {
         auto const found = entries.find(key);
         auto const modelled = found == entries.end() ? std::nullopt : std::optional(found->second);
-        return !isSame(defaults.object(key), modelled);
+        return !isSame(m_platform.preferences().object(key), modelled);
     };
     for (auto const& line : m_platform.effects.lines()) {
         for (auto const* verb : { "write ", "delete " }) {
@@ -200,7 +195,7 @@ World::Failure World::lookAtStore(bool whole) const
         if (differs(key))
             return "the preferences hold the wrong value under " + key;
     }
-    if (defaults.contents().size() != entries.size())
+    if (contents().size() != entries.size())
         return "the preferences hold entries that nobody wrote";
     return std::nullopt;
 }
@@ -788,16 +783,16 @@ void World::dieInWrite()
     auto failure = m_model.checkBegun(effects);
     if (!failure)
         failure = lookAtHalfDoneStore();
-    m_model.forgetUnsaved(m_platform.memory.standardUserDefaults().contents());
+    m_model.forgetUnsaved(contents());
     onDeath(std::move(failure));
 }
 
 World::Failure World::lookAtHalfDoneStore() const
 {
-    auto const contents = m_platform.memory.standardUserDefaults().contents();
+    auto const left = contents();
     auto const& after = m_model.store().entries();
     std::set<std::string> keys;
-    for (auto const* entries : { &contents, &after, &m_storedBefore }) {
+    for (auto const* entries : { &left, &after, &m_storedBefore }) {
         for (auto const& [key, value] : *entries)
             keys.insert(key);
     }
@@ -806,7 +801,7 @@ World::Failure World::lookAtHalfDoneStore() const
         return found == entries.end() ? std::nullopt : std::optional(found->second);
     };
     for (auto const& key : keys) {
-        auto const found = valueIn(contents, key);
+        auto const found = valueIn(left, key);
         if (found && !isSame(found, valueIn(after, key)) && !isSame(found, valueIn(m_storedBefore, key)))
             return "an interrupted write left the wrong value under " + key;
     }
@@ -818,13 +813,20 @@ Past World::leave(Random random) const
     static constexpr std::array<double, 5> pauses { 0, 1, 60, 3600, 100000 };
     Past past {
         .bundleIdentifier = m_bundleIdentifier,
-        .stored = m_platform.memory.standardUserDefaults().contents(),
+        .stored = contents(),
         .now = { m_platform.memory.clock().now().timeIntervalSince1970 + random.pick(pauses) },
         .status = m_platform.memory.trackingManager().trackingAuthorizationStatus(),
         .lastEvent = m_lastEvent,
         .delivery = m_model.delivery(),
     };
+    if (m_file)
+        m_file->leave(past);
     return past;
+}
+
+memory::UserDefaults::Contents World::contents() const
+{
+    return m_file ? m_file->contents() : m_platform.memory.standardUserDefaults().contents();
 }
 
 }

@@ -5,6 +5,7 @@
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
 #include "ZelvoraIOS/ZelvoraIOSViewController/ZelvoraIOSViewController.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
+#include "tests/simulation/FileStore.h"
 #include "tests/simulation/Model.h"
 #include "tests/simulation/Past.h"
 #include "tests/simulation/SimulatedPlatform.h"
@@ -92,6 +93,10 @@ private:
     ZelvoraSDK::Result initialize(Configuration const& configuration);
     [[nodiscard]] ZelvoraSDK::ViewProvider provider(Provider kind, std::string const& name, double height);
 
+    [[nodiscard]] memory::UserDefaults::Contents contents() const;
+
+    // Absent where the preferences live in memory.
+    std::unique_ptr<FileStore> m_file;
     SimulatedPlatform& m_platform;
     Model m_model;
     std::FILE* m_trace;

@@ -15,10 +15,11 @@ struct Options {
     std::uint64_t count = 10'000;
     std::size_t steps = 200;
     bool trace = false;
+    Store store = Store::Memory;
 };
 
 constexpr char const* usage =
-    "usage: zelvora_simulate [--seeds N] [--first SEED] [--seed SEED [--trace]] [--steps N]\n";
+    "usage: zelvora_simulate [--seeds N] [--first SEED] [--seed SEED [--trace]] [--steps N] [--journal]\n";
 
 bool read(std::span<char*> arguments, Options& options)
 {
@@ -26,6 +27,10 @@ bool read(std::span<char*> arguments, Options& options)
         std::string_view const name = arguments[place];
         if (name == "--trace") {
             options.trace = true;
+            continue;
+        }
+        if (name == "--journal") {
+            options.store = Store::Journal;
             continue;
         }
         if (place + 1 == arguments.size())
@@ -46,16 +51,16 @@ bool read(std::span<char*> arguments, Options& options)
     return true;
 }
 
-void tell(Story const& story, Verdict const& verdict)
+void tell(Story const& story, Store store, Verdict const& verdict)
 {
     std::fprintf(stderr, "World %llu goes wrong in step %zu of %zu: %s\n", static_cast<unsigned long long>(story.seed),
         verdict.step, story.steps.size(), verdict.failure->c_str());
     std::fprintf(stderr, "Its shortest story:\n");
-    auto const shortest = shortened(story, verdict);
-    auto const again = live(shortest, Trace::Yes);
+    auto const shortest = shortened(story, store, verdict);
+    auto const again = live(shortest, store, Trace::Yes);
     std::fprintf(stderr, "Step %zu: %s\n", again.step, again.failure.value_or("it does not go wrong again").c_str());
-    std::fprintf(stderr, "Again, with every step: ./run simulate --seed %llu --trace\n",
-        static_cast<unsigned long long>(story.seed));
+    std::fprintf(stderr, "Again, with every step: ./run simulate --seed %llu --trace%s\n",
+        static_cast<unsigned long long>(story.seed), store == Store::Journal ? " --journal" : "");
 }
 
 }
@@ -70,11 +75,11 @@ int main(int count, char** arguments)
     auto const begin = std::chrono::steady_clock::now();
     for (std::uint64_t number = 0; number < options.count; ++number) {
         auto const story = makeStory(options.first + number, options.steps);
-        auto const verdict = live(story, options.trace ? Trace::Yes : Trace::No);
+        auto const verdict = live(story, options.store, options.trace ? Trace::Yes : Trace::No);
         if (!verdict.failure)
             continue;
         std::fprintf(stderr, "After %llu worlds:\n", static_cast<unsigned long long>(number + 1));
-        tell(story, verdict);
+        tell(story, options.store, verdict);
         return 1;
     }
     std::chrono::duration<double> const taken = std::chrono::steady_clock::now() - begin;

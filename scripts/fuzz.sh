@@ -20,8 +20,9 @@ fuzz() {
     run_fuzzers "$seconds" "${targets[@]}"
 }
 
+# From the same seed each time, so that it fails for what changed.
 stage_fuzz() {
-    build fuzz all && run_fuzzers "$FUZZ_STAGE_SECONDS" "${FUZZERS[@]}" || return 1
+    build fuzz all && FUZZ_SEED=1 run_fuzzers "$FUZZ_STAGE_SECONDS" "${FUZZERS[@]}" || return 1
     s_passed=${#FUZZERS[@]}
 }
 
@@ -42,7 +43,7 @@ run_fuzzer() {
         options+=("-dict=fuzz/dictionaries/$name.dict")
     fi
     if ! "build/fuzz/fuzz/zelvora-fuzz-$name" "${options[@]}" -max_total_time="$seconds" -print_final_stats=1 \
-        -rss_limit_mb=2048 -timeout=10 -artifact_prefix="build/fuzz/found/$name-" \
+        -seed="${FUZZ_SEED:-0}" -rss_limit_mb=2048 -timeout=10 -artifact_prefix="build/fuzz/found/$name-" \
         "$learnt" "fuzz/corpus/$name" >"$log" 2>&1; then
         echo "$name: Failure"
         tail -n 40 "$log"

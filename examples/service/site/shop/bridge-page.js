@@ -105,10 +105,14 @@ function showFrame() {
     return loaded;
 }
 
-logAnswers('onBridgeItem', 'onBridgeEvents', 'onFrameItem');
-listenToButtons();
-listenToCustomButtons();
-await Promise.all([dressPage('bridge'), showFrame()]);
-if (!bridge())
-    log(`× ${text('bridgeMissing')}`, 'problem');
-finishPage();
+async function openPage() {
+    logAnswers('onBridgeItem', 'onBridgeEvents', 'onFrameItem');
+    listenToButtons();
+    listenToCustomButtons();
+    await Promise.all([dressPage('bridge'), showFrame()]);
+    if (!bridge())
+        log(`× ${text('bridgeMissing')}`, 'problem');
+    finishPage();
+}
+
+openPage();

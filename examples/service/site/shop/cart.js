@@ -34,8 +34,12 @@ async function checkOut() {
     byId('order-done').hidden = false;
 }
 
-byId('cart-empty-shop').href = address('index.html');
-byId('checkout').addEventListener('click', checkOut);
-await dressPage('cart');
-await show();
-finishPage();
+async function openPage() {
+    byId('cart-empty-shop').href = address('index.html');
+    byId('checkout').addEventListener('click', checkOut);
+    await dressPage('cart');
+    await show();
+    finishPage();
+}
+
+openPage();

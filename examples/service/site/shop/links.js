@@ -27,5 +27,4 @@ byId('btn-data-frame').addEventListener('click', () => {
     addFrame('data-frame', `data:text/html;charset=utf-8,${encodeURIComponent('<p>data: 안녕하세요</p>')}`);
 });
 byId('btn-custom-frame').addEventListener('click', () => addFrame('custom-frame', 'zelvora-demo://frame'));
-await dressPage('links');
-finishPage();
+dressPage('links').then(finishPage);

@@ -17,9 +17,14 @@ function showRecent(product) {
     byId('recent').hidden = false;
 }
 
-byId('products').append(...products.map(card));
-await dressPage('shop');
-const recent = productWithId(await readItem('recentProduct'));
-if (recent)
-    showRecent(recent);
-finishPage();
+// Not at the top level of the module, where an await may leave the engine spinning once the page has gone.
+async function openPage() {
+    byId('products').append(...products.map(card));
+    await dressPage('shop');
+    const recent = productWithId(await readItem('recentProduct'));
+    if (recent)
+        showRecent(recent);
+    finishPage();
+}
+
+openPage();

@@ -25,16 +25,20 @@ function listen(product) {
     });
 }
 
-const product = productWithId(new URLSearchParams(location.search).get('id'));
-const dressed = dressPage('shop');
-if (product) {
-    show(product);
-    listen(product);
-    writeItem('recentProduct', product.id, oneDay);
-    saveEvent('product_view', { productId: product.id, price: product.price });
-} else {
-    byId('no-product-shop').href = address('index.html');
-    byId('no-product').hidden = false;
+async function openPage() {
+    const product = productWithId(new URLSearchParams(location.search).get('id'));
+    const dressed = dressPage('shop');
+    if (product) {
+        show(product);
+        listen(product);
+        writeItem('recentProduct', product.id, oneDay);
+        saveEvent('product_view', { productId: product.id, price: product.price });
+    } else {
+        byId('no-product-shop').href = address('index.html');
+        byId('no-product').hidden = false;
+    }
+    await dressed;
+    finishPage();
 }
-await dressed;
-finishPage();
+
+openPage();

@@ -1,5 +1,7 @@
 #include "ZelvoraAdapters/gtk/WebKit/WebsiteSession.h"
 
+#include "ZelvoraAdapters/gtk/Foundation/CertificatePurpose.h"
+
 namespace zelvora::gtk {
 
 namespace {
@@ -46,7 +48,8 @@ bool WebsiteSession::trustIfSigned(GTlsCertificate* certificate, char const* url
         return false;
     auto const* host = g_uri_get_host(parsed.get());
     auto const identity = adopt(G_SOCKET_CONNECTABLE(g_network_address_new(host, 0)));
-    if (g_tls_certificate_verify(certificate, identity.get(), m_authority.get()) != G_TLS_CERTIFICATE_NO_FLAGS)
+    if (g_tls_certificate_verify(certificate, identity.get(), m_authority.get()) != G_TLS_CERTIFICATE_NO_FLAGS
+        || !isForServers(*certificate))
         return false;
     webkit_network_session_allow_tls_certificate_for_host(m_session.get(), certificate, host);
     return true;

@@ -123,4 +123,14 @@ TEST_F(OtherAuthorityWebsiteTest, APageOfAnotherAuthorityDoesNotLoad)
     EXPECT_TRUE(m_pageServer.received().empty());
 }
 
+TEST_F(TrustingWebsiteTest, APageWithACertificateForClientsDoesNotLoad)
+{
+    LoopbackServer server { authority().identityOf("client.localhost") };
+    serve(server, "page");
+    load(server.url("/", "client.localhost"));
+    bool hasFailed = false;
+    expectRefusal(m_harness, *m_view, hasFailed);
+    EXPECT_TRUE(server.received().empty());
+}
+
 }

@@ -196,7 +196,9 @@ void DataTask::checkServer(GTlsCertificate* certificate, GTlsProtocolVersion ver
 
 bool DataTask::acceptCertificate(GTlsCertificate& certificate) const
 {
-    return m_trust && m_trust->vouchesFor(certificate, *soup_message_get_uri(m_message.get()));
+    // Refused here, the handshake fails; what `checkServer` refuses may already be on its way.
+    return m_trust && isForServers(certificate)
+        && m_trust->vouchesFor(certificate, *soup_message_get_uri(m_message.get()));
 }
 
 }

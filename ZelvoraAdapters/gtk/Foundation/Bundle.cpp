@@ -15,7 +15,7 @@ Bundle::Bundle(std::optional<std::string> applicationId) : m_applicationId(std::
         || (g_application_id_is_valid(m_applicationId->c_str()) && m_applicationId->find('\0') == std::string::npos);
     if (!isId)
         platform::fatalError("the bundle identifier \"" + *m_applicationId
-            + "\" is not an application id, such as \"com.example.shop\"");
+            + R"(" is not an application id, such as "com.example.shop")");
 }
 
 std::optional<std::string> Bundle::bundleIdentifier() const

@@ -58,6 +58,9 @@ bool waitForLock(int file, LockedByte byte, Clock::time_point deadline)
 
 }
 
+// Not const: these change what others may do with the file.
+// NOLINTBEGIN(readability-make-member-function-const)
+
 std::expected<void, FileFailure> JournalLock::lock(std::chrono::milliseconds timeout, std::string const& path)
 {
     auto const deadline = Clock::now() + timeout;
@@ -91,6 +94,8 @@ void JournalLock::noteUse()
 {
     setLock(m_file, LockedByte::Use, F_RDLCK);
 }
+
+// NOLINTEND(readability-make-member-function-const)
 
 bool JournalLock::isUsedByOthers() const
 {

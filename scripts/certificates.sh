@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
 # Makes a certificate authority and certificates that it signs: scripts/certificates.sh DIRECTORY SERVER=HOST,HOST...[/PURPOSE] ...
-# DIRECTORY gets ca.pem and, for each server, SERVER.pem and SERVER-key.pem. A purpose other than tls_www_server is one that certtool
-# knows. The authority's own key is not kept, so that nobody can
-# sign anything else that its clients would trust.
+# DIRECTORY gets ca.pem and, for each server, SERVER.pem and SERVER-key.pem. A purpose other than tls_www_server is one that
+# certtool knows. The authority's own key is not kept, so that nobody can sign anything else that its clients would trust.
 set -euo pipefail
 
 directory="$1"

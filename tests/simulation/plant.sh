@@ -18,14 +18,14 @@ defect() {
 }
 
 sdk=ZelvoraSDK/internal
-defect "a value expires at its lifetime, not after it" ZelvoraStorage.cpp \
+defect "a value expires at its lifetime, not after it" internal/StoredEntry.cpp \
     's/return \*expiry </return *expiry <=/'
-defect "a write without lifetime keeps the old date" ZelvoraStorage.cpp \
-    's/    if \(!expireSec\) \{\n        storage\(\)\.removeObject\(keys\.timestamp\);/    if (!expireSec) {/'
-defect "removing a value leaves its lifetime" ZelvoraStorage.cpp \
-    's/(remove\(std::string const& key\)\n\{.*?)    storage\(\)\.removeObject\(keys\.expiry\);\n/$1/s'
+defect "a write without lifetime keeps the old date" internal/StoredEntry.cpp \
+    's/    if \(!lifetime\) \{\n        storage\(\)\.removeObject\(m_timestampKey\);/    if (!lifetime) {/'
+defect "removing a value leaves its lifetime" internal/StoredEntry.cpp \
+    's/(StoredEntry::remove\(\) const\n\{.*?)    storage\(\)\.removeObject\(m_expiryKey\);\n/$1/s'
 defect "an expired value is reported absent but kept" ZelvoraStorage.cpp \
-    's/        remove\(key\);\n        return std::nullopt;/        return std::nullopt;/'
+    's/        entry\.remove\(\);\n        return std::nullopt;/        return std::nullopt;/'
 defect "the shop id is kept for an hour less" ZelvoraStorage.cpp \
     's/86400\.0/82800.0/'
 defect "the newest events are removed, not the oldest" internal/EventQueue.cpp \
@@ -33,7 +33,7 @@ defect "the newest events are removed, not the oldest" internal/EventQueue.cpp \
 defect "one event too many is removed" internal/EventQueue.cpp \
     's/droppingFirst\(static_cast<std::size_t>\(count\)\)/droppingFirst(static_cast<std::size_t>(count) + 1)/'
 defect "a queue of the wrong shape keeps out new events" internal/EventQueue.cpp \
-    's/(void EventQueue::save\(.*?\n)(    std::scoped_lock)/$1    if (ZelvoraStorage::getString(KEY_EVENT_DATA))\n        return;\n$2/s'
+    's/(void EventQueue::save\(.*?\n)(    changeQueue)/$1    if (ZelvoraStorage::getString(KEY_EVENT_DATA))\n        return;\n$2/s'
 defect "a batch holds 501 events" $sdk/TrackingUpload.cpp \
     's/batchLimit = 500/batchLimit = 501/'
 defect "an upload removes the whole queue" $sdk/TrackingUpload.cpp \

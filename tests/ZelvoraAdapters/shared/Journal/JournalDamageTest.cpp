@@ -12,24 +12,7 @@ namespace zelvora::tests {
 using platform::Value;
 
 // Damaged and foreign files that a journal finds at its path.
-class JournalDamageTest : public JournalTest {
-protected:
-    // Writes a file with three records. Returns where each begins and where the last one ends.
-    std::vector<std::uint64_t> writeThreeRecords()
-    {
-        std::vector<std::uint64_t> offsets;
-        open();
-        for (auto const* key : { "one", "two", "three" }) {
-            offsets.push_back(fileSize());
-            set(key, key);
-        }
-        offsets.push_back(fileSize());
-        close();
-        return offsets;
-    }
-
-    void truncateTo(std::uint64_t size) { std::filesystem::resize_file(m_path, size); }
-};
+class JournalDamageTest : public JournalTest { };
 
 TEST_F(JournalDamageTest, MovesEverythingFromTheFirstInvalidRecordToAnotherFileAndNamesIt)
 {

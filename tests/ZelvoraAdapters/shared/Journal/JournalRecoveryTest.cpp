@@ -15,22 +15,6 @@ using shared::JournalHeader;
 
 class JournalRecoveryTest : public JournalTest {
 protected:
-    // Writes a file with three records. Returns where each begins and where the last one ends.
-    std::vector<std::uint64_t> writeThreeRecords()
-    {
-        std::vector<std::uint64_t> offsets;
-        open();
-        for (auto const* key : { "one", "two", "three" }) {
-            offsets.push_back(fileSize());
-            set(key, key);
-        }
-        offsets.push_back(fileSize());
-        close();
-        return offsets;
-    }
-
-    void truncateTo(std::uint64_t size) { std::filesystem::resize_file(m_path, size); }
-
     // A file of the next format.
     static std::string newerFile()
     {

@@ -11,6 +11,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -54,6 +57,22 @@ protected:
 
     [[nodiscard]] std::vector<std::string> log() const { return m_log.all(); }
     [[nodiscard]] std::uint64_t fileSize() const { return sizeOf(m_path); }
+
+    /// Writes a file with three records. Returns where each begins and where the last one ends.
+    std::vector<std::uint64_t> writeThreeRecords()
+    {
+        std::vector<std::uint64_t> offsets;
+        open();
+        for (auto const* key : { "one", "two", "three" }) {
+            offsets.push_back(fileSize());
+            set(key, key);
+        }
+        offsets.push_back(fileSize());
+        close();
+        return offsets;
+    }
+
+    void truncateTo(std::uint64_t size) { std::filesystem::resize_file(m_path, size); }
 
     TemporaryDirectory m_directory;
     std::string m_path = m_directory / "preferences";

@@ -155,8 +155,9 @@ stage_tsan() {
     # is left out, what our code does in their threads is not.
     # JavaScriptCore's collector stops threads by signals, which this sanitizer delivers late, up to a standstill: the
     # pages of a test leave little enough to collect.
+    # At its end a process waits for races of threads that are left: a second by itself, for each life of a simulated app too.
     JSC_useGC=0 \
-    TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1:ignore_noninstrumented_modules=1 \
+    TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1:ignore_noninstrumented_modules=1:atexit_sleep_ms=100 \
         run_tests tsan
 }
 

@@ -157,7 +157,7 @@ stage_tsan() {
     # pages of a test leave little enough to collect.
     # At its end a process waits for races of threads that are left: a second by itself, for each life of a simulated app too.
     JSC_useGC=0 \
-    TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1:ignore_noninstrumented_modules=1:atexit_sleep_ms=100 \
+    TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1:ignore_noninstrumented_modules=1:atexit_sleep_ms=10 \
         run_tests tsan
 }
 

@@ -199,9 +199,11 @@ TEST(ValueTest, ManyLevelsAreComparedWithoutRecursion)
             value = i % 2 == 0 ? Value(Dictionary { { "a", value } }) : Value(Array { 1, value });
         return value;
     };
-    EXPECT_EQ(nestedAround("inmost"), nestedAround("inmost"));
-    EXPECT_NE(nestedAround("inmost"), nestedAround("other"));
-    EXPECT_EQ(*nestedAround("inmost").array(), *nestedAround("inmost").array());
+    auto const value = nestedAround("inmost");
+    auto const equal = nestedAround("inmost");
+    EXPECT_EQ(value, equal);
+    EXPECT_EQ(*value.array(), *equal.array());
+    EXPECT_NE(value, nestedAround("other"));
 }
 
 TEST(ValueTest, ContainersDifferIfAnythingInThemDoes)

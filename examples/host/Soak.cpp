@@ -293,6 +293,10 @@ bool Soak::closeByPage(SoakRound const& round)
         return false;
     // The page saved it before it closed.
     m_events.add(id);
+    if (round.diesWhileClosing) {
+        ++m_tally.deaths;
+        killWebProcesses();
+    }
     return isGone();
 }
 

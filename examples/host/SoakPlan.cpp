@@ -89,6 +89,7 @@ void planClose(SoakRound& round, Chance& chance)
 {
     round.asksBeforeClose = chance.oneIn(2);
     round.busyMilliseconds = round.asksBeforeClose ? chance.between(50, 900) : 0;
+    round.diesWhileClosing = chance.oneIn(8);
 }
 
 }

@@ -34,6 +34,8 @@ struct SoakRound {
     /// and keeps itself busy, so that the answer's alert comes even later.
     bool asksBeforeClose = false;
     int busyMilliseconds = 0;
+    /// The page's web process is killed while the container disappears. The engine may hand it to the next shop.
+    bool diesWhileClosing = false;
 };
 
 /// The seed and the number decide everything. What the system makes of it in which order is not repeated.

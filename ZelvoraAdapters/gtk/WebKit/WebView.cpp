@@ -103,13 +103,13 @@ void WebView::setAllowsBackForwardNavigationGestures(bool allows)
 
 void WebView::load(platform::URLRequest request)
 {
-    auto const made = adopt(webkit_uri_request_new(request.url.absoluteString().c_str()));
-    auto* headers = webkit_uri_request_get_http_headers(made.get());
+    m_uncommittedRequest = adopt(webkit_uri_request_new(request.url.absoluteString().c_str()));
+    auto* headers = webkit_uri_request_get_http_headers(m_uncommittedRequest.get());
     for (auto const& [name, value] : request.httpHeaderFields) {
         if (headers)
             soup_message_headers_replace(headers, name.c_str(), value.c_str());
     }
-    webkit_web_view_load_request(m_view, made.get());
+    webkit_web_view_load_request(m_view, m_uncommittedRequest.get());
 }
 
 std::optional<URL> WebView::url() const
@@ -150,6 +150,12 @@ void WebView::connectSignals()
     g_signal_connect_swapped(m_view, "notify::uri", G_CALLBACK(+[](WebView* self) { self->urlDidChange(); }), this);
     g_signal_connect(m_view, "load-changed",
         G_CALLBACK(+[](WebKitWebView*, WebKitLoadEvent event, WebView* self) { self->loadDidChange(event); }), this);
+    g_signal_connect(m_view, "load-failed",
+        G_CALLBACK(+[](WebKitWebView*, WebKitLoadEvent, char const*, GError const* error, WebView* self) -> gboolean {
+            self->loadDidFail(error);
+            return FALSE;
+        }),
+        this);
     g_signal_connect(m_view, "run-file-chooser",
         G_CALLBACK(+[](WebKitWebView*, WebKitFileChooserRequest* request, WebView* self) -> gboolean {
             self->runFileChooser(request);
@@ -182,10 +188,19 @@ bool WebView::decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionT
 void WebView::loadDidChange(WebKitLoadEvent event)
 {
     // The page that asked for a file has been replaced.
-    if (event == WEBKIT_LOAD_COMMITTED)
+    if (event == WEBKIT_LOAD_COMMITTED) {
         m_fileChooser.reset();
+        m_uncommittedRequest.reset();
+    }
     if (event == WEBKIT_LOAD_STARTED && m_navigationDelegate)
         m_navigationDelegate->didStartProvisionalNavigation();
+}
+
+void WebView::loadDidFail(GError const* error)
+{
+    // A request that is replaced by a newer one is cancelled.
+    if (!g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED))
+        m_uncommittedRequest.reset();
 }
 
 void WebView::urlDidChange()
@@ -220,7 +235,11 @@ void WebView::webProcessDidTerminate()
         m_reloads = 0;
     }
     if (++m_reloads <= mostReloads) {
-        webkit_web_view_reload(m_view);
+        // The engine may give a new view a process that is about to die.
+        if (m_uncommittedRequest)
+            webkit_web_view_load_request(m_view, m_uncommittedRequest.get());
+        else
+            webkit_web_view_reload(m_view);
         return;
     }
     g_log(

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "ZelvoraPlatform/WebKit/WKWebView.h"
 
 #include <webkit/webkit.h>
@@ -51,6 +52,7 @@ private:
     void connectSignals();
     [[nodiscard]] bool decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
     void loadDidChange(WebKitLoadEvent event);
+    void loadDidFail(GError const* error);
     void urlDidChange();
     void runFileChooser(WebKitFileChooserRequest* request);
     void webProcessDidTerminate();
@@ -62,6 +64,8 @@ private:
     WebKitWebView* m_view;
     // Reset by the delegate, before it is destroyed.
     platform::WKNavigationDelegate* m_navigationDelegate = nullptr;
+    // Until there is a page, which the engine can reload by itself.
+    GObjectPointer<WebKitURIRequest> m_uncommittedRequest;
     std::string m_reportedURL;
     std::vector<std::shared_ptr<Observer>> m_observers;
     std::unique_ptr<FileChooser> m_fileChooser;

@@ -221,6 +221,21 @@ TEST_F(WebViewTest, APageWhoseProcessDiedIsReloadedWithItsHandlers)
     EXPECT_FALSE(webkit_web_view_is_loading(engine));
 }
 
+TEST_F(WebViewTest, ARequestWhoseProcessDiesBeforeThereIsAPageIsMadeAgainWithItsHeaders)
+{
+    LoopbackServer server;
+    std::vector<gtk::GObjectPointer<SoupServerMessage>> unanswered;
+    auto const url = server.serve("/slow", [&](SoupServerMessage* message) {
+        soup_server_message_pause(message);
+        unanswered.push_back(gtk::retain(message));
+    });
+    view().load({ .url = url, .httpHeaderFields = { { "X-Zelvora", "yes" } } });
+    ASSERT_TRUE(m_harness.runUntil([&] { return server.received().size() == 1; }));
+    webkit_web_view_terminate_web_process(gtk::webKitWebViewOf(*m_view));
+    ASSERT_TRUE(m_harness.runUntil([&] { return server.received().size() == 2; }));
+    EXPECT_EQ(server.received().back().headers.at("x-zelvora"), "yes");
+}
+
 TEST_F(WebViewTest, ARequestKeepsItsHeadersAndItsSettingsReachTheEngine)
 {
     addScript("webkit.messageHandlers.zelvora.postMessage('loaded');");

@@ -96,6 +96,15 @@ TEST_F(BridgeTest, AFrameFromAnotherOriginCallsTheBridgeAndItsAnswersReachTheMai
     EXPECT_FALSE(shop.page().waitFor("document.getElementById('log').textContent.includes('frame onFrameItem')", 0.5));
 }
 
+TEST_F(BridgeTest, ASandboxedFrameRunsScriptInTheMainFrame)
+{
+    open();
+    run("(frame => { frame.sandbox = 'allow-scripts'; frame.srcdoc = '<script>"
+        "ZelvoraSDKBridge.getItem(\"none\", \"window.writtenBy = location.hostname, String\")</script>'; "
+        "document.body.append(frame); })(document.createElement('iframe'))");
+    EXPECT_TRUE(shop.page().waitFor("window.writtenBy === location.hostname"));
+}
+
 TEST_F(BridgeTest, ACustomActionGetsTextAndTheJSONOfObjectsAndNothingElse)
 {
     std::vector<std::optional<std::string>> received;

@@ -30,7 +30,10 @@ as_root() {
 }
 
 apt_get() {
-    as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Dpkg::Use-Pty=0 -o APT::Status-Fd=1 "$@" 2>&1 </dev/null
+    # The descriptor of the progress is closed for the packages' own scripts, and some of these fail if it is their output.
+    # sudo passes on no other descriptor, so it is opened behind it.
+    as_root env DEBIAN_FRONTEND=noninteractive sh -c 'exec apt-get "$@" 3>&1' apt-get \
+        -qq -o Dpkg::Use-Pty=0 -o APT::Status-Fd=3 "$@" 2>&1 </dev/null
 }
 
 # install_packages NAME...: those that are missing; elsewhere than on Debian it leaves that to the reader.

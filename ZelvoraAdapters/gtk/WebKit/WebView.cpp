@@ -103,6 +103,7 @@ void WebView::setAllowsBackForwardNavigationGestures(bool allows)
 
 void WebView::load(platform::URLRequest request)
 {
+    m_session.renewTrust();
     m_uncommittedRequest = adopt(webkit_uri_request_new(request.url.absoluteString().c_str()));
     auto* headers = webkit_uri_request_get_http_headers(m_uncommittedRequest.get());
     for (auto const& [name, value] : request.httpHeaderFields) {
@@ -235,6 +236,7 @@ void WebView::webProcessDidTerminate()
         m_reloads = 0;
     }
     if (++m_reloads <= mostReloads) {
+        m_session.renewTrust();
         // The engine may give a new view a process that is about to die.
         if (m_uncommittedRequest)
             webkit_web_view_load_request(m_view, m_uncommittedRequest.get());

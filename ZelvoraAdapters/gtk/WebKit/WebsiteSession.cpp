@@ -2,6 +2,8 @@
 
 #include "ZelvoraAdapters/gtk/Foundation/CertificatePurpose.h"
 
+#include <utility>
+
 namespace zelvora::gtk {
 
 namespace {
@@ -34,11 +36,16 @@ WebsiteSession::WebsiteSession(std::filesystem::path const& dataDirectory, std::
     if (!certificateAuthorityFile.empty())
         m_authority = readCertificate(certificateAuthorityFile);
     for (auto const& trusted : trustedCertificates) {
-        if (auto const certificate = readCertificate(trusted.file)) {
-            webkit_network_session_allow_tls_certificate_for_host(
-                m_session.get(), certificate.get(), trusted.host.c_str());
-        }
+        if (auto certificate = readCertificate(trusted.file))
+            m_trusted.push_back({ trusted.host, std::move(certificate) });
     }
+    renewTrust();
+}
+
+void WebsiteSession::renewTrust()
+{
+    for (auto const& [host, certificate] : m_trusted)
+        webkit_network_session_allow_tls_certificate_for_host(m_session.get(), certificate.get(), host.c_str());
 }
 
 bool WebsiteSession::trustIfSigned(GTlsCertificate* certificate, char const* url)

@@ -6,6 +6,7 @@
 #include <webkit/webkit.h>
 
 #include <filesystem>
+#include <string>
 #include <vector>
 
 namespace zelvora::gtk {
@@ -23,12 +24,22 @@ public:
 
     [[nodiscard]] WebKitNetworkSession* session() const { return m_session.get(); }
 
+    /// The engine's network process knows whom to trust, and forgets it when it dies: call this before a page is
+    /// loaded.
+    void renewTrust();
+
     /// If the authority signed the certificate for the URL's host, trusts it from now on and returns true.
     [[nodiscard]] bool trustIfSigned(GTlsCertificate* certificate, char const* url);
 
 private:
+    struct Trusted {
+        std::string host;
+        GObjectPointer<GTlsCertificate> certificate;
+    };
+
     GObjectPointer<WebKitNetworkSession> m_session;
     GObjectPointer<GTlsCertificate> m_authority;
+    std::vector<Trusted> m_trusted;
 };
 
 }

@@ -1,7 +1,12 @@
 #include "tests/ZelvoraAdapters/gtk/ui/PageTest.h"
 #include "tests/support/gtk/TestAuthority.h"
 
+#include <signal.h> // NOLINT(*-deprecated-headers): kill is not in <csignal>
+#include <unistd.h>
+
+#include <filesystem>
 #include <fstream>
+#include <sstream>
 
 namespace zelvora::tests {
 
@@ -88,6 +93,26 @@ protected:
     }
 };
 
+// The one that this process started and that has not ended; 0 if there is none.
+::pid_t networkProcess()
+{
+    for (auto const& entry : std::filesystem::directory_iterator("/proc")) {
+        std::ifstream stream(entry.path() / "stat");
+        std::string line;
+        std::getline(stream, line);
+        auto const end = line.rfind(')');
+        if (end == std::string::npos || !line.contains("(WebKitNetworkPr"))
+            continue;
+        std::istringstream rest(line.substr(end + 1));
+        char state = 0;
+        ::pid_t parent = 0;
+        rest >> state >> parent;
+        if (parent == getpid() && state != 'Z')
+            return std::stoi(entry.path().filename());
+    }
+    return 0;
+}
+
 void expectRefusal(GtkHarness& harness, platform::WKWebView const& view, bool& hasFailed)
 {
     g_signal_connect_swapped(gtk::webKitWebViewOf(view), "load-failed", G_CALLBACK(+[](bool* failed) -> gboolean {
@@ -103,6 +128,23 @@ void expectRefusal(GtkHarness& harness, platform::WKWebView const& view, bool& h
 TEST_F(TrustingWebsiteTest, PagesOfTheAuthorityAndFramesOfTrustedHostsLoad)
 {
     loadPages();
+    EXPECT_EQ(next(), Value("page.localhost"));
+    EXPECT_EQ(next(), Value("frame.localhost"));
+}
+
+TEST_F(TrustingWebsiteTest, TrustedHostsStaySoWhenTheEnginesNetworkProcessHasDied)
+{
+    loadPages();
+    EXPECT_EQ(next(), Value("page.localhost"));
+    EXPECT_EQ(next(), Value("frame.localhost"));
+    auto const process = networkProcess();
+    ASSERT_NE(process, 0);
+    kill(process, SIGKILL);
+    ASSERT_TRUE(m_harness.runUntil([] { return networkProcess() == 0; }));
+    // The engine notices it while it loads a page.
+    loadAndWait("any page");
+    EXPECT_EQ(next(), Value("localhost"));
+    load(m_pageServer.url("/", "page.localhost"));
     EXPECT_EQ(next(), Value("page.localhost"));
     EXPECT_EQ(next(), Value("frame.localhost"));
 }

@@ -1,0 +1,17 @@
+// GNUstep's Foundation, and what it lacks of ours; doubles implement it.
+#pragma once
+#include_next <Foundation/Foundation.h>
+@interface NSObject (ZelvoraKVO)
+- (void)removeObserver:(NSObject*)observer forKeyPath:(NSString*)keyPath context:(void*)context;
+@end
+@interface NSURLSessionTask : NSObject
+- (void)resume;
+@end
+@interface NSURLSessionDataTask : NSURLSessionTask
+@end
+@interface NSURLSession : NSObject
++ (NSURLSession*)sharedSession;
+- (NSURLSessionDataTask*)dataTaskWithRequest:(NSURLRequest*)request
+                           completionHandler:
+                               (void (^)(NSData* data, NSURLResponse* response, NSError* error))completionHandler;
+@end

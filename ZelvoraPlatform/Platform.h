@@ -21,6 +21,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace zelvora::platform {
 
@@ -66,10 +67,14 @@ public:
     [[nodiscard]] virtual std::unique_ptr<Logger> makeLogger(
         std::string const& subsystem, std::string const& category) = 0;
     /// Called by the constructor of `owner`: the peer may keep its address but must not call it yet. `frame` is in
-    /// points.
-    [[nodiscard]] virtual std::unique_ptr<UIView::Peer> makeViewPeer(UIView& owner, CGRect frame) = 0;
+    /// points. `nativeClass` names the class that the native view has to be of, where hosts know such classes by name;
+    /// elsewhere, and if it is absent, any view will do. While `owner` is constructed nothing else could tell its
+    /// class.
+    [[nodiscard]] virtual std::unique_ptr<UIView::Peer> makeViewPeer(
+        UIView& owner, CGRect frame, std::optional<std::string_view> nativeClass) = 0;
     /// As `makeViewPeer`.
-    [[nodiscard]] virtual std::unique_ptr<UIViewController::Peer> makeViewControllerPeer(UIViewController& owner) = 0;
+    [[nodiscard]] virtual std::unique_ptr<UIViewController::Peer> makeViewControllerPeer(
+        UIViewController& owner, std::optional<std::string_view> nativeClass) = 0;
     [[nodiscard]] virtual std::shared_ptr<WKUserContentController> makeUserContentController() = 0;
     /// The configuration must hold a content controller that this platform made.
     [[nodiscard]] virtual std::shared_ptr<WKWebView> makeWebView(

@@ -220,12 +220,14 @@ std::unique_ptr<platform::Logger> Platform::makeLogger(std::string const& subsys
     return std::make_unique<Logger>(subsystem, category);
 }
 
-std::unique_ptr<platform::UIView::Peer> Platform::makeViewPeer(platform::UIView& owner, platform::CGRect frame)
+std::unique_ptr<platform::UIView::Peer> Platform::makeViewPeer(
+    platform::UIView& owner, platform::CGRect frame, std::optional<std::string_view>)
 {
     return std::make_unique<UIViewPeer>(owner, frame);
 }
 
-std::unique_ptr<platform::UIViewController::Peer> Platform::makeViewControllerPeer(platform::UIViewController& owner)
+std::unique_ptr<platform::UIViewController::Peer> Platform::makeViewControllerPeer(
+    platform::UIViewController& owner, std::optional<std::string_view>)
 {
     return std::make_unique<UIViewControllerPeer>(owner);
 }

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace zelvora::gtk {
 
@@ -52,9 +53,9 @@ public:
     [[nodiscard]] std::unique_ptr<platform::Logger> makeLogger(
         std::string const& subsystem, std::string const& category) override;
     [[nodiscard]] std::unique_ptr<platform::UIView::Peer> makeViewPeer(
-        platform::UIView& owner, platform::CGRect frame) override;
+        platform::UIView& owner, platform::CGRect frame, std::optional<std::string_view> nativeClass) override;
     [[nodiscard]] std::unique_ptr<platform::UIViewController::Peer> makeViewControllerPeer(
-        platform::UIViewController& owner) override;
+        platform::UIViewController& owner, std::optional<std::string_view> nativeClass) override;
     [[nodiscard]] std::shared_ptr<platform::WKUserContentController> makeUserContentController() override;
     [[nodiscard]] std::shared_ptr<platform::WKWebView> makeWebView(
         platform::CGRect frame, platform::WKWebViewConfiguration configuration) override;

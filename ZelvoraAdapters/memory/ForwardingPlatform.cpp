@@ -94,15 +94,15 @@ std::unique_ptr<platform::Logger> ForwardingPlatform::makeLogger(
 }
 
 std::unique_ptr<platform::UIView::Peer> ForwardingPlatform::makeViewPeer(
-    platform::UIView& owner, platform::CGRect frame)
+    platform::UIView& owner, platform::CGRect frame, std::optional<std::string_view> nativeClass)
 {
-    return m_target.makeViewPeer(owner, frame);
+    return m_target.makeViewPeer(owner, frame, nativeClass);
 }
 
 std::unique_ptr<platform::UIViewController::Peer> ForwardingPlatform::makeViewControllerPeer(
-    platform::UIViewController& owner)
+    platform::UIViewController& owner, std::optional<std::string_view> nativeClass)
 {
-    return m_target.makeViewControllerPeer(owner);
+    return m_target.makeViewControllerPeer(owner, nativeClass);
 }
 
 std::shared_ptr<platform::WKUserContentController> ForwardingPlatform::makeUserContentController()

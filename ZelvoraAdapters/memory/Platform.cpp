@@ -43,12 +43,14 @@ std::unique_ptr<platform::Logger> Platform::makeLogger(std::string const& subsys
     return std::make_unique<Logger>(m_log, subsystem, category);
 }
 
-std::unique_ptr<platform::UIView::Peer> Platform::makeViewPeer(platform::UIView& owner, platform::CGRect frame)
+std::unique_ptr<platform::UIView::Peer> Platform::makeViewPeer(
+    platform::UIView& owner, platform::CGRect frame, std::optional<std::string_view>)
 {
     return std::make_unique<UIViewPeer>(m_screen, owner, frame);
 }
 
-std::unique_ptr<platform::UIViewController::Peer> Platform::makeViewControllerPeer(platform::UIViewController& owner)
+std::unique_ptr<platform::UIViewController::Peer> Platform::makeViewControllerPeer(
+    platform::UIViewController& owner, std::optional<std::string_view>)
 {
     return std::make_unique<UIViewControllerPeer>(m_screen, owner);
 }

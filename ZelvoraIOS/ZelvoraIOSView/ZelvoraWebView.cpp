@@ -15,7 +15,7 @@ using platform::NSLayoutConstraint;
 using platform::Platform;
 
 ZelvoraWebView::ZelvoraWebView(platform::CGRect frame, std::string urlString, bool allowsSwipeBack)
-    : UIView(frame)
+    : UIView(frame, "ZelvoraWebView")
     , m_urlString(std::move(urlString))
     , m_allowsSwipeBack(allowsSwipeBack)
 {

@@ -16,7 +16,11 @@ using platform::NSLayoutConstraint;
 using platform::Platform;
 using platform::UIGestureRecognizer;
 
-ZelvoraIOSViewController::ZelvoraIOSViewController(std::string urlString) : m_urlString(std::move(urlString)) { }
+ZelvoraIOSViewController::ZelvoraIOSViewController(std::string urlString)
+    : UIViewController("ZelvoraIOSViewController")
+    , m_urlString(std::move(urlString))
+{
+}
 
 ZelvoraIOSViewController::ZelvoraIOSViewController(std::optional<std::string> const&, platform::Bundle const*)
 {

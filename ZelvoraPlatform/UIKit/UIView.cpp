@@ -9,7 +9,10 @@
 
 namespace zelvora::platform {
 
-UIView::UIView(CGRect frame) : m_peer(Platform::current().makeViewPeer(*this, frame)) { }
+UIView::UIView(CGRect frame, std::optional<std::string_view> nativeClass)
+    : m_peer(Platform::current().makeViewPeer(*this, frame, nativeClass))
+{
+}
 
 UIView::UIView(std::unique_ptr<Peer> peer) : m_peer(std::move(peer)) { }
 

@@ -9,6 +9,8 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 namespace zelvora::platform {
@@ -59,8 +61,9 @@ public:
         virtual void addGestureRecognizer(UIGestureRecognizer& recognizer) = 0;
     };
 
-    /// The frame is in points, in the superview. Needs an installed platform.
-    explicit UIView(CGRect frame = {});
+    /// The frame is in points, in the superview. Needs an installed platform. A class whose native view has to be of a
+    /// class of its own passes that one's name: see `Platform::makeViewPeer`.
+    explicit UIView(CGRect frame = {}, std::optional<std::string_view> nativeClass = std::nullopt);
     virtual ~UIView();
     UIView(UIView const&) = delete;
     UIView& operator=(UIView const&) = delete;

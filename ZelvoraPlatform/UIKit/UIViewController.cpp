@@ -5,7 +5,10 @@
 
 namespace zelvora::platform {
 
-UIViewController::UIViewController() : m_peer(Platform::current().makeViewControllerPeer(*this)) { }
+UIViewController::UIViewController(std::optional<std::string_view> nativeClass)
+    : m_peer(Platform::current().makeViewControllerPeer(*this, nativeClass))
+{
+}
 
 UIViewController::UIViewController(std::unique_ptr<Peer> peer) : m_peer(std::move(peer)) { }
 

@@ -6,6 +6,8 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
+#include <string_view>
 
 namespace zelvora::platform {
 
@@ -40,7 +42,9 @@ public:
         virtual void dismiss(Animated animated) = 0;
     };
 
-    UIViewController();
+    /// Needs an installed platform. A class whose native controller has to be of a class of its own passes that one's
+    /// name: see `Platform::makeViewPeer`.
+    explicit UIViewController(std::optional<std::string_view> nativeClass = std::nullopt);
     virtual ~UIViewController();
     UIViewController(UIViewController const&) = delete;
     UIViewController& operator=(UIViewController const&) = delete;

@@ -69,14 +69,14 @@ TEST_F(ForwardingPlatformTest, LoggersAreTheTargets)
 TEST_F(ForwardingPlatformTest, ViewsAndControllersHaveTheTargetsPeers)
 {
     platform::UIView view;
-    auto const viewPeer = forwarding.makeViewPeer(view, { 1, 2, 3, 4 });
+    auto const viewPeer = forwarding.makeViewPeer(view, { 1, 2, 3, 4 }, std::nullopt);
     auto const* const memoryViewPeer = dynamic_cast<memory::UIViewPeer const*>(viewPeer.get());
     ASSERT_TRUE(memoryViewPeer);
     EXPECT_EQ(&memoryViewPeer->owner(), &view);
     EXPECT_EQ(memoryViewPeer->frame(), (platform::CGRect { 1, 2, 3, 4 }));
 
     platform::UIViewController controller;
-    auto const controllerPeer = forwarding.makeViewControllerPeer(controller);
+    auto const controllerPeer = forwarding.makeViewControllerPeer(controller, std::nullopt);
     auto const* const memoryControllerPeer = dynamic_cast<memory::UIViewControllerPeer const*>(controllerPeer.get());
     ASSERT_TRUE(memoryControllerPeer);
     EXPECT_EQ(&memoryControllerPeer->screen(), &screen);

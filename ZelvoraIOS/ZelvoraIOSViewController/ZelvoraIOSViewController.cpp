@@ -72,8 +72,7 @@ void ZelvoraIOSViewController::installBackSwipe()
         if (auto const controller = weak.lock())
             controller->handleEdgePan(recognizer);
     };
-    auto edgePan = std::make_shared<platform::UIScreenEdgePanGestureRecognizer>(act);
-    edgePan->setEdges(platform::UIRectEdge::Left);
+    auto edgePan = std::make_shared<platform::UIScreenEdgePanGestureRecognizer>(platform::UIRectEdge::Left, act);
     edgePan->setDelegate(self);
     view().addGestureRecognizer(std::move(edgePan));
 }

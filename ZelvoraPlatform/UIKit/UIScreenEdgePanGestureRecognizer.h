@@ -10,25 +10,24 @@ namespace zelvora::platform {
 /// With the phone's raw values.
 enum class UIRectEdge : std::uint8_t { None = 0, Top = 1, Left = 2, Bottom = 4, Right = 8 };
 
-/// A drag that starts at an edge of the screen. It begins nothing until `setEdges` names an edge. Adapters need to
-/// support the left one, which is all that the SDK uses.
+/// A drag that starts at one of the edges of the screen that it was made for. They do not change: a native recognizer
+/// takes them once, when it is made. Adapters need to support the left one, which is all that the SDK uses.
 class ZELVORA_API UIScreenEdgePanGestureRecognizer final : public UIGestureRecognizer {
 public:
     using Action = std::function<void(UIScreenEdgePanGestureRecognizer&)>;
 
     /// The action is called for every reported state. It must not be empty, and must not own the view that the
     /// recognizer is added to.
-    explicit UIScreenEdgePanGestureRecognizer(Action action) : m_action(std::move(action)) { }
+    UIScreenEdgePanGestureRecognizer(UIRectEdge edges, Action action) : m_edges(edges), m_action(std::move(action)) { }
 
     [[nodiscard]] UIRectEdge edges() const { return m_edges; }
-    void setEdges(UIRectEdge edges) { m_edges = edges; }
 
 protected:
     void stateDidChange() override;
 
 private:
+    UIRectEdge m_edges;
     Action m_action;
-    UIRectEdge m_edges = UIRectEdge::None;
 };
 
 }

@@ -31,8 +31,7 @@ protected:
     std::shared_ptr<UIScreenEdgePanGestureRecognizer> addPan(UIRectEdge edge)
     {
         auto pan = std::make_shared<UIScreenEdgePanGestureRecognizer>(
-            [this](auto& recognizer) { states.push_back(recognizer.state()); });
-        pan->setEdges(edge);
+            edge, [this](auto& recognizer) { states.push_back(recognizer.state()); });
         pan->setDelegate(delegate);
         view->addGestureRecognizer(pan);
         return pan;
@@ -76,8 +75,8 @@ TEST_F(EdgePanTest, TwoRecognizeTogetherOnlyIfTheyMay)
 
 TEST_F(EdgePanTest, TheActionMayTakeTheViewAway)
 {
-    auto const pan = std::make_shared<UIScreenEdgePanGestureRecognizer>([this](auto&) { view.reset(); });
-    pan->setEdges(UIRectEdge::Left);
+    auto const pan =
+        std::make_shared<UIScreenEdgePanGestureRecognizer>(UIRectEdge::Left, [this](auto&) { view.reset(); });
     view->addGestureRecognizer(pan);
     EXPECT_EQ(memory::edgePan(*view), 1u);
     EXPECT_EQ(view, nullptr);

@@ -31,9 +31,8 @@ public:
 class UIGestureRecognizerTest : public ::testing::Test {
 protected:
     std::vector<State> m_states;
-    UIScreenEdgePanGestureRecognizer m_recognizer { [this](UIScreenEdgePanGestureRecognizer& recognizer) {
-        m_states.push_back(recognizer.state());
-    } };
+    UIScreenEdgePanGestureRecognizer m_recognizer { UIRectEdge::Right,
+        [this](UIScreenEdgePanGestureRecognizer& recognizer) { m_states.push_back(recognizer.state()); } };
 };
 
 TEST_F(UIGestureRecognizerTest, ANewRecognizerIsEnabledAndPossible)
@@ -41,7 +40,11 @@ TEST_F(UIGestureRecognizerTest, ANewRecognizerIsEnabledAndPossible)
     EXPECT_TRUE(m_recognizer.isEnabled());
     EXPECT_EQ(m_recognizer.state(), State::Possible);
     EXPECT_EQ(m_recognizer.delegate(), nullptr);
-    EXPECT_EQ(m_recognizer.edges(), UIRectEdge::None);
+}
+
+TEST_F(UIGestureRecognizerTest, ARecognizerHasTheEdgesThatItWasMadeFor)
+{
+    EXPECT_EQ(m_recognizer.edges(), UIRectEdge::Right);
 }
 
 TEST_F(UIGestureRecognizerTest, TheActionIsCalledAtEveryChangeOfState)

@@ -168,7 +168,8 @@ TEST_F(UIViewTest, ColorAndAutoresizingArePassedToThePeer)
 
 TEST_F(UIViewTest, GestureRecognizersAreKept)
 {
-    auto recognizer = std::make_shared<UIScreenEdgePanGestureRecognizer>([](UIScreenEdgePanGestureRecognizer&) { });
+    auto recognizer =
+        std::make_shared<UIScreenEdgePanGestureRecognizer>(UIRectEdge::Left, [](UIScreenEdgePanGestureRecognizer&) { });
     std::weak_ptr<UIGestureRecognizer> const watched = recognizer;
     m_root->addGestureRecognizer(recognizer);
     recognizer.reset();

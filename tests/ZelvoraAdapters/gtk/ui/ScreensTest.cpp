@@ -22,12 +22,11 @@ public:
 
     void watchEdge(std::function<void()> ended)
     {
-        auto pan = std::make_shared<platform::UIScreenEdgePanGestureRecognizer>(
+        auto pan = std::make_shared<platform::UIScreenEdgePanGestureRecognizer>(platform::UIRectEdge::Left,
             [ended = std::move(ended)](platform::UIScreenEdgePanGestureRecognizer& recognizer) {
                 if (recognizer.state() == platform::UIGestureRecognizerState::Ended)
                     ended();
             });
-        pan->setEdges(platform::UIRectEdge::Left);
         view().addGestureRecognizer(pan);
     }
 

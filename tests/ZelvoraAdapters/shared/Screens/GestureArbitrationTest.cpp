@@ -126,10 +126,11 @@ TEST_F(GestureArbitrationTest, WithoutDelegatesOnlyTheFirstBegins)
 
 TEST_F(GestureArbitrationTest, ARecognizerWatchesEachOfItsEdges)
 {
-    UIScreenEdgePanGestureRecognizer pan([](auto&) { });
-    EXPECT_FALSE(shared::watchesEdge(pan, UIRectEdge::Left));
-    pan.setEdges(
-        static_cast<UIRectEdge>(static_cast<unsigned>(UIRectEdge::Left) | static_cast<unsigned>(UIRectEdge::Right)));
+    auto const leftAndRight =
+        static_cast<UIRectEdge>(static_cast<unsigned>(UIRectEdge::Left) | static_cast<unsigned>(UIRectEdge::Right));
+    UIScreenEdgePanGestureRecognizer const pan(leftAndRight, [](auto&) { });
+    UIScreenEdgePanGestureRecognizer const none(UIRectEdge::None, [](auto&) { });
+    EXPECT_FALSE(shared::watchesEdge(none, UIRectEdge::Left));
     EXPECT_TRUE(shared::watchesEdge(pan, UIRectEdge::Left));
     EXPECT_TRUE(shared::watchesEdge(pan, UIRectEdge::Right));
     EXPECT_FALSE(shared::watchesEdge(pan, UIRectEdge::Top));

@@ -19,7 +19,9 @@ public:
     virtual void pushViewController(std::shared_ptr<UIViewController> controller, Animated animated) = 0;
     /// Takes the top controller off, unless it is the only one. It still knows its stack in its `viewWillDisappear`.
     virtual void popViewController(Animated animated) = 0;
-    /// The stack's own swipe to pop, or nullptr if it has none. The recognizer may outlive the stack.
+    /// The stack's own swipe to pop, or nullptr if it has none. The same recognizer at each call, with the delegate
+    /// that it was given: an adapter keeps it as long as the native stack, whoever lets go of this wrapper or of the
+    /// recognizer, because a native recognizer holds its delegate weakly. It may outlive the stack.
     [[nodiscard]] virtual std::shared_ptr<UIGestureRecognizer> interactivePopGestureRecognizer() const = 0;
 
 protected:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraPlatform/UIKit/UIGestureRecognizer.h"
 #include "tests/support/RecordingScreen.h"
 
 #include <gtest/gtest.h>
@@ -25,6 +26,16 @@ protected:
     using Events = std::vector<std::string>;
     static constexpr auto Yes = platform::Animated::Yes;
     static constexpr auto No = platform::Animated::No;
+
+    class SwipeDelegate final : public platform::UIGestureRecognizerDelegate {
+    public:
+        bool gestureRecognizerShouldBegin(platform::UIGestureRecognizer&) override { return true; }
+        bool gestureRecognizerShouldRecognizeSimultaneouslyWith(
+            platform::UIGestureRecognizer&, platform::UIGestureRecognizer&) override
+        {
+            return true;
+        }
+    };
 
     Screen makeScreen(std::string name) { return std::make_shared<RecordingScreen>(std::move(name), m_record); }
 
@@ -92,6 +103,22 @@ TYPED_TEST_P(ViewControllerContract, TheOnlyScreenOfAStackIsNotPopped)
     this->m_stack->popViewController(this->Yes);
     EXPECT_EQ(this->m_stack->viewControllers().size(), 1U);
     EXPECT_TRUE(this->takeEvents().empty());
+}
+
+TYPED_TEST_P(ViewControllerContract, TheSwipeToPopIsTheSameAtEachCallAndKeepsItsDelegate)
+{
+    this->showStack();
+    auto const delegate = std::make_shared<typename TestFixture::SwipeDelegate>();
+    std::weak_ptr<platform::UIGestureRecognizer> watched;
+    {
+        auto const swipe = this->m_stack->interactivePopGestureRecognizer();
+        ASSERT_TRUE(swipe);
+        swipe->setDelegate(delegate);
+        watched = swipe;
+    }
+    EXPECT_FALSE(watched.expired());
+    EXPECT_EQ(this->m_stack->interactivePopGestureRecognizer(), watched.lock());
+    EXPECT_EQ(this->m_stack->interactivePopGestureRecognizer()->delegate(), delegate);
 }
 
 TYPED_TEST_P(ViewControllerContract, AScreenCoveredByAnotherPushIsTold)
@@ -292,7 +319,8 @@ TYPED_TEST_P(ViewControllerContract, ScreensOpenedAndClosedManyTimesLeaveNothing
 }
 
 REGISTER_TYPED_TEST_SUITE_P(ViewControllerContract, APushedScreenLoadsKnowingItsStackAndThenCoversTheOneBelow,
-    APoppedScreenIsToldOnceAndReleased, TheOnlyScreenOfAStackIsNotPopped, AScreenCoveredByAnotherPushIsTold,
+    APoppedScreenIsToldOnceAndReleased, TheOnlyScreenOfAStackIsNotPopped,
+    TheSwipeToPopIsTheSameAtEachCallAndKeepsItsDelegate, AScreenCoveredByAnotherPushIsTold,
     AFullScreenPresentationCoversThePresenterUntilItIsDismissed,
     APresentationOfAnotherStyleLeavesThePresenterOnTheScreen, APresenterEndsThePresentationThatItMade,
     OnlyOnePresentationIsMadeAtATime, DismissingAScreenEndsAllPresentationsAboveIt, DismissingAPushedScreenDoesNothing,

@@ -11,9 +11,11 @@ namespace zelvora::platform {
 /// The host app's preferences: a persistent, string-keyed store of property-list values. Any thread; each call is
 /// atomic, a sequence of calls is not.
 ///
-/// When a write returns, its value survives the death of the process; a power cut may lose the latest writes. The
-/// adapter logs a failure to write; the new value is kept in memory and written with the next write. Callers could not
-/// act on such a failure, so it is not reported.
+/// When a write returns, every reader in the process sees the value. How soon it survives the death of the process is
+/// up to the platform's own store: the phone's hands it to another process; an adapter that keeps its own store writes
+/// it before the call returns, and then only a power cut may lose the latest writes. An adapter's own store logs a
+/// failure to write; the new value is kept in memory and written with the next write. Callers could not act on such a
+/// failure, so it is not reported.
 ///
 /// The caller must not store a bare null marker or a value that nests deeper than `Value::maximumNesting`. Null markers
 /// inside containers are kept.

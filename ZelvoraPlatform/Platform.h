@@ -34,8 +34,9 @@ namespace zelvora::platform {
 /// owns the services that it returns by reference. Their own comments name their threads.
 class ZELVORA_API Platform {
 public:
-    /// Call once per process, on the main thread, before `current`. A second call stops the process with a message. A
-    /// null pointer installs nothing.
+    /// Call once per process, on any thread, before `current`: a host whose first use of the SDK is a log line in the
+    /// background installs there. A second call stops the process with a message. A null pointer installs nothing. An
+    /// adapter may ask for the main thread where its platform is made.
     static void install(std::unique_ptr<Platform> platform);
     /// The installed platform. Any thread. Stops the process with a message if there is none yet.
     [[nodiscard]] static Platform& current();

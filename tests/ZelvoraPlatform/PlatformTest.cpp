@@ -2,10 +2,13 @@
 
 #include "ZelvoraAdapters/memory/Platform.h"
 #include "ZelvoraPlatform/fatalError.h"
+#include "tests/support/runOnThreads.h"
 
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <memory>
+#include <utility>
 
 namespace zelvora::platform {
 
@@ -17,6 +20,15 @@ TEST(PlatformTest, TheInstalledPlatformIsTheCurrentOne)
     auto const* const installed = platform.get();
     Platform::install(std::move(platform));
     EXPECT_EQ(&Platform::current(), installed);
+}
+
+TEST(PlatformTest, APlatformMayBeInstalledOnAnyThread)
+{
+    auto platform = std::make_unique<memory::Platform>();
+    auto const* const installed = platform.get();
+    tests::runOnThreads(1, [&](int) { Platform::install(std::move(platform)); });
+    EXPECT_EQ(&Platform::current(), installed);
+    tests::runOnThreads(4, [&](int) { EXPECT_EQ(&Platform::current(), installed); });
 }
 
 TEST(PlatformDeathTest, UsingThePlatformBeforeItIsInstalledStopsTheProcessAndSaysWhatToCall)

@@ -44,6 +44,8 @@ std::vector<Layer> layersOf(std::filesystem::path const& tree)
     std::vector<Layer> layers {
         { "ZelvoraPlatform", { "ZelvoraPlatform" }, AngledIncludes::StandardOnly },
         { "ZelvoraIOS", { "ZelvoraPlatform", "ZelvoraIOS" }, AngledIncludes::StandardOnly },
+        // What a phone's host imports: the SDK in Objective-C and Swift, on the phone's adapter.
+        { "module", { "ZelvoraPlatform", "ZelvoraIOS", "ZelvoraAdapters/uikit", "module" }, AngledIncludes::Any },
     };
     auto const adapters = tree / "ZelvoraAdapters";
     if (!std::filesystem::is_directory(adapters))
@@ -102,7 +104,8 @@ std::optional<std::string> objectionTo(GlobalDeclaration const& declaration)
 bool mayDeclareGlobally(std::filesystem::path const& file, Layer const& layer)
 {
     auto const extension = file.extension();
-    return layer.folder == "ZelvoraAdapters/uikit" || extension == ".m" || extension == ".mm";
+    return layer.folder == "ZelvoraAdapters/uikit" || layer.folder == "module" || extension == ".m"
+        || extension == ".mm";
 }
 
 void surveyFile(std::filesystem::path const& file, std::string const& name, Layer const& layer, Survey& survey)

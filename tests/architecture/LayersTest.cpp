@@ -161,6 +161,31 @@ TEST_F(LayersTest, ObjectiveCMayImportTheSystemAndNothingThatAnAdapterMayNot)
     }
 }
 
+TEST_F(LayersTest, TheModuleIsBuiltOnTheSDKAndThePhonesAdapter)
+{
+    EXPECT_TRUE(violationsOf("module/ObjectiveC/A.mm",
+        "#import <UIKit/UIKit.h>\n#import \"module/ObjectiveC/A.h\"\n#include \"ZelvoraAdapters/uikit/Host.h\"\n"
+        "#include \"ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h\"\n#include \"ZelvoraPlatform/Platform.h\"\n")
+            .empty());
+    EXPECT_EQ(violationsOf("module/ObjectiveC/A.mm", "#include \"ZelvoraAdapters/shared/A.h\"\n"),
+        one("module/ObjectiveC/A.mm", 1, "module must not include \"ZelvoraAdapters/shared/A.h\""));
+}
+
+TEST_F(LayersTest, NothingIncludesTheModule)
+{
+    for (auto const* const folder : { "ZelvoraPlatform", "ZelvoraIOS", "ZelvoraAdapters/uikit" }) {
+        auto const file = std::string(folder) + "/A.h";
+        EXPECT_EQ(violationsOf(file, "#import \"module/ObjectiveC/B.h\"\n"),
+            one(file, 1, std::string(folder) + " must not include \"module/ObjectiveC/B.h\""));
+        EXPECT_TRUE(violationsOf(file, "").empty());
+    }
+}
+
+TEST_F(LayersTest, AHeaderOfTheModuleMayDeclareWhatObjectiveCSees)
+{
+    EXPECT_TRUE(violationsOf("module/ObjectiveC/Shop.h", "@class UIView;\n@interface Shop : NSObject\n@end\n").empty());
+}
+
 TEST_F(LayersTest, TheTestsAndTheExamplesAreNotALayer)
 {
     EXPECT_TRUE(violationsOf("tests/A.cpp", "#include \"A.h\"\nclass B { };\n").empty());

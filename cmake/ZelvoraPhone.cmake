@@ -6,19 +6,19 @@ set(CMAKE_OBJCXX_STANDARD_REQUIRED ON)
 set(CMAKE_OBJCXX_EXTENSIONS OFF)
 set(CMAKE_OBJCXX_VISIBILITY_PRESET hidden)
 
-add_library(zelvora_phone INTERFACE)
-target_compile_options(zelvora_phone INTERFACE
+add_library(zelvora_phone_system INTERFACE)
+target_compile_options(zelvora_phone_system INTERFACE
     "$<$<COMPILE_LANGUAGE:OBJCXX>:SHELL:-fobjc-arc -fobjc-arc-exceptions>")
 if(CMAKE_SYSTEM_NAME STREQUAL "iOS")
-    target_compile_options(zelvora_phone INTERFACE
+    target_compile_options(zelvora_phone_system INTERFACE
         "$<$<COMPILE_LANGUAGE:OBJCXX>:SHELL:-fobjc-weak -Wobjc-missing-super-calls -Warc-repeated-use-of-weak \
 -Wunguarded-availability-new -Wnullable-to-nonnull-conversion>")
-    target_link_libraries(zelvora_phone INTERFACE
+    target_link_libraries(zelvora_phone_system INTERFACE
         -lSystem -lobjc -lc++ "-framework Foundation" "-framework CoreFoundation" "-framework UIKit" "-framework WebKit"
         "-weak_framework AppTrackingTransparency" "-framework AdSupport")
 else()
     add_subdirectory("${PROJECT_SOURCE_DIR}/tests/uikit/runtime" tests/uikit/runtime)
-    target_link_libraries(zelvora_phone INTERFACE zelvora_gnustep)
+    target_link_libraries(zelvora_phone_system INTERFACE zelvora_gnustep)
 endif()
 
 # zelvora_count_lines(NAME): which lines run is counted where the build says so.

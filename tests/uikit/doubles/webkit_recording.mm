@@ -1,9 +1,8 @@
 // Recording WebKit double.
-#import "doubles.h"
-static void note(NSString* s)
-{
-    doubles::calls().push_back(s.UTF8String);
-}
+#import "tests/uikit/doubles/Calls.h"
+#import "tests/uikit/doubles/doubles.h"
+using zelvora::doubles::note;
+
 @implementation WKScriptMessage {
 @public
     id _b;

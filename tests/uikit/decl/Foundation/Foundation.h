@@ -134,7 +134,7 @@ ZELVORA_SWIFT_BRIDGE("Swift.Array") @interface NSArray<__covariant ObjectType> :
 - (void)removeAllObjects;
 @end
 ZELVORA_SWIFT_BRIDGE("Swift.Dictionary")
-@interface NSDictionary<__covariant KeyType, __covariant ObjectType> : NSObject<NSCopying, NSFastEnumeration>
+@interface NSDictionary<__covariant KeyType, __covariant ObjectType> : NSObject <NSCopying, NSFastEnumeration>
 @property (readonly) NSUInteger count;
 - (nullable ObjectType)objectForKeyedSubscript:(KeyType)k;
 - (nullable ObjectType)objectForKey:(KeyType)k;

@@ -27,11 +27,19 @@ static inline CGRect CGRectMake(CGFloat x, CGFloat y, CGFloat w, CGFloat h)
     return r;
 }
 #endif
-@class UIView, UIViewController, UINavigationController, UIGestureRecognizer, NSLayoutXAxisAnchor, NSLayoutYAxisAnchor;
+@class UIView, UIViewController, UIWindow, UINavigationController, UIGestureRecognizer, NSLayoutXAxisAnchor,
+    NSLayoutYAxisAnchor;
 @interface UIResponder : NSObject
 @end
+typedef struct {
+    CGFloat top, left, bottom, right;
+} UIEdgeInsets;
 @interface UIColor : NSObject <NSCopying>
 + (UIColor*)colorWithRed:(CGFloat)red green:(CGFloat)green blue:(CGFloat)blue alpha:(CGFloat)alpha;
+- (BOOL)getRed:(nullable CGFloat*)red
+         green:(nullable CGFloat*)green
+          blue:(nullable CGFloat*)blue
+         alpha:(nullable CGFloat*)alpha;
 @end
 @interface NSLayoutConstraint : NSObject
 @property (getter=isActive) BOOL active;
@@ -54,6 +62,7 @@ typedef NS_OPTIONS(NSUInteger, UIViewAutoresizing) {
     UIViewAutoresizingFlexibleWidth = 1 << 1,
     UIViewAutoresizingFlexibleHeight = 1 << 4
 };
+UIKIT_EXTERN const CGFloat UIViewNoIntrinsicMetric;
 NS_SWIFT_UI_ACTOR
 @interface UIView : UIResponder
 - (instancetype)initWithFrame:(CGRect)frame NS_DESIGNATED_INITIALIZER;
@@ -64,6 +73,11 @@ NS_SWIFT_UI_ACTOR
 @property (nonatomic, getter=isHidden) BOOL hidden;
 @property (nullable, nonatomic, copy) UIColor* backgroundColor;
 @property (nullable, nonatomic, readonly) UIView* superview;
+@property (nullable, nonatomic, readonly) UIWindow* window;
+@property (nonatomic, readonly) CGSize intrinsicContentSize;
+@property (nonatomic, readonly) UIEdgeInsets safeAreaInsets;
+@property (nonatomic, readonly) NSArray<__kindof NSLayoutConstraint*>* constraints;
+@property (nullable, nonatomic, copy) NSArray<__kindof UIGestureRecognizer*>* gestureRecognizers;
 @property (nonatomic, readonly, copy) NSArray<__kindof UIView*>* subviews;
 - (void)addSubview:(UIView*)view;
 - (void)removeFromSuperview;
@@ -125,6 +139,7 @@ NS_SWIFT_UI_ACTOR
 - (void)loadView;
 - (void)viewDidLoad;
 - (void)viewWillAppear:(BOOL)animated;
+- (void)viewDidAppear:(BOOL)animated;
 - (void)viewWillDisappear:(BOOL)animated;
 - (void)viewDidDisappear:(BOOL)animated;
 @property (nonatomic, assign) UIModalPresentationStyle modalPresentationStyle;
@@ -134,10 +149,17 @@ NS_SWIFT_UI_ACTOR
 - (void)dismissViewControllerAnimated:(BOOL)flag completion:(void (^_Nullable)(void))completion;
 @end
 @interface UINavigationController : UIViewController
+- (instancetype)initWithRootViewController:(UIViewController*)root;
+@property (nullable, nonatomic, readonly, strong) UIViewController* topViewController;
 @property (nonatomic, copy) NSArray<__kindof UIViewController*>* viewControllers;
 @property (nullable, nonatomic, readonly) UIGestureRecognizer* interactivePopGestureRecognizer;
 - (void)pushViewController:(UIViewController*)vc animated:(BOOL)animated;
 - (nullable UIViewController*)popViewControllerAnimated:(BOOL)animated;
+@end
+NS_SWIFT_UI_ACTOR
+@interface UIWindow : UIView
+@property (nullable, nonatomic, strong) UIViewController* rootViewController;
+- (void)makeKeyAndVisible;
 @end
 typedef NS_ENUM(NSInteger, UIApplicationState) {
     UIApplicationStateActive,

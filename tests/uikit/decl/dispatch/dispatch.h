@@ -8,6 +8,7 @@ typedef void (^dispatch_block_t)(void);
 typedef void (*dispatch_function_t)(void*);
 typedef uint64_t dispatch_time_t;
 #define DISPATCH_TIME_NOW (0ull)
+#define DISPATCH_TIME_FOREVER (~0ull)
 #define NSEC_PER_SEC 1000000000ull
 enum { QOS_CLASS_DEFAULT = 0x15 };
 #ifdef __APPLE__

@@ -11,6 +11,7 @@
 @end
 @interface NSURLSession : NSObject
 + (NSURLSession*)sharedSession;
+@property (readonly, retain) NSOperationQueue* delegateQueue;
 - (NSURLSessionDataTask*)dataTaskWithRequest:(NSURLRequest*)request
                            completionHandler:
                                (void (^)(NSData* data, NSURLResponse* response, NSError* error))completionHandler;

@@ -28,8 +28,8 @@ TEST_F(LayersTest, TheProjectKeepsItsLayersApart)
 TEST_F(LayersTest, TheSurveyOfTheProjectReadsEveryLayer)
 {
     auto const sourcesRead = surveyLayers(ZELVORA_SOURCE_TREE).sourcesRead;
-    for (auto const* layer :
-        { "ZelvoraPlatform", "ZelvoraIOS", "ZelvoraAdapters/shared", "ZelvoraAdapters/memory", "ZelvoraAdapters/gtk" })
+    for (auto const* layer : { "ZelvoraPlatform", "ZelvoraIOS", "ZelvoraAdapters/shared", "ZelvoraAdapters/memory",
+             "ZelvoraAdapters/gtk", "ZelvoraAdapters/uikit" })
         EXPECT_TRUE(sourcesRead.contains(layer)) << layer;
 }
 

@@ -90,6 +90,7 @@ typedef NS_OPTIONS(NSUInteger, NSKeyValueObservingOptions) {
             context:(nullable void*)context;
 - (void)removeObserver:(NSObject*)observer forKeyPath:(NSString*)keyPath context:(nullable void*)context;
 @end
+typedef unsigned short unichar;
 typedef NSUInteger NSStringEncoding;
 enum { NSUTF8StringEncoding = 4 };
 ZELVORA_SWIFT_BRIDGE("Swift.String") @interface NSString : NSObject<NSCopying, NSSecureCoding>
@@ -99,6 +100,7 @@ ZELVORA_SWIFT_BRIDGE("Swift.String") @interface NSString : NSObject<NSCopying, N
 - (nullable instancetype)initWithBytes:(void const*)bytes length:(NSUInteger)len encoding:(NSStringEncoding)e;
 + (instancetype)stringWithFormat:(NSString*)format, ... NS_FORMAT_FUNCTION(1, 2);
 - (BOOL)isEqualToString:(NSString*)s;
+- (void)getCharacters:(unichar*)buffer range:(NSRange)range;
 - (nullable NSData*)dataUsingEncoding:(NSStringEncoding)e;
 - (nullable NSData*)dataUsingEncoding:(NSStringEncoding)e allowLossyConversion:(BOOL)lossy;
 + (instancetype)string;
@@ -114,8 +116,10 @@ ZELVORA_SWIFT_BRIDGE("Swift.String") @interface NSString : NSObject<NSCopying, N
 + (NSNumber*)numberWithInteger:(NSInteger)v;
 + (NSNumber*)numberWithDouble:(double)v NS_SWIFT_NAME(init(value:));
 + (NSNumber*)numberWithLongLong:(long long)v;
++ (NSNumber*)numberWithUnsignedLongLong:(unsigned long long)v;
 @property (readonly) BOOL boolValue;
 @property (readonly) long long longLongValue;
+@property (readonly) unsigned long long unsignedLongLongValue;
 @property (readonly) NSInteger integerValue;
 @property (readonly) double doubleValue;
 @end
@@ -188,6 +192,8 @@ ZELVORA_SWIFT_BRIDGE("Swift.Error") @interface NSError : NSObject<NSCopying, NSS
 @property NSTimeInterval timeoutInterval;
 - (void)setValue:(nullable NSString*)value forHTTPHeaderField:(NSString*)field;
 @end
+FOUNDATION_EXPORT NSErrorDomain const NSURLErrorDomain;
+enum : NSInteger { NSURLErrorCancelled = -999, NSURLErrorBadURL = -1000, NSURLErrorUnsupportedURL = -1002 };
 @interface NSURLResponse : NSObject <NSCopying>
 @end
 @interface NSHTTPURLResponse : NSURLResponse
@@ -198,7 +204,11 @@ ZELVORA_SWIFT_BRIDGE("Swift.Error") @interface NSError : NSObject<NSCopying, NSS
 @end
 @interface NSURLSessionDataTask : NSURLSessionTask
 @end
+@interface NSOperationQueue : NSObject
+- (void)addOperationWithBlock:(void (^)(void))block;
+@end
 @interface NSURLSession : NSObject
+@property (readonly, retain) NSOperationQueue* delegateQueue;
 @property (class, readonly, strong) NSURLSession* sharedSession;
 - (NSURLSessionDataTask*)dataTaskWithRequest:(NSURLRequest*)request
                            completionHandler:(void (^)(NSData* _Nullable data, NSURLResponse* _Nullable response,
@@ -216,7 +226,6 @@ typedef NSString* NSNotificationName;
 @property (nullable, readonly, retain) id object;
 @property (nullable, readonly, copy) NSDictionary* userInfo;
 @end
-@class NSOperationQueue;
 @interface NSNotificationCenter : NSObject
 @property (class, readonly, strong) NSNotificationCenter* defaultCenter;
 - (void)postNotificationName:(NSNotificationName)n object:(nullable id)o;
@@ -246,6 +255,7 @@ typedef NS_OPTIONS(NSUInteger, NSJSONWritingOptions) { NSJSONWritingPrettyPrinte
 @property (readonly, copy) NSString* UUIDString;
 - (nullable instancetype)initWithUUIDString:(NSString*)s;
 @end
+FOUNDATION_EXPORT Class _Nullable NSClassFromString(NSString* aClassName);
 @interface NSThread : NSObject
 @property (class, readonly) BOOL isMainThread;
 @end

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "ZelvoraPlatform/Foundation/JSONSerialization.h"
+
+namespace zelvora::uikit {
+
+/// The system's reader and writer. What they do not refuse with an error, but by raising or by running out of stack,
+/// they are never asked.
+class JSONSerialization final : public platform::JSONSerialization {
+public:
+    // platform::JSONSerialization
+    [[nodiscard]] bool isValidJSONObject(platform::Value const& value) const override;
+    [[nodiscard]] std::expected<platform::Data, platform::Error> data(
+        platform::Value const& jsonObject, platform::JSONWritingOptions options) const override;
+    [[nodiscard]] std::expected<platform::Value, platform::Error> jsonObject(platform::Data const& data) const override;
+};
+
+}

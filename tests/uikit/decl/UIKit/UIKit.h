@@ -29,6 +29,7 @@ static inline CGRect CGRectMake(CGFloat x, CGFloat y, CGFloat w, CGFloat h)
 #endif
 @class UIView, UIViewController, UIWindow, UINavigationController, UIGestureRecognizer, NSLayoutXAxisAnchor,
     NSLayoutYAxisAnchor;
+NS_SWIFT_UI_ACTOR
 @interface UIResponder : NSObject
 @end
 typedef struct {
@@ -100,12 +101,14 @@ typedef NS_ENUM(NSInteger, UIGestureRecognizerState) {
     UIGestureRecognizerStateCancelled,
     UIGestureRecognizerStateFailed
 };
+NS_SWIFT_UI_ACTOR
 @protocol UIGestureRecognizerDelegate <NSObject>
 @optional
 - (BOOL)gestureRecognizerShouldBegin:(UIGestureRecognizer*)recognizer;
 - (BOOL)gestureRecognizer:(UIGestureRecognizer*)recognizer
     shouldRecognizeSimultaneouslyWithGestureRecognizer:(UIGestureRecognizer*)other;
 @end
+NS_SWIFT_UI_ACTOR
 @interface UIGestureRecognizer : NSObject
 - (instancetype)initWithTarget:(nullable id)target action:(nullable SEL)action NS_DESIGNATED_INITIALIZER;
 @property (nonatomic, readonly) UIGestureRecognizerState state;
@@ -167,6 +170,7 @@ typedef NS_ENUM(NSInteger, UIApplicationState) {
     UIApplicationStateBackground
 };
 typedef NSString* UIApplicationOpenExternalURLOptionsKey NS_EXTENSIBLE_STRING_ENUM;
+NS_SWIFT_UI_ACTOR
 @interface UIApplication : UIResponder
 @property (class, nonatomic, readonly) UIApplication* sharedApplication;
 @property (nonatomic, readonly) UIApplicationState applicationState;
@@ -178,4 +182,59 @@ typedef NSString* UIApplicationOpenExternalURLOptionsKey NS_EXTENSIBLE_STRING_EN
 UIKIT_EXTERN NSString* const UIApplicationDidBecomeActiveNotification;
 UIKIT_EXTERN NSString* const UIApplicationDidEnterBackgroundNotification;
 UIKIT_EXTERN NSString* const UIApplicationWillEnterForegroundNotification;
+
+// What the example host uses besides.
+typedef NSString* UIApplicationLaunchOptionsKey NS_EXTENSIBLE_STRING_ENUM
+    __attribute__((swift_name("UIApplication.LaunchOptionsKey")));
+NS_SWIFT_UI_ACTOR
+@protocol UIApplicationDelegate <NSObject>
+@optional
+- (BOOL)application:(UIApplication*)application
+    didFinishLaunchingWithOptions:(nullable NSDictionary<UIApplicationLaunchOptionsKey, id>*)launchOptions;
+@end
+NS_SWIFT_UI_ACTOR
+@interface UIScene : UIResponder
+@end
+NS_SWIFT_UI_ACTOR
+@interface UIWindowScene : UIScene
+@end
+NS_SWIFT_UI_ACTOR
+@interface UISceneSession : NSObject
+@end
+NS_SWIFT_UI_ACTOR __attribute__((swift_name("UIScene.ConnectionOptions")))
+@interface UISceneConnectionOptions : NSObject
+@end
+NS_SWIFT_UI_ACTOR
+@protocol UISceneDelegate <NSObject>
+@optional
+- (void)scene:(UIScene*)scene
+    willConnectToSession:(UISceneSession*)session
+                 options:(UISceneConnectionOptions*)connectionOptions;
+@end
+NS_SWIFT_UI_ACTOR
+@protocol UIWindowSceneDelegate <UISceneDelegate>
+@optional
+@property (nullable, nonatomic, strong) UIWindow* window;
+@end
+@interface UIWindow (Scenes)
+- (instancetype)initWithWindowScene:(UIWindowScene*)windowScene;
+@end
+NS_SWIFT_UI_ACTOR
+@interface UIAction : NSObject
++ (instancetype)actionWithTitle:(NSString*)title
+                          image:(nullable id)image
+                     identifier:(nullable NSString*)identifier
+                        handler:(NS_SWIFT_UI_ACTOR void (^)(__kindof UIAction* action))handler NS_REFINED_FOR_SWIFT;
+@end
+typedef NS_ENUM(NSInteger, UIButtonType) {
+    UIButtonTypeCustom = 0,
+    UIButtonTypeSystem = 1
+} __attribute__((swift_name("UIButton.ButtonType")));
+NS_SWIFT_UI_ACTOR
+@interface UIControl : UIView
+@end
+NS_SWIFT_UI_ACTOR
+@interface UIButton : UIControl
++ (instancetype)buttonWithType:(UIButtonType)buttonType primaryAction:(nullable UIAction*)primaryAction;
+@end
 NS_ASSUME_NONNULL_END

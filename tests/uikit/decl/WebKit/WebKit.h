@@ -3,13 +3,16 @@
 #import <UIKit/UIKit.h>
 NS_ASSUME_NONNULL_BEGIN
 @class WKWebView, WKUserContentController, WKNavigationAction;
+NS_SWIFT_UI_ACTOR
 @interface WKNavigation : NSObject
 @end
+NS_SWIFT_UI_ACTOR
 @interface WKScriptMessage : NSObject
 @property (nonatomic, readonly, copy) id body;
 @property (nullable, nonatomic, readonly, weak) WKWebView* webView;
 @property (nonatomic, readonly, copy) NSString* name;
 @end
+NS_SWIFT_UI_ACTOR
 @protocol WKScriptMessageHandler <NSObject>
 @required
 - (void)userContentController:(WKUserContentController*)userContentController
@@ -19,25 +22,30 @@ typedef NS_ENUM(NSInteger, WKUserScriptInjectionTime) {
     WKUserScriptInjectionTimeAtDocumentStart,
     WKUserScriptInjectionTimeAtDocumentEnd
 };
+NS_SWIFT_UI_ACTOR
 @interface WKUserScript : NSObject <NSCopying>
 @property (nonatomic, readonly, copy) NSString* source;
 @property (nonatomic, readonly) WKUserScriptInjectionTime injectionTime;
 @property (nonatomic, readonly, getter=isForMainFrameOnly) BOOL forMainFrameOnly;
 - (instancetype)initWithSource:(NSString*)source injectionTime:(WKUserScriptInjectionTime)t forMainFrameOnly:(BOOL)m;
 @end
+NS_SWIFT_UI_ACTOR
 @interface WKUserContentController : NSObject
 @property (nonatomic, readonly, copy) NSArray<WKUserScript*>* userScripts;
 - (void)addUserScript:(WKUserScript*)s;
 - (void)addScriptMessageHandler:(id<WKScriptMessageHandler>)h name:(NSString*)name;
 - (void)removeScriptMessageHandlerForName:(NSString*)name;
 @end
+NS_SWIFT_UI_ACTOR
 @interface WKWebViewConfiguration : NSObject <NSCopying>
 @property (nonatomic, strong) WKUserContentController* userContentController;
 @end
 typedef NS_ENUM(NSInteger, WKNavigationActionPolicy) { WKNavigationActionPolicyCancel, WKNavigationActionPolicyAllow };
+NS_SWIFT_UI_ACTOR
 @interface WKNavigationAction : NSObject
 @property (nonatomic, readonly, copy) NSURLRequest* request;
 @end
+NS_SWIFT_UI_ACTOR
 @protocol WKNavigationDelegate <NSObject>
 @optional
 - (void)webView:(WKWebView*)webView

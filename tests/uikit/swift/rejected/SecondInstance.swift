@@ -1,0 +1,4 @@
+import ZelvoraIOS
+
+// rejected: 'init()' is unavailable
+func make() { _ = ZelvoraSDK() }

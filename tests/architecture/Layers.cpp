@@ -17,10 +17,13 @@ namespace {
 
 enum class AngledIncludes : std::uint8_t { StandardOnly, Any };
 
+enum class SiblingIncludes : std::uint8_t { WithTheirFolder, ByNameAlone };
+
 struct Layer {
     std::string folder;
     std::vector<std::string> mayInclude;
     AngledIncludes angledIncludes = AngledIncludes::StandardOnly;
+    SiblingIncludes siblingIncludes = SiblingIncludes::WithTheirFolder;
 };
 
 std::set<std::string, std::less<>> const& standardHeaders()
@@ -44,8 +47,10 @@ std::vector<Layer> layersOf(std::filesystem::path const& tree)
     std::vector<Layer> layers {
         { "ZelvoraPlatform", { "ZelvoraPlatform" }, AngledIncludes::StandardOnly },
         { "ZelvoraIOS", { "ZelvoraPlatform", "ZelvoraIOS" }, AngledIncludes::StandardOnly },
-        // What a phone's host imports: the SDK in Objective-C and Swift, on the phone's adapter.
-        { "module", { "ZelvoraPlatform", "ZelvoraIOS", "ZelvoraAdapters/uikit", "module" }, AngledIncludes::Any },
+        // What a phone's host imports: the SDK in Objective-C and Swift, on the phone's adapter. Its public headers lie
+        // in one folder of a framework, wherever that is.
+        { "module", { "ZelvoraPlatform", "ZelvoraIOS", "ZelvoraAdapters/uikit", "module" }, AngledIncludes::Any,
+            SiblingIncludes::ByNameAlone },
     };
     auto const adapters = tree / "ZelvoraAdapters";
     if (!std::filesystem::is_directory(adapters))
@@ -81,6 +86,9 @@ std::optional<std::string> objectionTo(Include const& include, Layer const& laye
     }
     auto const mayInclude = [&](std::string const& folder) { return include.name.starts_with(folder + "/"); };
     bool const climbs = include.name.find("..") != std::string::npos;
+    bool const isSibling = include.name.find('/') == std::string::npos;
+    if (isSibling && layer.siblingIncludes == SiblingIncludes::ByNameAlone)
+        return std::nullopt;
     if (!climbs && std::ranges::any_of(layer.mayInclude, mayInclude))
         return std::nullopt;
     return layer.folder + " must not include \"" + include.name + "\"";

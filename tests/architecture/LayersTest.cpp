@@ -29,13 +29,24 @@ TEST_F(LayersTest, TheSurveyOfTheProjectReadsEveryLayer)
 {
     auto const sourcesRead = surveyLayers(ZELVORA_SOURCE_TREE).sourcesRead;
     for (auto const* layer : { "ZelvoraPlatform", "ZelvoraIOS", "ZelvoraAdapters/shared", "ZelvoraAdapters/memory",
-             "ZelvoraAdapters/gtk", "ZelvoraAdapters/uikit" })
+             "ZelvoraAdapters/gtk", "ZelvoraAdapters/uikit", "module" })
         EXPECT_TRUE(sourcesRead.contains(layer)) << layer;
 }
 
 TEST_F(LayersTest, ThePlatformMayIncludeItselfAndTheStandardLibrary)
 {
     EXPECT_TRUE(violationsOf("ZelvoraPlatform/A.h", "#include \"ZelvoraPlatform/B.h\"\n#include <vector>\n").empty());
+}
+
+TEST_F(LayersTest, APublicHeaderOfTheModuleMayNameItsSiblingAlone)
+{
+    EXPECT_TRUE(violationsOf("module/ObjectiveC/A.h", "#import \"B.h\"\n").empty());
+}
+
+TEST_F(LayersTest, AnSDKThatNamesASiblingAloneIsFound)
+{
+    EXPECT_EQ(violationsOf("ZelvoraIOS/A.h", "#include \"B.h\"\n"),
+        one("ZelvoraIOS/A.h", 1, "ZelvoraIOS must not include \"B.h\""));
 }
 
 TEST_F(LayersTest, APlatformThatIncludesTheSDKIsFound)

@@ -1,6 +1,12 @@
 // GNUstep's Foundation, and what it lacks of ours; doubles implement it.
 #pragma once
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wgnu-include-next"
 #include_next <Foundation/Foundation.h>
+#pragma clang diagnostic pop
+// GNUstep has its own, which says nothing.
+#undef NS_UNAVAILABLE
+#define NS_UNAVAILABLE __attribute__((unavailable))
 @interface NSObject (ZelvoraKVO)
 - (void)removeObserver:(NSObject*)observer forKeyPath:(NSString*)keyPath context:(void*)context;
 @end

@@ -6,6 +6,9 @@ folder="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 binary="$1/ZelvoraIOS"
 oldest=26.2
 most_bytes=320000
+# The names of libc++ and of what it stands on.
+libcxx='^(__Z(S|NK?S|T[IVS](S|NS|N10__cxxabiv1)|d[al]|n[aw])|___cxa_|___gxx_|___dynamic_cast)'
+export LC_ALL=C
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 passed=0
@@ -38,7 +41,7 @@ undefined_are_known() {
         | sort -u >"$work/known"
     llvm-nm-19 --undefined-only --format=just-symbols "$binary" | sort -u >"$work/undefined"
     [[ -s "$work/undefined" ]]
-    if comm -13 "$work/known" "$work/undefined" | grep -vE '^(__Z(NK?S|T[IVS]S|dl|da|nw|na)|___cxa_|___gxx_|___dynamic_cast)'; then
+    if comm -13 "$work/known" "$work/undefined" | grep -vE "$libcxx"; then
         return 1
     fi
 }

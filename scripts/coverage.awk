@@ -31,10 +31,10 @@ function flush()
 
 END {
     if (!allLines) {
-        print "    No line of ZelvoraIOS/ was counted."
+        print "    No line of " what " was counted."
         exit 1
     }
-    printf "    Coverage of ZelvoraIOS/: %.1f %% of %d lines\n", 100 * allRan / allLines, allLines
+    printf "    Coverage of %s: %.1f %% of %d lines\n", what, 100 * allRan / allLines, allLines
     for (i = 1; i <= count; i++)
         print rows[i]
 }

@@ -1,9 +1,9 @@
 # The stages of `./run test` and `./run check`. A stage writes to its log, leaves its counts in s_passed, s_failed and
 # s_skipped and, where it has more to say, a text in s_remark. A stage that cannot run has failed.
 
-STAGES=(clang format libcxx simulation gcc soak asan tsan tidy fuzz)
+STAGES=(clang format libcxx phone simulation gcc soak asan tsan tidy fuzz)
 # The stage "clang" runs what "asan" runs in the same way and what "gcc" runs too.
-ALL_STAGES=(format libcxx simulation gcc soak asan tsan tidy fuzz)
+ALL_STAGES=(format libcxx phone simulation gcc soak asan tsan tidy fuzz)
 
 s_passed=0
 s_failed=0
@@ -26,7 +26,7 @@ test_stages() {
 }
 
 check_stages() {
-    run_stages format layers tidy_changes
+    run_stages format layers tidy_changes phone_quick
 }
 
 run_stages() {
@@ -56,6 +56,10 @@ packages_of() {
             ;;
         gcc | soak) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_GCC[@]}" "${PACKAGES_DISPLAY[@]}") ;;
         libcxx) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_LIBCXX[@]}") ;;
+        phone | phone_quick)
+            packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_SANITIZERS[@]}" "${PACKAGES_LIBCXX[@]}"
+                "${PACKAGES_PHONE[@]}" "${PACKAGES_DISPLAY[@]}")
+            ;;
         tidy | tidy_changes) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_TIDY[@]}") ;;
         esac
     done
@@ -105,9 +109,13 @@ run_tests() {
     with_displays "$(nproc)" "$PWD/build/$preset" \
         ctest --test-dir "build/$preset" -j "$(($(nproc) + 1))" --output-on-failure --output-junit "$report" \
         --resource-spec-file "$PWD/build/$preset/displays/resources.json" "$@" || status=$?
-    [[ -s "$report" ]] || return 1
+    count_tests "$report" "$status"
+}
 
-    local total
+# count_tests REPORT STATUS: what ctest reported, which ended with this status.
+count_tests() {
+    local report="$1" status="$2" total
+    [[ -s "$report" ]] || return 1
     total="$(count_in "$report" tests)"
     s_failed="$(count_in "$report" failures)"
     s_skipped=$(($(count_in "$report" skipped) + $(count_in "$report" disabled)))
@@ -242,5 +250,5 @@ coverage_report() {
     llvm-profdata-19 merge -sparse "$build"/profiles/*.profraw -o "$build/tests.profdata" >&2 || return 1
     llvm-cov-19 export -format=lcov -instr-profile="$build/tests.profdata" "${programs[@]}" -sources ZelvoraIOS \
         >"$build/coverage.lcov" || return 1
-    awk -f scripts/coverage.awk -v "top=$PWD/" "$build/coverage.lcov"
+    awk -f scripts/coverage.awk -v "top=$PWD/" -v what=ZelvoraIOS/ "$build/coverage.lcov"
 }

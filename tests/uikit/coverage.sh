@@ -6,7 +6,7 @@ least=95
 programs=()
 while IFS= read -r program; do
     programs+=(-object "$program")
-done < <(find "$build/tests/uikit" -type f -perm -u+x -name '*_tests' | sort)
+done < <(find "$build/tests/uikit" -type f -perm -u+x -name 'uikit_*' | sort)
 ((${#programs[@]})) || { echo "error: there are no test programs in $build"; exit 1; }
 llvm-profdata-19 merge -sparse "$build"/profiles/*.profraw -o "$build/tests.profdata"
 llvm-cov-19 export -format=lcov -instr-profile="$build/tests.profdata" "${programs[@]}" \

@@ -1,0 +1,62 @@
+#pragma once
+
+#import "module/ObjectiveC/ZelvoraIOS.h"
+
+#import <UIKit/UIKit.h>
+#import <WebKit/WebKit.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+/// A host's delegate that remembers what it was asked.
+@interface RecordingDelegate : NSObject <ZelvoraSDKDelegate>
+@property (nonatomic) BOOL mayGoBack;
+@property (nonatomic, readonly) int askedCount;
+@property (nonatomic, readonly) int dismissalCount;
+@property (nonatomic, weak, readonly) ZelvoraWebView* askedWith;
+@end
+
+namespace zelvora::tests {
+
+/// The arguments of a call of `initialize` by name. Those that are not set are nil.
+struct Configuration {
+    BOOL allowsSwipeBack = YES;
+    ZelvoraViewProvider headerViewProvider = nil;
+    ZelvoraViewProvider footerViewProvider = nil;
+    id<ZelvoraSDKDelegate> delegate = nil;
+    ZelvoraCompletionHandler completionHandler = nil;
+};
+
+/// The module in an app that is active, whose user denies tracking, with a service that knows its shop "mall".
+class SurfaceTest : public testing::Test {
+protected:
+    SurfaceTest();
+    ~SurfaceTest() override;
+
+    NSError* initialize(Configuration const& configuration = {});
+    /// Initializes, and waits until that is over.
+    void makeReady(Configuration const& configuration = {});
+    bool runUntil(std::function<bool()> const& done);
+    /// Ends what is under way, and lets go of what only the main queue and the transitions hold.
+    void settle();
+
+    /// A navigation stack of the host's in the window, with one screen.
+    UINavigationController* showStack();
+    /// Starts from the stack's screen, and waits for the container on top of it.
+    ZelvoraIOSViewController* openShop(UINavigationController* stack);
+
+    static ZelvoraWebView* webViewIn(UIView* view);
+    static WKWebView* pageIn(UIView* view);
+    /// The error lines of the system log since the last call, without their prefix.
+    static std::vector<std::string> errorLines();
+
+    ZelvoraSDK* m_sdk;
+    UIWindow* m_window;
+};
+
+/// The system's text as ours; "nil" for none, so that it can be printed.
+[[nodiscard]] std::string textOf(NSString* text);
+
+}

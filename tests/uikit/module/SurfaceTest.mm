@@ -1,0 +1,153 @@
+#include "tests/uikit/module/SurfaceTest.h"
+
+#include "tests/uikit/doubles/Application.h"
+#include "tests/uikit/doubles/Dispatch.h"
+#include "tests/uikit/doubles/Log.h"
+#include "tests/uikit/doubles/Tracking.h"
+#include "tests/uikit/doubles/UIKit.h"
+#include "tests/uikit/doubles/URLSession.h"
+
+#include <os/log.h>
+
+@implementation RecordingDelegate
+
+- (instancetype)init
+{
+    self = [super init];
+    _mayGoBack = YES;
+    return self;
+}
+
+- (BOOL)zelvoraSDKShouldHandleBackAction:(ZelvoraWebView*)webView
+{
+    ++_askedCount;
+    _askedWith = webView;
+    return _mayGoBack;
+}
+
+- (void)zelvoraSDKWillDismiss
+{
+    ++_dismissalCount;
+}
+
+@end
+
+namespace zelvora::tests {
+
+SurfaceTest::SurfaceTest()
+    : m_sdk(ZelvoraSDK.sharedInstance)
+    , m_window([[UIWindow alloc] initWithFrame:CGRectMake(0, 0, doubles::screenWidth, doubles::screenHeight)])
+{
+    doubles::setApplicationState(UIApplicationStateActive);
+    doubles::setTrackingStatus(ATTrackingManagerAuthorizationStatusDenied);
+    doubles::network().setServer([](doubles::SentRequest const& request) -> doubles::Outcome {
+        bool const isLookup = request.url.find("lookup") != std::string::npos;
+        return doubles::HTTPAnswer { 200, isLookup ? R"({"data":{"shopId":"mall"}})" : "" };
+    });
+}
+
+SurfaceTest::~SurfaceTest()
+{
+    doubles::network().setServer(nullptr);
+}
+
+NSError* SurfaceTest::initialize(Configuration const& configuration)
+{
+    return [m_sdk initializeWithUserKey:@"user"
+                                 apiKey:@"key"
+                      isTrackingEnabled:YES
+                                  isDev:NO
+                        allowsSwipeBack:configuration.allowsSwipeBack
+                     headerViewProvider:configuration.headerViewProvider
+                     footerViewProvider:configuration.footerViewProvider
+                               delegate:configuration.delegate
+                     completion_handler:configuration.completionHandler];
+}
+
+void SurfaceTest::makeReady(Configuration const& configuration)
+{
+    __weak UIViewController* waiting = nil;
+    @autoreleasepool {
+        EXPECT_EQ(initialize(configuration), nil);
+        // A start during the initialization is carried out at its end, and the SDK then lets go of the presenter.
+        UIViewController* presenter = [[UIViewController alloc] initWithNibName:nil bundle:nil];
+        EXPECT_EQ([m_sdk startFromViewController:presenter], nil);
+        waiting = presenter;
+    }
+    EXPECT_TRUE(runUntil([&waiting] { return waiting == nil; }));
+    settle();
+}
+
+bool SurfaceTest::runUntil(std::function<bool()> const& done)
+{
+    return doubles::runMainUntil([&done] {
+        @autoreleasepool {
+            return done();
+        }
+    });
+}
+
+void SurfaceTest::settle()
+{
+    @autoreleasepool {
+        doubles::finishTransitions();
+        doubles::runMainQueue();
+        doubles::finishTransitions();
+    }
+}
+
+UINavigationController* SurfaceTest::showStack()
+{
+    UIViewController* home = [[UIViewController alloc] initWithNibName:nil bundle:nil];
+    UINavigationController* stack = [[UINavigationController alloc] initWithRootViewController:home];
+    m_window.rootViewController = stack;
+    [m_window makeKeyAndVisible];
+    return stack;
+}
+
+ZelvoraIOSViewController* SurfaceTest::openShop(UINavigationController* stack)
+{
+    EXPECT_EQ([m_sdk startFromViewController:stack.topViewController], nil);
+    EXPECT_TRUE(runUntil([stack] { return stack.viewControllers.count == 2; }));
+    settle();
+    UIViewController* container = stack.topViewController;
+    EXPECT_TRUE([container isKindOfClass:[ZelvoraIOSViewController class]]);
+    return static_cast<ZelvoraIOSViewController*>(container);
+}
+
+ZelvoraWebView* SurfaceTest::webViewIn(UIView* view)
+{
+    for (UIView* child in view.subviews) {
+        if ([child isKindOfClass:[ZelvoraWebView class]])
+            return static_cast<ZelvoraWebView*>(child);
+    }
+    return nil;
+}
+
+WKWebView* SurfaceTest::pageIn(UIView* view)
+{
+    for (UIView* child in view.subviews) {
+        if ([child isKindOfClass:[WKWebView class]])
+            return static_cast<WKWebView*>(child);
+    }
+    return nil;
+}
+
+std::vector<std::string> SurfaceTest::errorLines()
+{
+    static constexpr std::string_view prefix = "[ZelvoraSDK] ";
+    std::vector<std::string> lines;
+    for (auto const& entry : doubles::logEntries()) {
+        if (entry.type == OS_LOG_TYPE_ERROR)
+            lines.push_back(entry.text.substr(prefix.size()));
+    }
+    doubles::clearLog();
+    return lines;
+}
+
+std::string textOf(NSString* text)
+{
+    return text ? std::string(text.UTF8String) : "nil";
+}
+
+}

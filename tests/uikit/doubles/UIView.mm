@@ -79,6 +79,8 @@ CGFloat const UIViewNoIntrinsicMetric = -1;
     NSLayoutAnchor* _first;
     NSLayoutAnchor* _second;
     BOOL _isActive;
+    // The view that keeps it while it is active.
+    __weak UIView* _keeper;
 }
 @end
 
@@ -296,15 +298,18 @@ void layOut(UIView* root)
     if (active == _isActive)
         return;
     note(active ? @"activate" : @"deactivate");
+    _isActive = active;
+    if (!active) {
+        if (UIView* keeper = _keeper)
+            [keeper->_constraints removeObjectIdenticalTo:self];
+        return;
+    }
     UIView* ancestor = commonAncestor(_first->_view, _second->_view);
-    if (active && !ancestor)
+    if (!ancestor)
         [NSException raise:NSGenericException
                     format:@"Unable to activate a constraint of views without common ancestor"];
-    _isActive = active;
-    if (active)
-        [ancestor->_constraints addObject:self];
-    else
-        [ancestor->_constraints removeObjectIdenticalTo:self];
+    _keeper = ancestor;
+    [ancestor->_constraints addObject:self];
 }
 
 @end

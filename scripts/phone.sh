@@ -1,7 +1,7 @@
 # The stage "phone": the phone's adapter and module, as far as they can be checked where there is no phone. The steps are in the
 # order in which they find the most. Each counts its checks; one that cannot run has failed.
 
-PHONE_STEPS=(phone_apple phone_decl phone_run phone_coverage phone_seeds phone_package phone_swift)
+PHONE_STEPS=(phone_apple phone_decl phone_run phone_coverage phone_seeds phone_live phone_package phone_swift)
 
 stage_phone() { phone_steps "${PHONE_STEPS[@]}"; }
 
@@ -86,6 +86,18 @@ phone_coverage() {
 }
 
 phone_seeds() { counted tests/uikit/seeds.sh; }
+# On a display.
+phone_live() {
+    build_phone uikit uikit_live || return 1
+    local output status=0
+    output="$(with_display "$PWD/build/uikit" tests/uikit/in_new_home.sh \
+        build/uikit/tests/uikit/live/uikit_live 2>&1)" || status=$?
+    say "$output"
+    s_passed="$(sed -nE 's/^\[  PASSED  \] ([0-9]+) tests?\..*/\1/p' <<<"$output")"
+    s_failed="$(grep -cE '^\[  FAILED  \] .*\([0-9]+ ms\)$' <<<"$output")" || true
+    s_passed="${s_passed:-0}"
+    ((s_passed > 0 && s_failed == 0 && status == 0))
+}
 phone_package() { counted tests/uikit/package.sh; }
 phone_swift() { counted tests/uikit/swift.sh; }
 

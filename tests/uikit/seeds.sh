@@ -42,9 +42,10 @@ exports_are_right() {
     make_target ios-gate zelvora_framework || { echo "the framework does not link, which is another fault"; exit 2; }
     (cd "$tree" && tests/uikit/link/check.sh build/ios-gate/ZelvoraIOS.framework)
 }
-package_is_right() {
+manifest_is_right() {
     make_target ios-gate zelvora_framework || { echo "the framework does not link, which is another fault"; exit 2; }
-    (cd "$tree" && tests/uikit/package.sh)
+    local framework="$tree/build/ios-gate/ZelvoraIOS.framework"
+    python3 "$tree/tests/uikit/package/privacy.py" "$framework/PrivacyInfo.xcprivacy" "$framework/ZelvoraIOS"
 }
 
 # seed NAME FILE EDIT CHECK...: the check must pass without the fault and fail with it.
@@ -123,7 +124,7 @@ seed_8() {
 seed_9() {
     seed "an API whose reason is not declared" "$adapter/Foundation/Clock.mm tests/uikit/link/symbols.txt" \
         's/(return \{) \[NSDate date\].timeIntervalSince1970/\1 static_cast<double>(mach_absolute_time())/; s/^_malloc$/&\n_mach_absolute_time/; s/^#import <Foundation.*/&\nextern "C" unsigned long long mach_absolute_time(void);/' \
-        package_is_right
+        manifest_is_right
 }
 
 # What is built goes to the log, what came of it to the caller.

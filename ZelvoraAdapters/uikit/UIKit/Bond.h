@@ -49,7 +49,7 @@ public:
     /// Absent (nil) once the native object that kept the owner is gone.
     [[nodiscard]] Native* native() const
     {
-        Native* native = m_native;
+        id const native = m_native;
         return native;
     }
 
@@ -57,7 +57,7 @@ public:
     /// keeps the native object.
     Native* handOver()
     {
-        Native* native = m_native;
+        Native* native = this->native();
         auto owner = m_kept ? m_owner.weak_from_this().lock() : nullptr;
         if (!owner)
             return native;
@@ -78,7 +78,8 @@ private:
     Owner& m_owner;
     // Nil once the native object keeps the owner.
     Native* m_kept;
-    __weak Native* m_native;
+    // Of no particular class, because the compiler takes a weak pointer to a dependent class for a strong one.
+    __weak id m_native;
 };
 
 }

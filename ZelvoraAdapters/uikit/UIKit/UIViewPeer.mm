@@ -110,10 +110,13 @@ void UIViewPeer::activate(platform::NSLayoutConstraint const& constraint)
 
 void UIViewPeer::deactivate(platform::NSLayoutConstraint const& constraint)
 {
-    std::erase_if(m_constraints, [&constraint](auto const& entry) {
+    // With its view a constraint has ended already.
+    UIView* view = native();
+    std::erase_if(m_constraints, [&constraint, view](auto const& entry) {
         if (entry.first != constraint)
             return false;
-        entry.second.active = NO;
+        if (view && entry.second.active)
+            entry.second.active = NO;
         return true;
     });
 }

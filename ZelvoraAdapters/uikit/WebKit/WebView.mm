@@ -7,6 +7,8 @@
 
 #include <utility>
 
+typedef void (^DecisionHandler)(WKNavigationActionPolicy);
+
 /// The delegate of a native web view, and the observer of its URL.
 @interface ZLVWebViewObserver : NSObject <WKNavigationDelegate> {
 @public
@@ -25,7 +27,7 @@
         decisionHandler(WKNavigationActionPolicyAllow);
         return;
     }
-    void (^decide const)(WKNavigationActionPolicy) = [decisionHandler copy];
+    DecisionHandler const decide = [decisionHandler copy];
     _view->decidePolicyFor({ zelvora::uikit::urlOf(navigationAction.request.URL) },
         [decide](auto policy) { decide(static_cast<WKNavigationActionPolicy>(policy)); });
 }

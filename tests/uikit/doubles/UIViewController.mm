@@ -202,6 +202,8 @@ void finishTransitions()
     UIViewController* container = [self container];
     UIViewController* presenting = container->_presenting;
     UIViewController* presenter = container->_presented ? container : presenting;
+    if (!presenter)
+        return;
     note([NSString stringWithFormat:@"dismiss %@", [presenter->_presented class]]);
     finishTransitions();
     [presenter endPresentations:animated completion:completion];

@@ -1,0 +1,34 @@
+#include "ZelvoraAdapters/uikit/Concurrency/DispatchQueue.h"
+#include "tests/contract/DispatchQueueContract.h"
+#include "tests/uikit/doubles/Dispatch.h"
+
+#include <chrono>
+
+namespace zelvora::tests {
+
+namespace {
+
+template<auto queueOf>
+class SystemQueue {
+public:
+    platform::DispatchQueue& queue() { return m_queue; }
+    bool runUntil(std::function<bool()> const& done) { return doubles::runMainUntil(done); }
+    platform::TimeInterval elapsed() const { return std::chrono::duration<double>(Clock::now() - m_start).count(); }
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    Clock::time_point const m_start = Clock::now();
+    uikit::DispatchQueue m_queue { queueOf() };
+};
+
+using MainQueue = SystemQueue<+[] { return dispatch_get_main_queue(); }>;
+using GlobalQueue = SystemQueue<+[] { return dispatch_get_global_queue(QOS_CLASS_DEFAULT, 0); }>;
+
+}
+
+INSTANTIATE_TYPED_TEST_SUITE_P(PhoneMain, DispatchQueueContract, MainQueue);
+INSTANTIATE_TYPED_TEST_SUITE_P(PhoneMain, SerialQueueContract, MainQueue);
+INSTANTIATE_TYPED_TEST_SUITE_P(PhoneGlobal, DispatchQueueContract, GlobalQueue);
+
+}

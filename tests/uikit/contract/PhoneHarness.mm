@@ -1,0 +1,160 @@
+#include "tests/uikit/contract/PhoneHarness.h"
+
+#include "ZelvoraAdapters/uikit/Foundation/URLRequests.h"
+#include "ZelvoraAdapters/uikit/Foundation/Values.h"
+#include "ZelvoraAdapters/uikit/Host.h"
+#include "tests/uikit/doubles/Application.h"
+#include "tests/uikit/doubles/Dispatch.h"
+#include "tests/uikit/doubles/UIKit.h"
+#include "tests/uikit/doubles/WebKit.h"
+
+#include <string_view>
+
+// What `@autoreleasepool` calls.
+extern "C" void* objc_autoreleasePoolPush(void);
+extern "C" void objc_autoreleasePoolPop(void* pool);
+
+/// A host's view with a height of its own.
+@interface ZLVContentView : UIView {
+@public
+    double _height;
+}
+@end
+
+@implementation ZLVContentView
+
+- (CGSize)intrinsicContentSize
+{
+    return CGSize { 60, _height };
+}
+
+@end
+
+namespace zelvora::tests {
+
+PhoneHarness::PhoneHarness()
+{
+    uikit::install();
+    m_window = [[UIWindow alloc] initWithFrame:CGRectMake(0, 0, 390, 844)];
+    m_pool = objc_autoreleasePoolPush();
+    doubles::setOpenableSchemes({ "zelvora-test" });
+    doubles::setApplicationState(UIApplicationStateBackground);
+}
+
+PhoneHarness::~PhoneHarness()
+{
+    m_window.rootViewController = nil;
+    objc_autoreleasePoolPop(m_pool);
+}
+
+bool PhoneHarness::runUntil(std::function<bool()> const& done)
+{
+    return doubles::runMainUntil([this, &done] {
+        doubles::finishTransitions();
+        objc_autoreleasePoolPop(m_pool);
+        m_pool = objc_autoreleasePoolPush();
+        return done();
+    });
+}
+
+void PhoneHarness::show(std::shared_ptr<platform::UIViewController> controller)
+{
+    @autoreleasepool {
+        m_window.rootViewController = uikit::nativeOf(*controller);
+        [m_window makeKeyAndVisible];
+    }
+}
+
+std::shared_ptr<platform::UINavigationController> PhoneHarness::makeNavigationController(
+    std::shared_ptr<platform::UIViewController> root)
+{
+    @autoreleasepool {
+        UINavigationController* native = [[UINavigationController alloc] initWithNibName:nil bundle:nil];
+        native.viewControllers = @[ uikit::nativeOf(*root) ];
+        return std::dynamic_pointer_cast<platform::UINavigationController>(uikit::retain(native));
+    }
+}
+
+std::shared_ptr<platform::UIView> PhoneHarness::makeContentView(double height)
+{
+    ZLVContentView* native = [[ZLVContentView alloc] initWithFrame:CGRectMake(0, 0, 0, 0)];
+    native->_height = height;
+    return uikit::wrap(native);
+}
+
+platform::CGRect PhoneHarness::seenFrame(platform::UIView& view)
+{
+    CGRect const frame = uikit::nativeOf(view).frame;
+    return { frame.origin.x, frame.origin.y, frame.size.width, frame.size.height };
+}
+
+bool PhoneHarness::isSeen(platform::UIView& view)
+{
+    UIView* native = uikit::nativeOf(view);
+    return native.superview && !native.hidden;
+}
+
+std::vector<platform::UIView const*> PhoneHarness::backToFront(platform::UIView& parent)
+{
+    std::vector<platform::UIView const*> views;
+    for (UIView* native in uikit::nativeOf(parent).subviews)
+        views.push_back(uikit::ownerOf(native).get());
+    return views;
+}
+
+void PhoneHarness::dragFromLeftEdge(platform::UIView& view)
+{
+    [uikit::nativeOf(view) doubleDragFromLeftEdge];
+}
+
+void PhoneHarness::show(std::shared_ptr<platform::WKWebView> view)
+{
+    m_shownWebView = static_cast<WKWebView*>(uikit::nativeOf(*view));
+    auto const controller = std::make_shared<platform::UIViewController>();
+    show(controller);
+    controller->view().addSubview(std::move(view));
+}
+
+void PhoneHarness::navigate(platform::WKWebView& view, platform::URL const& url)
+{
+    [static_cast<WKWebView*>(uikit::nativeOf(view)) doubleNavigateTo:uikit::nativeURL(url)];
+}
+
+void PhoneHarness::navigateFrame(platform::WKWebView& view, platform::URL const& url)
+{
+    [static_cast<WKWebView*>(uikit::nativeOf(view)) doubleNavigateFrameTo:uikit::nativeURL(url)];
+}
+
+void PhoneHarness::post(
+    platform::WKWebView& view, std::string const& handler, std::string const&, platform::Value const& value)
+{
+    [static_cast<WKWebView*>(uikit::nativeOf(view)) doublePost:uikit::objectOf(value)
+                                                     toHandler:uikit::stringOf(handler)];
+}
+
+std::vector<std::string> PhoneHarness::marks()
+{
+    constexpr std::string_view before = "mark('";
+    constexpr std::string_view after = "')";
+    std::vector<std::string> marks;
+    for (auto const& script : doubles::evaluatedScripts(m_shownWebView))
+        marks.push_back(script.substr(before.size(), script.size() - before.size() - after.size()));
+    return marks;
+}
+
+void PhoneHarness::activate()
+{
+    doubles::setApplicationState(UIApplicationStateActive);
+}
+
+void PhoneHarness::deactivate()
+{
+    doubles::setApplicationState(UIApplicationStateInactive);
+}
+
+std::vector<std::string> PhoneHarness::openedURLs()
+{
+    return doubles::openedURLs();
+}
+
+}

@@ -38,6 +38,7 @@ TEST_F(ContainerTest, OneThatTheHostMakesShowsItsAddress)
     WKWebView* const page = pageIn(webViewIn(container.view));
     ASSERT_NE(page, nil);
     EXPECT_EQ(textOf(page.URL.absoluteString), "https://shop.example/");
+    [container.view layoutIfNeeded];
     EXPECT_EQ(page.frame.size.width, doubles::screenWidth);
 }
 

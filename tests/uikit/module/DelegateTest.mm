@@ -1,4 +1,5 @@
 #include "tests/uikit/doubles/UIKit.h"
+#include "tests/uikit/doubles/WebKit.h"
 #include "tests/uikit/module/SurfaceTest.h"
 
 namespace zelvora::tests {
@@ -12,18 +13,28 @@ protected:
         @autoreleasepool {
             m_stack = showStack();
             m_container = openShop(m_stack);
+            m_webView = webViewIn(m_container.view);
+        }
+    }
+    void goTo(NSString* url)
+    {
+        @autoreleasepool {
+            [pageIn(m_webView) doubleNavigateTo:[NSURL URLWithString:url]];
+            EXPECT_EQ(textOf(m_webView.currentUrl), textOf(url));
         }
     }
     void swipe()
     {
         @autoreleasepool {
-            EXPECT_EQ([m_container.view doubleDragFromLeftEdge] > 0, true);
+            // The stack's own swipe recognizes the same drag.
+            EXPECT_GT([m_container.view doubleDragFromLeftEdge], 0U);
         }
         settle();
     }
 
     UINavigationController* m_stack = nil;
     ZelvoraIOSViewController* m_container = nil;
+    ZelvoraWebView* m_webView = nil;
 };
 
 TEST_F(DelegateTest, IsReferencedWeakly)
@@ -42,11 +53,22 @@ TEST_F(DelegateTest, IsAskedWithTheContainersWebViewAndMayVeto)
     delegate.mayGoBack = NO;
     makeReady({ .delegate = delegate });
     open();
+    goTo(@"https://mall.example/cart");
     swipe();
 
     EXPECT_EQ(delegate.askedCount, 1);
-    EXPECT_EQ(delegate.askedWith, webViewIn(m_container.view));
-    EXPECT_EQ(m_stack.viewControllers.count, 2U);
+    EXPECT_EQ(delegate.askedWith, m_webView);
+    EXPECT_EQ(textOf(m_webView.currentUrl), "https://mall.example/cart");
+}
+
+TEST_F(DelegateTest, LetsTheContainerGoBackInThePagesHistory)
+{
+    RecordingDelegate* const delegate = [[RecordingDelegate alloc] init];
+    makeReady({ .delegate = delegate });
+    open();
+    goTo(@"https://mall.example/cart");
+    swipe();
+    EXPECT_NE(textOf(m_webView.currentUrl), "https://mall.example/cart");
 }
 
 TEST_F(DelegateTest, HearsThatTheContainerDisappears)
@@ -68,8 +90,9 @@ TEST_F(DelegateTest, OnceItIsGoneTheContainerBehavesAsWithoutOne)
     }
     open();
     EXPECT_EQ(m_sdk.delegate, nil);
+    goTo(@"https://mall.example/cart");
     swipe();
-    EXPECT_EQ(m_stack.viewControllers.count, 1U);
+    EXPECT_NE(textOf(m_webView.currentUrl), "https://mall.example/cart");
 }
 
 TEST_F(DelegateTest, AHolderIsKeptUntilAnotherIsSet)

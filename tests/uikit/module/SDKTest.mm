@@ -2,8 +2,6 @@
 #include "tests/uikit/doubles/WebKit.h"
 #include "tests/uikit/module/SurfaceTest.h"
 
-#include <algorithm>
-
 namespace zelvora::tests {
 
 namespace {
@@ -207,8 +205,10 @@ TEST_F(SDKTest, QueuedEventsAreUploaded)
     [ZelvoraStorage saveEventTrackingData:@ { @"eventId" : @"cart" }];
     [m_sdk sendTrackingData];
     EXPECT_TRUE(runUntil([] { return [ZelvoraStorage getEventTrackingData].count == 0; }));
-    auto const bodies = bodiesSentTo("collector");
+    auto bodies = bodiesSentTo("collector");
     ASSERT_EQ(bodies.size(), 1U);
+    // Writers differ in blanks.
+    std::erase(bodies[0], ' ');
     EXPECT_NE(bodies[0].find(R"("eventId":"cart")"), std::string::npos) << bodies[0];
 }
 

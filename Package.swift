@@ -29,7 +29,7 @@ let package = Package(
       name: "ZelvoraObjC",
       dependencies: ["ZelvoraCore"],
       path: ".",
-      exclude: ["ZelvoraAdapters/uikit/CMakeLists.txt"],
+      exclude: ["ZelvoraAdapters/uikit/CMakeLists.txt", "module/ObjectiveC/module.modulemap"],
       sources: ["ZelvoraAdapters/uikit", "module/ObjectiveC"],
       publicHeadersPath: "module/ObjectiveC",
       cxxSettings: [.headerSearchPath(".")],

@@ -22,7 +22,11 @@ check() {
     fi
 }
 
-is_property_list() { plistutil -i "$1" -o "$work/plist" && [[ -s "$work/plist" ]]; }
+# plistutil reads what is not well-formed, too.
+is_property_list() {
+    plistutil -i "$1" -o "$work/plist" && [[ -s "$work/plist" ]] \
+        && python3 -c 'import plistlib, sys; plistlib.load(open(sys.argv[1], "rb"))' "$1"
+}
 
 # As plain Objective-C: nothing of C++ may be in what hosts import.
 is_objective_c() {

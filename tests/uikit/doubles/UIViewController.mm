@@ -216,7 +216,8 @@ void finishTransitions()
         leaving.insert(leaving.begin(), above);
     if (leaving.empty())
         return;
-    UIWindow* window = leaving.back().view.window;
+    // The uppermost screen is in the window, those that it covers may not be.
+    UIWindow* window = leaving.front().view.window;
     for (UIViewController* controller : leaving) {
         if (std::exchange(controller->_isLeaving, YES))
             continue;

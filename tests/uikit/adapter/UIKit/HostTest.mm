@@ -74,9 +74,10 @@ TEST_F(HostTest, AWrappedViewKeepsItsNativeOneAndIsTheSameWhileItLives)
         EXPECT_EQ(uikit::wrap(native), wrapped);
         EXPECT_EQ(uikit::ownerOf(native), wrapped);
     }
-    EXPECT_TRUE(weak != nil);
-    EXPECT_EQ(wrapped->bounds(), (CGRect { 0, 0, 30, 40 }));
-    wrapped.reset();
+    @autoreleasepool {
+        EXPECT_EQ(wrapped->bounds(), (CGRect { 0, 0, 30, 40 }));
+        wrapped.reset();
+    }
     EXPECT_TRUE(weak == nil);
 }
 
@@ -107,9 +108,10 @@ TEST_F(HostTest, AViewThatWasHandedOverEndsWithItsNativeOne)
 
 TEST_F(HostTest, AViewWhoseNativeOneIsGoneDoesNothing)
 {
-    auto const view = std::make_shared<UIView>(frame);
+    std::shared_ptr<UIView> view;
     auto const child = std::make_shared<UIView>();
     @autoreleasepool {
+        view = std::make_shared<UIView>(frame);
         EXPECT_TRUE(uikit::nativeOf(*view) != nil);
     }
     EXPECT_TRUE(uikit::nativeOf(*view) == nil);

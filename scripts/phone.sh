@@ -1,7 +1,7 @@
 # The stage "phone": the phone's adapter and module, as far as they can be checked where there is no phone. The steps are in the
 # order in which they find the most. Each counts its checks; one that cannot run has failed.
 
-PHONE_STEPS=(phone_apple phone_decl phone_run phone_coverage phone_seeds phone_live phone_package phone_swift)
+PHONE_STEPS=(phone_apple phone_decl phone_run phone_coverage phone_live phone_package phone_swift)
 
 stage_phone() { phone_steps "${PHONE_STEPS[@]}"; }
 
@@ -85,7 +85,6 @@ phone_coverage() {
     counted tests/uikit/coverage.sh build/uikit
 }
 
-phone_seeds() { counted tests/uikit/seeds.sh; }
 # On a display.
 phone_live() {
     build_phone uikit uikit_live || return 1

@@ -1,5 +1,4 @@
 #import <Foundation/Foundation.h>
-
 #include <gtest/gtest.h>
 
 // What `@autoreleasepool` calls.

@@ -598,15 +598,24 @@ void objc_moveWeak(id* to, id* from)
 }
 
 void objc_setProperty(id, SEL, ptrdiff_t, id, signed char, signed char);
-#define SETPROP(n, atomic, copy)                                                                                       \
-    void objc_setProperty_##n(id s, SEL c, id v, ptrdiff_t o)                                                          \
-    {                                                                                                                  \
-        objc_setProperty(s, c, o, v, atomic, copy);                                                                    \
-    }
-SETPROP(atomic, 1, 0)
-SETPROP(nonatomic, 0, 0) SETPROP(atomic_copy, 1, 1) SETPROP(nonatomic_copy, 0, 1)
+void objc_setProperty_atomic(id object, SEL selector, id value, ptrdiff_t offset)
+{
+    objc_setProperty(object, selector, offset, value, 1, 0);
+}
+void objc_setProperty_nonatomic(id object, SEL selector, id value, ptrdiff_t offset)
+{
+    objc_setProperty(object, selector, offset, value, 0, 0);
+}
+void objc_setProperty_atomic_copy(id object, SEL selector, id value, ptrdiff_t offset)
+{
+    objc_setProperty(object, selector, offset, value, 1, 1);
+}
+void objc_setProperty_nonatomic_copy(id object, SEL selector, id value, ptrdiff_t offset)
+{
+    objc_setProperty(object, selector, offset, value, 0, 1);
+}
 
-    int __gxx_personality_v0(int, int, uint64_t, void*, void*);
+int __gxx_personality_v0(int, int, uint64_t, void*, void*);
 int __gnustep_objcxx_personality_v0(int v, int a, uint64_t c, void* e, void* x)
 {
     return __gxx_personality_v0(v, a, c, e, x);

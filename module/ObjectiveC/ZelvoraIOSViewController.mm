@@ -3,6 +3,7 @@
 #include "ZelvoraAdapters/uikit/Foundation/Values.h"
 #include "ZelvoraAdapters/uikit/Host.h"
 #include "ZelvoraIOS/ZelvoraIOSViewController/ZelvoraIOSViewController.h"
+#import "module/ObjectiveC/ZelvoraWebView.h"
 
 #include <memory>
 
@@ -28,6 +29,8 @@ std::shared_ptr<zelvora::ZelvoraIOSViewController> ownerOf(ZelvoraIOSViewControl
 + (void)initialize
 {
     uikit::install();
+    // The adapter makes it by its name, which a linker does not see.
+    (void)[ZelvoraWebView class];
 }
 
 - (instancetype)initWithUrlString:(NSString*)urlString

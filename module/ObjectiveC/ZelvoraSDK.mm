@@ -5,6 +5,7 @@
 #include "ZelvoraIOS/ZelvoraIOSVersion.h"
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
+#import "module/ObjectiveC/ZelvoraIOSViewController.h"
 #include "module/ObjectiveC/internal/BridgedError.h"
 #include "module/ObjectiveC/internal/HostCallbacks.h"
 #include "module/ObjectiveC/internal/HostObjects.h"
@@ -53,6 +54,9 @@ ZelvoraWebView* nativeOf(std::shared_ptr<zelvora::ZelvoraWebView> const& view)
 + (void)initialize
 {
     uikit::install();
+    // The adapter makes both by their names, which a linker does not see: in a static library they would be missing.
+    (void)[ZelvoraIOSViewController class];
+    (void)[ZelvoraWebView class];
 }
 
 + (ZelvoraSDK*)sharedInstance

@@ -46,6 +46,7 @@ TEST_F(NilArgumentTest, NoNameOfAnActionIsTheEmptyNameAndNoActionIsNone)
     ZelvoraCustomAction none = nil;
     [m_sdk addCustomActionWithFunctionName:@"share" action:none];
     EXPECT_EQ([m_sdk getCustomActions].count, 0U);
+    EXPECT_EQ(textOf(ZelvoraJavascriptInterface.scriptSource).find("share"), std::string::npos);
     [m_sdk addCustomActionWithFunctionName:m_noText action:^(NSString*) {}];
     EXPECT_NE([m_sdk getCustomActions][@""], nil);
 }

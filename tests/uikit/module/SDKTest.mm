@@ -2,6 +2,8 @@
 #include "tests/uikit/doubles/WebKit.h"
 #include "tests/uikit/module/SurfaceTest.h"
 
+#include <thread>
+
 namespace zelvora::tests {
 
 namespace {
@@ -120,6 +122,20 @@ TEST_F(SDKTest, APresenterIsKeptUntilItHasPresented)
     }
     EXPECT_NE(weak, nil);
     EXPECT_TRUE(runUntil([&weak] { return weak == nil; }));
+}
+
+TEST_F(SDKTest, StartMayBeCalledOnAnyThread)
+{
+    makeReady();
+    UINavigationController* const stack = showStack();
+    UIViewController* const home = stack.topViewController;
+    std::thread([this, home] {
+        @autoreleasepool {
+            EXPECT_EQ([m_sdk startFromViewController:home], nil);
+        }
+    }).join();
+    EXPECT_EQ(stack.viewControllers.count, 1U);
+    EXPECT_TRUE(runUntil([stack] { return stack.viewControllers.count == 2; }));
 }
 
 TEST_F(SDKTest, ACreatedWebViewIsTheActiveOneAndTheHosts)

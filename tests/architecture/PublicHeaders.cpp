@@ -38,7 +38,9 @@ std::optional<Place> placeOf(std::string const& file)
     if (library == "ZelvoraAdapters/gtk/GLib")
         return Place { library, Audience::Tree };
     bool const isInFolder = rest.find('/') != std::string::npos;
-    if (std::regex_match(rest, internal) || (library == "ZelvoraAdapters/gtk" && isInFolder))
+    // What a phone's host sees of its adapter is the module; no header of it is installed.
+    if (std::regex_match(rest, internal) || (library == "ZelvoraAdapters/gtk" && isInFolder)
+        || library == "ZelvoraAdapters/uikit")
         return Place { library, Audience::Library };
     return Place { library, Audience::Hosts };
 }

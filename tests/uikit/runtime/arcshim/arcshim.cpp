@@ -247,10 +247,25 @@ extern "C" Slot* objc_slot_lookup_super(Super* s, SEL sel)
     return &g_slot;
 }
 template<class R, class... A>
-static R send(id o, char const* sel, A... a)
+static R send(id o, SEL s, A... a)
 {
-    SEL s = sel_registerName(sel);
     return reinterpret_cast<R (*)(id, SEL, A...)>(objc_msg_lookup(o, s))(o, s, a...);
+}
+
+namespace {
+// Asking for a selector takes the runtime's lock, which a thread holds during +initialize. One that waits for
+// weak_lock() there must not be waited for under weak_lock(), so these are asked for once, before there are threads.
+struct Selectors {
+    SEL retain = sel_registerName("retain");
+    SEL release = sel_registerName("release");
+    SEL autorelease = sel_registerName("autorelease");
+    SEL dealloc = sel_registerName("dealloc");
+};
+Selectors const& selectors()
+{
+    static Selectors const s;
+    return s;
+}
 }
 
 // ---------------------------------------------------------------- blocks runtime (the published Block ABI)
@@ -398,7 +413,7 @@ void make_block_class(char const* name, void* where, Class nsobject)
     class_addMethod(c, sel_registerName("dealloc"), (IMP)blk_dealloc, "v16@0:8");
     class_addMethod(c, sel_registerName("retainCount"), (IMP)blk_rc, "Q16@0:8");
     objc_registerClassPair(c);
-    send<id>(reinterpret_cast<id>(c), "class"); // +initialize, installs its dispatch table
+    send<id>(reinterpret_cast<id>(c), sel_registerName("class")); // +initialize, installs its dispatch table
     memcpy(where, c, 13 * sizeof(void*)); // a block's isa points at this symbol
 }
 
@@ -457,10 +472,10 @@ void obj_release(id self, SEL)
             associations().erase(it);
         }
     }
-    send<void>(self, "dealloc");
+    send<void>(self, selectors().dealloc);
     for (auto& [key, object] : associated)
         if (object)
-            send<void>(object, "release");
+            send<void>(object, selectors().release);
     std::lock_guard l(weak_lock());
     dying().erase(self);
 }
@@ -473,6 +488,7 @@ void bootstrap()
     if (!ns)
         return;
     g_booted = true;
+    (void)selectors();
     make_block_class("__ShimStackBlock", &_NSConcreteStackBlock, ns);
     make_block_class("__ShimGlobalBlock", &_NSConcreteGlobalBlock, ns);
     make_block_class("__ShimMallocBlock", &_NSConcreteMallocBlock, ns);
@@ -486,16 +502,16 @@ id objc_retainBlock(id b)
 }
 id objc_retain(id o)
 {
-    return o ? send<id>(o, "retain") : o;
+    return o ? send<id>(o, selectors().retain) : o;
 }
 void objc_release(id o)
 {
     if (o)
-        send<void>(o, "release");
+        send<void>(o, selectors().release);
 }
 id objc_autorelease(id o)
 {
-    return o ? send<id>(o, "autorelease") : o;
+    return o ? send<id>(o, selectors().autorelease) : o;
 }
 id objc_retainAutorelease(id o)
 {
@@ -527,11 +543,11 @@ void objc_storeStrong(id* where, id o)
 void* objc_autoreleasePoolPush()
 {
     static Class c = objc_lookUpClass("NSAutoreleasePool");
-    return send<id>(reinterpret_cast<id>(c), "new");
+    return send<id>(reinterpret_cast<id>(c), sel_registerName("new"));
 }
 void objc_autoreleasePoolPop(void* p)
 {
-    send<void>(static_cast<id>(p), "drain");
+    send<void>(static_cast<id>(p), sel_registerName("drain"));
 }
 
 void objc_setAssociatedObject(id o, void const* key, id value, uintptr_t policy)

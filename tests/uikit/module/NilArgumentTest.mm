@@ -24,8 +24,7 @@ TEST_F(NilArgumentTest, NoKeysAreEmptyKeys)
                                   delegate:nil
                         completion_handler:nil],
         nil);
-    EXPECT_TRUE(runUntil([] { return [ZelvoraStorage getValidShopId] != nil; }));
-    EXPECT_TRUE(runUntil([this] { return [m_sdk createWebView] != nil; }));
+    waitUntilReady();
     EXPECT_TRUE(textOf([m_sdk createWebView].currentUrl).ends_with("&uKey=&rid=M-AD-SDK"));
 }
 

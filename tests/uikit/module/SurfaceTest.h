@@ -38,6 +38,8 @@ protected:
     NSError* initialize(Configuration const& configuration = {});
     /// Initializes, and waits until that is over.
     void makeReady(Configuration const& configuration = {});
+    /// Waits until an initialization that is under way is over.
+    void waitUntilReady();
     bool runUntil(std::function<bool()> const& done);
     /// Ends what is under way, and lets go of what only the main queue and the transitions hold.
     void settle();
@@ -54,6 +56,9 @@ protected:
 
     ZelvoraSDK* m_sdk;
     UIWindow* m_window;
+
+private:
+    bool m_isInitializing = false;
 };
 
 /// The system's text as ours; "nil" for none, so that it can be printed.

@@ -48,11 +48,14 @@ SurfaceTest::SurfaceTest()
 
 SurfaceTest::~SurfaceTest()
 {
-    doubles::network().setServer(nullptr);
+    // Its threads must not outlive the process's own objects.
+    if (m_isInitializing)
+        waitUntilReady();
 }
 
 NSError* SurfaceTest::initialize(Configuration const& configuration)
 {
+    m_isInitializing = true;
     return [m_sdk initializeWithUserKey:@"user"
                                  apiKey:@"key"
                       isTrackingEnabled:YES
@@ -66,16 +69,24 @@ NSError* SurfaceTest::initialize(Configuration const& configuration)
 
 void SurfaceTest::makeReady(Configuration const& configuration)
 {
-    __weak UIViewController* waiting = nil;
     @autoreleasepool {
         EXPECT_EQ(initialize(configuration), nil);
+    }
+    waitUntilReady();
+}
+
+void SurfaceTest::waitUntilReady()
+{
+    __weak UIViewController* waiting = nil;
+    @autoreleasepool {
         // A start during the initialization is carried out at its end, and the SDK then lets go of the presenter.
         UIViewController* presenter = [[UIViewController alloc] initWithNibName:nil bundle:nil];
-        EXPECT_EQ([m_sdk startFromViewController:presenter], nil);
+        (void)[m_sdk startFromViewController:presenter];
         waiting = presenter;
     }
     EXPECT_TRUE(runUntil([&waiting] { return waiting == nil; }));
     settle();
+    m_isInitializing = false;
 }
 
 bool SurfaceTest::runUntil(std::function<bool()> const& done)

@@ -129,7 +129,11 @@ TEST_F(ContainerTest, LeavingItUploadsTheEvents)
     EXPECT_TRUE(runUntil([] { return [ZelvoraStorage getEventTrackingData].count == 0; }));
 }
 
-using ContainerDeathTest = ContainerTest;
+class ContainerDeathTest : public ContainerTest {
+protected:
+    // The queues have threads, which a fork would not have.
+    ContainerDeathTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+};
 
 TEST_F(ContainerDeathTest, ANibStopsTheProcess)
 {

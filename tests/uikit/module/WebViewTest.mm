@@ -143,7 +143,11 @@ TEST_F(WebViewTest, OnceTheSDKHasLetGoOfItEveryCallDoesNothing)
     EXPECT_EQ(m_sdk.activeWebView, nil);
 }
 
-using WebViewDeathTest = WebViewTest;
+class WebViewDeathTest : public WebViewTest {
+protected:
+    // The queues have threads, which a fork would not have.
+    WebViewDeathTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+};
 
 TEST_F(WebViewDeathTest, AFrameAloneStopsTheProcess)
 {

@@ -121,7 +121,7 @@ function(zelvora_test name)
     zelvora_target(${name})
     target_compile_options(${name} PRIVATE -Wno-conversion)
     target_link_libraries(${name} PRIVATE ${TEST_LIBRARIES} GTest::gtest GTest::gtest_main)
-    set(properties TIMEOUT 120 LABELS "${TEST_LABELS}")
+    set(properties TIMEOUT 300 LABELS "${TEST_LABELS}")
     if("gtk" IN_LIST TEST_LABELS)
         # A display has one pointer and one focus. These tests take longest, so they come first.
         list(APPEND properties RESOURCE_GROUPS displays:1 COST 1)

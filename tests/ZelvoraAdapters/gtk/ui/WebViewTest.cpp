@@ -224,11 +224,7 @@ TEST_F(WebViewTest, APageWhoseProcessDiedIsReloadedWithItsHandlers)
 TEST_F(WebViewTest, ARequestWhoseProcessDiesBeforeThereIsAPageIsMadeAgainWithItsHeaders)
 {
     LoopbackServer server;
-    std::vector<gtk::GObjectPointer<SoupServerMessage>> unanswered;
-    auto const url = server.serve("/slow", [&](SoupServerMessage* message) {
-        soup_server_message_pause(message);
-        unanswered.push_back(gtk::retain(message));
-    });
+    auto const url = server.serve("/slow", [](SoupServerMessage* message) { soup_server_message_pause(message); });
     view().load({ .url = url, .httpHeaderFields = { { "X-Zelvora", "yes" } } });
     ASSERT_TRUE(m_harness.runUntil([&] { return server.received().size() == 1; }));
     webkit_web_view_terminate_web_process(gtk::webKitWebViewOf(*m_view));

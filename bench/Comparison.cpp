@@ -18,15 +18,21 @@ double Comparison::seconds(std::function<void()> const& work) const
 double Comparison::print(std::string const& name, std::function<void()> const& work, std::string const& reference,
     std::function<void()> const& referenceWork) const
 {
+    return printTimes(name, [&] { return seconds(work); }, reference, [&] { return seconds(referenceWork); });
+}
+
+double Comparison::printTimes(std::string const& name, std::function<double()> const& work,
+    std::string const& reference, std::function<double()> const& referenceWork) const
+{
     // A first call of each, which fills caches, is not counted.
-    work();
-    referenceWork();
+    (void)work();
+    (void)referenceWork();
     std::vector<double> ratios;
     for (std::size_t round = 0; round < m_rounds; ++round) {
         // They alternate in going first, in case the order matters.
         auto const workFirst = round % 2 == 0;
-        auto const first = seconds(workFirst ? work : referenceWork);
-        auto const second = seconds(workFirst ? referenceWork : work);
+        auto const first = workFirst ? work() : referenceWork();
+        auto const second = workFirst ? referenceWork() : work();
         ratios.push_back(workFirst ? first / second : second / first);
     }
     std::ranges::sort(ratios);

@@ -19,6 +19,11 @@ public:
     double print(std::string const& name, std::function<void()> const& work, std::string const& reference,
         std::function<void()> const& referenceWork) const;
 
+    /// As `print`, for work that needs preparations which are not measured: each call returns the seconds that its own
+    /// part took. `repetitions` is not used.
+    double printTimes(std::string const& name, std::function<double()> const& work, std::string const& reference,
+        std::function<double()> const& referenceWork) const;
+
 private:
     [[nodiscard]] double seconds(std::function<void()> const& work) const;
 

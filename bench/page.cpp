@@ -9,8 +9,10 @@
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
 #include "bench/BareBridge.h"
 #include "bench/Comparison.h"
+#include "examples/driving/ChildProcesses.h"
 #include "examples/driving/engineOf.h"
 #include "tests/support/TemporaryDirectory.h"
+#include "tests/support/gtk/LoopbackServer.h"
 
 #include <array>
 #include <cstdio>
@@ -81,6 +83,9 @@ void start(std::string kind, std::filesystem::path const& folder)
     std::exit(EXIT_FAILURE); // NOLINT(concurrency-mt-unsafe)
 }
 
+constexpr char const* readyScript =
+    "webkit.messageHandlers.zelvora.postMessage({ action: 'invokeCustomAction', name: 'ready', data: null })";
+
 int receiveFirstMessage(bool withSDK)
 {
     auto isReceived = false;
@@ -93,12 +98,53 @@ int receiveFirstMessage(bool withSDK)
         bare = std::make_unique<bench::BareBridge>([&isReceived] { isReceived = true; });
     }
     auto* const engine = withSDK ? engineOf(*view) : bare->webView();
-    auto const* const script =
-        "webkit.messageHandlers.zelvora.postMessage({ action: 'invokeCustomAction', name: 'ready', data: null })";
-    webkit_web_view_evaluate_javascript(engine, script, -1, nullptr, nullptr, nullptr, nullptr, nullptr);
+    webkit_web_view_evaluate_javascript(engine, readyScript, -1, nullptr, nullptr, nullptr, nullptr, nullptr);
     bool const wasReceived = gtk::runMainLoopUntil([&isReceived] { return isReceived; });
     // Exits without the teardown, which is not measured.
     std::_Exit(wasReceived ? EXIT_SUCCESS : EXIT_FAILURE);
+}
+
+double secondsSince(gint64 begin)
+{
+    return static_cast<double>(g_get_monotonic_time() - begin) / G_USEC_PER_SEC;
+}
+
+void waitForWebProcesses(std::size_t count)
+{
+    if (gtk::runMainLoopUntil([count] { return examples::webProcesses().size() == count; }))
+        return;
+    std::fprintf(stderr, "There are not %zu web processes.\n", count);
+    std::exit(EXIT_FAILURE); // NOLINT(concurrency-mt-unsafe)
+}
+
+// A host that has run for a while has shown pages before.
+double secondsToFirstMessage(platform::URL const& page, bool isPrewarmed)
+{
+    waitForWebProcesses(0);
+    if (isPrewarmed) {
+        gtk::prewarm();
+        waitForWebProcesses(1);
+    }
+    auto isReceived = false;
+    ZelvoraSDK::shared().addCustomAction("ready", [&isReceived](auto const&) { isReceived = true; });
+    auto const begin = g_get_monotonic_time();
+    ZelvoraWebView const view(platform::CGRect {}, page.absoluteString(), false);
+    if (!gtk::runMainLoopUntil([&isReceived] { return isReceived; })) {
+        std::fprintf(stderr, "The page said nothing.\n");
+        std::exit(EXIT_FAILURE); // NOLINT(concurrency-mt-unsafe)
+    }
+    return secondsSince(begin);
+}
+
+void measurePrewarming()
+{
+    tests::LoopbackServer server;
+    server.serve("/",
+        [](SoupServerMessage* message) { tests::answer(message, 200, "<script>ZelvoraSDKBridge.ready()</script>"); });
+    bench::Comparison const comparison(15, 1);
+    comparison.printTimes(
+        "from a view made ahead to its page's first message", [&] { return secondsToFirstMessage(page, true); },
+        "a fresh view", [&] { return secondsToFirstMessage(page, false); });
 }
 
 void install(std::filesystem::path const& data)
@@ -119,6 +165,7 @@ int main(int count, char** arguments)
     install(folder.path());
     std::fprintf(stderr, "With a real engine\n");
     measureRoundTrips();
+    measurePrewarming();
     bench::Comparison const comparison(9, 1);
     comparison.print(
         "from process start to the page's first message", [&] { start("sdk", folder.path()); }, "a bare web view",

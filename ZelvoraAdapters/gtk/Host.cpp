@@ -55,6 +55,11 @@ void install(HostOptions options)
     platform::Platform::install(std::make_unique<Platform>(std::move(options)));
 }
 
+void prewarm()
+{
+    Platform::current().prewarm();
+}
+
 std::shared_ptr<UIView> wrapWidget(GtkWidget* widget)
 {
     return View::create(widget);

@@ -13,9 +13,11 @@
 #include "ZelvoraAdapters/gtk/UIKit/UIViewPeer.h"
 #include "ZelvoraAdapters/gtk/UIKit/ViewAnimation.h"
 #include "ZelvoraAdapters/gtk/WebKit/UserContentController.h"
+#include "ZelvoraAdapters/gtk/WebKit/ViewAhead.h"
 #include "ZelvoraAdapters/gtk/WebKit/WebView.h"
 #include "ZelvoraAdapters/gtk/WebKit/WebsiteSession.h"
 #include "ZelvoraAdapters/gtk/os/Logger.h"
+#include "ZelvoraAdapters/gtk/os/MemoryWarning.h"
 #include "ZelvoraAdapters/shared/Concurrency/ThreadPoolQueue.h"
 #include "ZelvoraAdapters/shared/Foundation/NotificationCenter.h"
 #include "ZelvoraAdapters/shared/JSON/JSONSerialization.h"
@@ -86,8 +88,22 @@ struct Platform::Services {
         , trackingStore(directory)
         , trackingManager(trackingStore, options.appName)
         , identifierManager(trackingStore)
-        , application(notificationCenter, [this] { globalQueue.async([this] { userDefaults.synchronize(); }); })
+        , application(notificationCenter, [this] { didResignActive(); })
     {
+    }
+
+    void prewarm()
+    {
+        if (!memoryWarning)
+            memoryWarning.emplace([this] { viewAhead.reset(); });
+        if (!viewAhead)
+            viewAhead = makeViewAhead(websites());
+    }
+
+    void didResignActive()
+    {
+        viewAhead.reset();
+        globalQueue.async([this] { userDefaults.synchronize(); });
     }
 
     WebsiteSession& websites()
@@ -115,6 +131,9 @@ struct Platform::Services {
     UIApplication application;
     // Made with the first web view, because it starts processes.
     std::optional<WebsiteSession> websiteSession;
+    // Until it is taken or its memory is needed.
+    GObjectPointer<WebKitWebView> viewAhead;
+    std::optional<MemoryWarning> memoryWarning;
 };
 
 Platform::Platform(HostOptions options)
@@ -148,6 +167,11 @@ Platform& Platform::current()
 SafeAreaInsets const& Platform::safeAreaInsets() const
 {
     return m_services->options.safeAreaInsets;
+}
+
+void Platform::prewarm()
+{
+    m_services->prewarm();
 }
 
 void Platform::synchronizeUserDefaults()
@@ -234,6 +258,8 @@ std::unique_ptr<platform::UIViewController::Peer> Platform::makeViewControllerPe
 
 std::shared_ptr<platform::WKUserContentController> Platform::makeUserContentController()
 {
+    if (m_services->viewAhead)
+        return std::make_shared<UserContentController>(std::move(m_services->viewAhead));
     return std::make_shared<UserContentController>();
 }
 

@@ -34,6 +34,9 @@ public:
 
     [[nodiscard]] SafeAreaInsets const& safeAreaInsets() const;
 
+    /// See `prewarm` in "Host.h". Main thread.
+    void prewarm();
+
     /// Makes the preferences written so far survive a power cut. Any thread.
     void synchronizeUserDefaults();
 

@@ -3,6 +3,7 @@
 #include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
 #include "ZelvoraIOS/ZelvoraStorage.h"
+#include "examples/driving/ChildProcesses.h"
 #include "examples/driving/engineOf.h"
 #include "examples/host/findWidget.h"
 

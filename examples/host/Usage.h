@@ -1,10 +1,7 @@
 #pragma once
 
-#include <sys/types.h>
-
 #include <map>
 #include <string>
-#include <vector>
 
 namespace zelvora::examples {
 
@@ -22,9 +19,6 @@ struct Usage {
 };
 
 [[nodiscard]] Usage measureUsage();
-
-/// The web processes that this process has started and that still run.
-[[nodiscard]] std::vector<pid_t> webProcesses();
 
 /// How many descriptors there are of each kind, threads of each name and children of each name.
 [[nodiscard]] std::map<std::string, int> usageByName();

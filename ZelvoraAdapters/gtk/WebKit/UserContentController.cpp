@@ -9,6 +9,12 @@ namespace zelvora::gtk {
 
 UserContentController::UserContentController() : m_manager(adopt(webkit_user_content_manager_new())) { }
 
+UserContentController::UserContentController(GObjectPointer<WebKitWebView> viewAhead)
+    : m_manager(retain(webkit_web_view_get_user_content_manager(viewAhead.get())))
+    , m_viewAhead(std::move(viewAhead))
+{
+}
+
 UserContentController::~UserContentController()
 {
     while (!m_connections.empty())

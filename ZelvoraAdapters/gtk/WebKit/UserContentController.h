@@ -7,6 +7,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 
 namespace zelvora::gtk {
 
@@ -14,11 +15,15 @@ namespace zelvora::gtk {
 class UserContentController final : public platform::WKUserContentController {
 public:
     UserContentController();
+    /// The manager of a view that was made ahead. The view goes with this object unless a web view takes it.
+    explicit UserContentController(GObjectPointer<WebKitWebView> viewAhead);
     UserContentController(UserContentController const&) = delete;
     UserContentController& operator=(UserContentController const&) = delete;
     ~UserContentController() override;
 
     [[nodiscard]] WebKitUserContentManager* manager() const { return m_manager.get(); }
+    /// Once at most; null if there is none.
+    [[nodiscard]] GObjectPointer<WebKitWebView> takeViewAhead() { return std::move(m_viewAhead); }
 
     // platform::WKUserContentController
     void addScriptMessageHandler(platform::WKScriptMessageHandler& handler, std::string const& name) override;
@@ -35,6 +40,7 @@ private:
     void receive(Registration const& registration, JSCValue* body);
 
     GObjectPointer<WebKitUserContentManager> m_manager;
+    GObjectPointer<WebKitWebView> m_viewAhead;
     // Signal connections by handler name.
     std::map<std::string, gulong> m_connections;
 };

@@ -4,6 +4,7 @@
 #include "ZelvoraAdapters/gtk/UIKit/UIViewPeer.h"
 #include "ZelvoraAdapters/gtk/WebKit/FileChooser.h"
 #include "ZelvoraAdapters/gtk/WebKit/UserContentController.h"
+#include "ZelvoraAdapters/gtk/WebKit/ViewAhead.h"
 #include "ZelvoraAdapters/gtk/WebKit/WebsiteSession.h"
 #include "ZelvoraAdapters/gtk/WebKit/refusePanels.h"
 
@@ -16,11 +17,12 @@ using platform::WKNavigationActionPolicy;
 
 namespace {
 
-WebKitWebView* makeEngineView(platform::WKWebViewConfiguration const& configuration, WebsiteSession const& session)
+GObjectPointer<WebKitWebView> engineViewFor(
+    platform::WKWebViewConfiguration const& configuration, WebsiteSession const& session)
 {
-    auto const& content = static_cast<UserContentController const&>(*configuration.userContentController);
-    return WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "user-content-manager", content.manager(),
-        "network-session", session.session(), nullptr));
+    auto& content = static_cast<UserContentController&>(*configuration.userContentController);
+    auto ahead = content.takeViewAhead();
+    return ahead ? std::move(ahead) : makeEngineView(content.manager(), session);
 }
 
 platform::WKNavigationAction actionOf(WebKitPolicyDecision* decision)
@@ -70,16 +72,16 @@ private:
 };
 
 WebView::WebView(platform::CGRect frame, platform::WKWebViewConfiguration const& configuration, WebsiteSession& session)
-    : WebView(frame, configuration, session, makeEngineView(configuration, session))
+    : WebView(frame, configuration, session, engineViewFor(configuration, session))
 {
 }
 
 WebView::WebView(platform::CGRect frame, platform::WKWebViewConfiguration configuration, WebsiteSession& session,
-    WebKitWebView* view)
-    : WKWebView(std::make_unique<UIViewPeer>(*this, frame, GTK_WIDGET(view), UIViewPeer::Sizing::None))
+    GObjectPointer<WebKitWebView> const& view)
+    : WKWebView(std::make_unique<UIViewPeer>(*this, frame, GTK_WIDGET(view.get()), UIViewPeer::Sizing::None))
     , m_configuration(std::move(configuration))
     , m_session(session)
-    , m_view(view)
+    , m_view(view.get())
 {
     connectSignals();
     refusePanels(m_view);

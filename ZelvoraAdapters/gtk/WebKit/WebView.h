@@ -47,7 +47,7 @@ private:
     struct Observer;
 
     WebView(platform::CGRect frame, platform::WKWebViewConfiguration configuration, WebsiteSession& session,
-        WebKitWebView* view);
+        GObjectPointer<WebKitWebView> const& view);
 
     void connectSignals();
     [[nodiscard]] bool decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);

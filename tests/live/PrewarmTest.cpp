@@ -128,6 +128,16 @@ TEST_F(PrewarmTest, AContentControllerThatNoWebViewUsesTakesTheViewWithIt)
     EXPECT_TRUE(waitForProcesses(0));
 }
 
+TEST_F(PrewarmTest, TheEnginesViewEndsWithTheWebViewThatTookIt)
+{
+    prewarm();
+    auto view = Platform::current().makeWebView({}, { Platform::current().makeUserContentController() });
+    gpointer engine = gtk::webKitWebViewOf(*view);
+    g_object_add_weak_pointer(G_OBJECT(engine), &engine);
+    view.reset();
+    EXPECT_TRUE(runMainLoopUntil([&engine] { return engine == nullptr; }));
+}
+
 TEST_F(PrewarmTest, WebViewsOfOneContentControllerAreDifferentViews)
 {
     prewarm();

@@ -56,6 +56,18 @@ TEST_F(NativeClassTest, TheNameReachesThePlatform)
     EXPECT_EQ(platform.controllerClasses, std::vector<std::string> { "ShopScreen" });
 }
 
+TEST_F(NativeClassTest, AForwardingPlatformPassesTheNameOn)
+{
+    platform::Platform& target = platform;
+    memory::ForwardingPlatform forwarding(target);
+    platform::UIView view;
+    platform::UIViewController controller;
+    (void)forwarding.makeViewPeer(view, {}, "ShopView");
+    (void)forwarding.makeViewControllerPeer(controller, "ShopScreen");
+    EXPECT_EQ(platform.viewClasses, (std::vector<std::string> { "any", "ShopView" }));
+    EXPECT_EQ(platform.controllerClasses, (std::vector<std::string> { "any", "ShopScreen" }));
+}
+
 TEST_F(NativeClassTest, AnSDKsWebViewIsOfTheClassThatHostsKnow)
 {
     auto const view = std::make_shared<ZelvoraWebView>(platform::CGRect {}, "https://shop.example/", false);

@@ -100,6 +100,11 @@ extension Result where Success == Void, Failure == ZelvoraSDKError {
   }
 }
 
+/// 1.0.
+public var ZelvoraIOSVersionNumber: Double {
+  __ZelvoraIOSVersionNumber
+}
+
 /// The version as text.
 public var ZelvoraIOSVersionString: String {
   ZelvoraSDK.__versionString

@@ -31,13 +31,15 @@ void install();
 [[nodiscard]] std::shared_ptr<platform::UIView> wrap(UIView* native);
 [[nodiscard]] std::shared_ptr<platform::WKWebView> wrap(WKWebView* native);
 /// The controller that the native one stands for. For one of the host's it is kept by the native controller and does
-/// not keep it.
+/// not keep it. Any thread.
 [[nodiscard]] std::shared_ptr<platform::UIViewController> wrap(UIViewController* native);
 
-/// As `wrap`, and keeps the native controller while the pointer or a copy of it lives. Release it on the main thread.
+/// As `wrap`, and keeps the native controller while the pointer or a copy of it lives. It is let go of on the main
+/// thread, on whichever thread the last of them ends.
 [[nodiscard]] std::shared_ptr<platform::UIViewController> retain(UIViewController* native);
 
-/// The object of the SDK's that the native one stands for, or nullptr if it stands for none, or not any more.
+/// The object of the SDK's that the native one stands for, or nullptr if it stands for none, or not any more. Any
+/// thread.
 [[nodiscard]] std::shared_ptr<platform::UIView> ownerOf(UIView* native);
 [[nodiscard]] std::shared_ptr<platform::UIViewController> ownerOf(UIViewController* native);
 
@@ -52,7 +54,7 @@ void adoptNext(UIView* native);
 void adoptNext(UIViewController* native);
 
 /// The native object of a view or controller, to give it to the host, which keeps it; it keeps the view or controller
-/// from now on. Nil once the native object is gone.
+/// from now on. Nil once the native object is gone. Any thread.
 UIView* nativeOf(platform::UIView& view);
 UIViewController* nativeOf(platform::UIViewController& controller);
 

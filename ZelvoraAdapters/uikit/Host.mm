@@ -7,6 +7,9 @@
 #include "ZelvoraAdapters/uikit/UIKit/ViewController.h"
 #include "ZelvoraAdapters/uikit/WebKit/WebView.h"
 
+#import <dispatch/dispatch.h>
+
+#include <memory>
 #include <mutex>
 #include <utility>
 
@@ -14,9 +17,30 @@ namespace zelvora::uikit {
 
 namespace {
 
-struct RetainedController {
-    UIViewController* native;
-    std::shared_ptr<platform::UIViewController> controller;
+void letGo(void* native)
+{
+    (void)(__bridge_transfer UIViewController*)native;
+}
+
+/// Keeps a native controller, which must end on the main thread.
+class RetainedController final {
+public:
+    RetainedController(UIViewController* native, std::shared_ptr<platform::UIViewController> controller)
+        : m_native(native)
+        , m_controller(std::move(controller))
+    {
+    }
+    RetainedController(RetainedController const&) = delete;
+    RetainedController& operator=(RetainedController const&) = delete;
+    ~RetainedController()
+    {
+        if (![NSThread isMainThread])
+            dispatch_async_f(dispatch_get_main_queue(), (__bridge_retained void*)m_native, letGo);
+    }
+
+private:
+    UIViewController* m_native;
+    std::shared_ptr<platform::UIViewController> m_controller;
 };
 
 }

@@ -6,6 +6,7 @@
 #import <UIKit/UIKit.h>
 
 #include <memory>
+#include <mutex>
 #include <variant>
 
 /// What a native object knows of the SDK's object that it stands for. Kept by association with the native object.
@@ -26,21 +27,27 @@
 
 namespace zelvora::uikit {
 
+/// Guards what native objects and owners know of each other, because a host may start the SDK, or ask for its active
+/// web view, on any thread. Recursive, because who lets go of a native object may end the bonds of others.
+[[nodiscard]] std::unique_lock<std::recursive_mutex> lockBonds();
+
 /// Binds an owner, the SDK's view or controller, to the native object that it is shown by; a member of its peer. At
 /// first the owner keeps the native object. Once the system or the host takes that one over, it is the other way round:
-/// the native object keeps the owner until it is destroyed itself. Never both, or neither would ever end. Main thread.
+/// the native object keeps the owner until it is destroyed itself. Never both, or neither would ever end. Any thread.
 template<typename Owner, typename Native>
 class Bond final {
 public:
     /// The owner may be incomplete.
     Bond(Owner& owner, Native* native) : m_owner(owner), m_kept(native), m_native(native)
     {
+        auto const lock = lockBonds();
         [ZLVOwnerReference of:native]->_owner = &owner;
     }
     Bond(Bond const&) = delete;
     Bond& operator=(Bond const&) = delete;
     ~Bond()
     {
+        auto const lock = lockBonds();
         ZLVOwnerReference* reference = [ZLVOwnerReference existingOf:native()];
         if (reference && reference->_owner == decltype(reference->_owner)(&m_owner))
             reference->_owner = std::monostate {};
@@ -57,6 +64,7 @@ public:
     /// keeps the native object.
     Native* handOver()
     {
+        auto const lock = lockBonds();
         Native* native = this->native();
         auto owner = m_kept ? m_owner.weak_from_this().lock() : nullptr;
         if (!owner)
@@ -69,6 +77,7 @@ public:
     /// The owner of a native object, or nullptr if it has none, or not any more.
     [[nodiscard]] static std::shared_ptr<Owner> ownerOf(Native* native)
     {
+        auto const lock = lockBonds();
         ZLVOwnerReference* reference = [ZLVOwnerReference existingOf:native];
         auto* const* const owner = reference ? std::get_if<Owner*>(&reference->_owner) : nullptr;
         return owner ? (*owner)->weak_from_this().lock() : nullptr;

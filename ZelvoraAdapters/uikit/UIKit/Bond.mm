@@ -27,3 +27,14 @@ char s_ownerKey;
 }
 
 @end
+
+namespace zelvora::uikit {
+
+std::unique_lock<std::recursive_mutex> lockBonds()
+{
+    // Never destroyed: threads of the system may still call in while the process ends.
+    static auto* const s_mutex = new std::recursive_mutex;
+    return std::unique_lock(*s_mutex);
+}
+
+}

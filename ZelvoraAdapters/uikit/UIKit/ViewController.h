@@ -12,6 +12,7 @@ namespace zelvora::uikit {
 class ViewController final : public platform::UIViewController {
 public:
     /// The controller that the native one stands for; a new one, or a navigation stack, if it stands for none. Not nil.
+    /// Any thread.
     [[nodiscard]] static std::shared_ptr<platform::UIViewController> of(::UIViewController* native);
 
     explicit ViewController(::UIViewController* native);

@@ -18,6 +18,8 @@ std::shared_ptr<platform::UIViewController> make(::UIViewController* native)
 
 std::shared_ptr<platform::UIViewController> ViewController::of(::UIViewController* native)
 {
+    // Else two threads could each make one.
+    auto const lock = lockBonds();
     if (auto owner = Bond<platform::UIViewController, ::UIViewController>::ownerOf(native))
         return owner;
     auto made = make(native);

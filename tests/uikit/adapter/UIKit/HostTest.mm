@@ -1,9 +1,19 @@
 #include "ZelvoraAdapters/uikit/Host.h"
 
 #include "ZelvoraPlatform/Platform.h"
+#include "tests/support/runOnThreads.h"
+#include "tests/uikit/doubles/Dispatch.h"
 #include "tests/uikit/doubles/UIKit.h"
 
 #include <gtest/gtest.h>
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <thread>
+#include <vector>
 
 /// A view class of a surface's.
 @interface ZLVNamedView : UIView <ZLVView>
@@ -40,6 +50,24 @@ protected:
 ::UIView* plainView()
 {
     return [[::UIView alloc] initWithFrame:CGRectMake(0, 0, 30, 40)];
+}
+
+// Enough of them to see two threads meet.
+constexpr std::size_t manyTimes = 1000;
+
+/// Runs `work` many times on two threads, which begin each round at the same time as far as a machine can.
+void runTogether(std::function<void(std::size_t round, std::size_t thread)> const& work)
+{
+    std::atomic<std::size_t> arrived = 0;
+    runOnThreads(2, [&](int thread) {
+        for (std::size_t round = 0; round < manyTimes; ++round) {
+            for (++arrived; arrived < 2 * (round + 1);)
+                std::this_thread::yield();
+            @autoreleasepool {
+                work(round, static_cast<std::size_t>(thread));
+            }
+        }
+    });
 }
 
 }
@@ -168,6 +196,38 @@ TEST_F(HostTest, AViewThatIsElsewhereMoves)
         root->subviews().front()->removeFromSuperview();
         EXPECT_EQ(header.superview, elsewhere);
     }
+}
+
+TEST_F(HostTest, TwoThreadsThatMeetAControllerForTheFirstTimeShareWhatStandsForIt)
+{
+    std::vector<::UIViewController*> natives;
+    for (std::size_t round = 0; round < manyTimes; ++round)
+        natives.push_back([[::UIViewController alloc] initWithNibName:nil bundle:nil]);
+    std::vector<std::array<std::shared_ptr<platform::UIViewController>, 2>> met(manyTimes);
+    runTogether([&](std::size_t round, std::size_t thread) { met[round][thread] = uikit::retain(natives[round]); });
+    for (auto const& [first, second] : met)
+        ASSERT_EQ(first, second);
+}
+
+TEST_F(HostTest, AControllerIsLetGoOfOnTheMainThread)
+{
+    __weak ::UIViewController* weak = nil;
+    std::shared_ptr<platform::UIViewController> retained;
+    @autoreleasepool {
+        ::UIViewController* native = [[::UIViewController alloc] initWithNibName:nil bundle:nil];
+        weak = native;
+        retained = uikit::retain(native);
+    }
+    runOnThreads(1, [&retained](int) {
+        @autoreleasepool {
+            retained.reset();
+        }
+    });
+    @autoreleasepool {
+        EXPECT_TRUE(weak != nil);
+        doubles::runMainQueue();
+    }
+    EXPECT_TRUE(weak == nil);
 }
 
 TEST_F(HostTest, AnimationsRunBeforeTheCallReturns)

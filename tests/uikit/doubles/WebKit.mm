@@ -1,6 +1,7 @@
 #include "tests/uikit/doubles/WebKit.h"
 
 #include "tests/uikit/doubles/Calls.h"
+#include "tests/uikit/doubles/WebKitObjects.h"
 
 #import <dispatch/dispatch.h>
 
@@ -8,104 +9,7 @@
 #include <functional>
 #include <memory>
 
-// GNUstep's has no context.
-@implementation NSObject (ZelvoraKVO)
-
-- (void)removeObserver:(NSObject*)observer forKeyPath:(NSString*)keyPath context:(void*)context
-{
-    [self removeObserver:observer forKeyPath:keyPath];
-}
-
-@end
-
-@implementation WKScriptMessage {
-@public
-    id _body;
-    NSString* _name;
-    __weak WKWebView* _webView;
-}
-
-- (id)body
-{
-    return _body;
-}
-
-- (NSString*)name
-{
-    return _name;
-}
-
-- (WKWebView*)webView
-{
-    return _webView;
-}
-
-@end
-
-@implementation WKUserScript
-
-@synthesize source = _source;
-@synthesize injectionTime = _injectionTime;
-@synthesize forMainFrameOnly = _forMainFrameOnly;
-
-- (instancetype)initWithSource:(NSString*)source
-                 injectionTime:(WKUserScriptInjectionTime)time
-              forMainFrameOnly:(BOOL)isForMainFrameOnly
-{
-    if ((self = [super init])) {
-        _source = [source copy];
-        _injectionTime = time;
-        _forMainFrameOnly = isForMainFrameOnly;
-    }
-    return self;
-}
-
-- (id)copyWithZone:(NSZone*)zone
-{
-    return self;
-}
-
-@end
-
-@implementation WKUserContentController {
-@public
-    NSMutableDictionary* _handlers;
-    NSMutableArray* _scripts;
-}
-
-- (instancetype)init
-{
-    if ((self = [super init])) {
-        _handlers = [[NSMutableDictionary alloc] init];
-        _scripts = [[NSMutableArray alloc] init];
-    }
-    return self;
-}
-
-- (NSArray*)userScripts
-{
-    return [_scripts copy];
-}
-
-- (void)addUserScript:(WKUserScript*)script
-{
-    zelvora::doubles::requireMainThread("addUserScript");
-    [_scripts addObject:script];
-}
-
-- (void)addScriptMessageHandler:(id<WKScriptMessageHandler>)handler name:(NSString*)name
-{
-    zelvora::doubles::requireMainThread("addScriptMessageHandler");
-    if ([_handlers objectForKey:name])
-        [NSException raise:NSInvalidArgumentException format:@"A handler named '%@' exists already.", name];
-    [_handlers setObject:handler forKey:name];
-}
-
-- (void)removeScriptMessageHandlerForName:(NSString*)name
-{
-    zelvora::doubles::requireMainThread("removeScriptMessageHandler");
-    [_handlers removeObjectForKey:name];
-}
+@implementation WKUserContentController (Double)
 
 - (NSUInteger)doubleHandlerCount
 {
@@ -114,46 +18,8 @@
 
 @end
 
-@implementation WKWebViewConfiguration
-
-@synthesize userContentController = _userContentController;
-
-- (instancetype)init
-{
-    if ((self = [super init]))
-        _userContentController = [[WKUserContentController alloc] init];
-    return self;
-}
-
-- (id)copyWithZone:(NSZone*)zone
-{
-    WKWebViewConfiguration* copy = [[WKWebViewConfiguration alloc] init];
-    copy.userContentController = self.userContentController;
-    return copy;
-}
-
-@end
-
-@implementation WKNavigation
-@end
-
-@implementation WKNavigationAction {
-@public
-    NSURLRequest* _request;
-}
-
-- (NSURLRequest*)request
-{
-    return _request;
-}
-
-@end
-
 @implementation WKWebView {
 @public
-    NSURL* _url;
-    WKWebViewConfiguration* _configuration;
-    __weak id<WKNavigationDelegate> _delegate;
     std::vector<NSURL*> _history;
     // The number of pages up to the one that is shown.
     std::size_t _place;
@@ -173,26 +39,6 @@
     if ((self = [super initWithFrame:frame]))
         _configuration = [configuration copy];
     return self;
-}
-
-- (WKWebViewConfiguration*)configuration
-{
-    return [_configuration copy];
-}
-
-- (id<WKNavigationDelegate>)navigationDelegate
-{
-    return _delegate;
-}
-
-- (void)setNavigationDelegate:(id<WKNavigationDelegate>)delegate
-{
-    _delegate = delegate;
-}
-
-- (NSURL*)URL
-{
-    return _url;
 }
 
 - (void)setDoubleURL:(NSURL*)url
@@ -279,11 +125,9 @@
         allowed();
         return;
     }
-    WKNavigationAction* action = [[WKNavigationAction alloc] init];
-    action->_request = url ? [NSURLRequest requestWithURL:url] : [[NSURLRequest alloc] init];
     auto const count = std::make_shared<int>(0);
     [_delegate webView:self
-        decidePolicyForNavigationAction:action
+        decidePolicyForNavigationAction:[WKNavigationAction doubleActionTo:url]
                         decisionHandler:^(WKNavigationActionPolicy policy) {
                             zelvora::doubles::requireMainThread("decisionHandler");
                             if (++*count > 1)
@@ -317,14 +161,7 @@
 
 - (BOOL)doublePost:(id)body toHandler:(NSString*)name
 {
-    WKUserContentController* content = _configuration.userContentController;
-    id<WKScriptMessageHandler> handler = [content->_handlers objectForKey:name];
-    WKScriptMessage* message = [[WKScriptMessage alloc] init];
-    message->_body = body;
-    message->_name = name;
-    message->_webView = self;
-    [handler userContentController:content didReceiveScriptMessage:message];
-    return handler != nil;
+    return [_configuration.userContentController doublePass:body toHandler:name from:self];
 }
 
 - (void)doubleTerminateProcess

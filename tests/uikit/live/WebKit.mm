@@ -1,6 +1,7 @@
 #import "tests/uikit/live/WebKit.h"
 
 #import "tests/uikit/doubles/Dispatch.h"
+#import "tests/uikit/doubles/WebKitObjects.h"
 #import "tests/uikit/live/Engine.h"
 
 #include <memory>
@@ -32,173 +33,34 @@ id objectOf(std::string const& json)
 
 }
 
-@implementation NSObject (ZelvoraKVO)
-
-- (void)removeObserver:(NSObject*)observer forKeyPath:(NSString*)keyPath context:(void*)context
-{
-    [self removeObserver:observer forKeyPath:keyPath];
-}
-
+@interface WKUserContentController (Engine)
+/// Gives an engine the scripts and the names of the handlers, and takes those that are removed later from it. It must
+/// live until `detach`.
+- (void)attachTo:(Engine*)engine;
+- (void)detach;
 @end
 
-@interface WKScriptMessage () {
-@public
-    id _body;
-    NSString* _name;
-}
-@end
-
-@implementation WKScriptMessage
-
-- (id)body
-{
-    return _body;
-}
-
-- (NSString*)name
-{
-    return _name;
-}
-
-- (WKWebView*)webView
-{
-    return nil;
-}
-
-@end
-
-@implementation WKUserScript
-
-@synthesize source = _source;
-@synthesize injectionTime = _injectionTime;
-@synthesize forMainFrameOnly = _forMainFrameOnly;
-
-- (instancetype)initWithSource:(NSString*)source
-                 injectionTime:(WKUserScriptInjectionTime)time
-              forMainFrameOnly:(BOOL)isForMainFrameOnly
-{
-    if ((self = [super init])) {
-        _source = [source copy];
-        _injectionTime = time;
-        _forMainFrameOnly = isForMainFrameOnly;
-    }
-    return self;
-}
-
-- (id)copyWithZone:(NSZone*)zone
-{
-    return self;
-}
-
-@end
-
-@interface WKUserContentController () {
-@public
-    NSMutableDictionary* _handlers;
-    NSMutableArray* _scripts;
-    // Reset by the web view.
-    Engine* _engine;
-}
-@end
-
-@implementation WKUserContentController
-
-- (instancetype)init
-{
-    if ((self = [super init])) {
-        _handlers = [[NSMutableDictionary alloc] init];
-        _scripts = [[NSMutableArray alloc] init];
-    }
-    return self;
-}
-
-- (NSArray*)userScripts
-{
-    return [_scripts copy];
-}
-
-- (void)addUserScript:(WKUserScript*)script
-{
-    [_scripts addObject:script];
-}
-
-- (void)addScriptMessageHandler:(id<WKScriptMessageHandler>)handler name:(NSString*)name
-{
-    [_handlers setObject:handler forKey:name];
-}
-
-- (void)removeScriptMessageHandlerForName:(NSString*)name
-{
-    [_handlers removeObjectForKey:name];
-    if (_engine)
-        _engine->removeHandler(name.UTF8String);
-}
+@implementation WKUserContentController (Engine)
 
 - (void)attachTo:(Engine*)engine
 {
-    _engine = engine;
-    if (!engine)
-        return;
     for (WKUserScript* script in _scripts) {
         engine->addScript(script.source.UTF8String, script.injectionTime == WKUserScriptInjectionTimeAtDocumentStart,
             script.forMainFrameOnly);
     }
     for (NSString* name in _handlers)
         engine->addHandler(name.UTF8String);
+    _didRemoveHandler = [engine](NSString* name) { engine->removeHandler(name.UTF8String); };
 }
 
-- (void)receive:(std::string const&)json for:(NSString*)name
+- (void)detach
 {
-    WKScriptMessage* message = [[WKScriptMessage alloc] init];
-    message->_name = name;
-    message->_body = objectOf(json);
-    [[_handlers objectForKey:name] userContentController:self didReceiveScriptMessage:message];
-}
-
-@end
-
-@implementation WKWebViewConfiguration
-
-@synthesize userContentController = _userContentController;
-
-- (instancetype)init
-{
-    if ((self = [super init]))
-        _userContentController = [[WKUserContentController alloc] init];
-    return self;
-}
-
-- (id)copyWithZone:(NSZone*)zone
-{
-    WKWebViewConfiguration* copy = [[WKWebViewConfiguration alloc] init];
-    copy.userContentController = self.userContentController;
-    return copy;
-}
-
-@end
-
-@implementation WKNavigation
-@end
-
-@interface WKNavigationAction () {
-@public
-    NSURLRequest* _request;
-}
-@end
-
-@implementation WKNavigationAction
-
-- (NSURLRequest*)request
-{
-    return _request;
+    _didRemoveHandler = nullptr;
 }
 
 @end
 
 @implementation WKWebView {
-    NSURL* _url;
-    WKWebViewConfiguration* _configuration;
-    __weak id<WKNavigationDelegate> _delegate;
     std::unique_ptr<Engine> _engine;
 }
 
@@ -217,7 +79,7 @@ id objectOf(std::string const& json)
 
 - (void)dealloc
 {
-    [_configuration.userContentController attachTo:nullptr];
+    [_configuration.userContentController detach];
 }
 
 - (Engine::Callbacks)callbacks
@@ -228,7 +90,9 @@ id objectOf(std::string const& json)
             [weak](std::string const& handler, std::string const& json) {
                 @autoreleasepool {
                     WKWebView* view = weak;
-                    [view.configuration.userContentController receive:json for:stringOf(handler)];
+                    [view.configuration.userContentController doublePass:objectOf(json)
+                                                               toHandler:stringOf(handler)
+                                                                    from:view];
                 }
             },
         .mayNavigate =
@@ -258,11 +122,9 @@ id objectOf(std::string const& json)
 /// The engine asks at once, and takes the answer at once.
 - (BOOL)mayNavigateTo:(NSURL*)url
 {
-    WKNavigationAction* action = [[WKNavigationAction alloc] init];
-    action->_request = [NSURLRequest requestWithURL:url];
     auto const answer = std::make_shared<BOOL>(YES);
     [_delegate webView:self
-        decidePolicyForNavigationAction:action
+        decidePolicyForNavigationAction:[WKNavigationAction doubleActionTo:url]
                         decisionHandler:^(
                             WKNavigationActionPolicy policy) { *answer = policy == WKNavigationActionPolicyAllow; }];
     return *answer;
@@ -273,26 +135,6 @@ id objectOf(std::string const& json)
     [self willChangeValueForKey:@"URL"];
     _url = url;
     [self didChangeValueForKey:@"URL"];
-}
-
-- (WKWebViewConfiguration*)configuration
-{
-    return [_configuration copy];
-}
-
-- (id<WKNavigationDelegate>)navigationDelegate
-{
-    return _delegate;
-}
-
-- (void)setNavigationDelegate:(id<WKNavigationDelegate>)delegate
-{
-    _delegate = delegate;
-}
-
-- (NSURL*)URL
-{
-    return _url;
 }
 
 - (BOOL)canGoBack

@@ -1,5 +1,7 @@
 #include "tests/uikit/module/SurfaceTest.h"
 
+#include <ostream>
+
 namespace zelvora::tests {
 
 namespace {
@@ -10,6 +12,12 @@ struct Expected {
     char const* type;
     bool takesDetail;
 };
+
+// In the name of a test.
+void PrintTo(Expected const& expected, std::ostream* stream)
+{
+    *stream << expected.text;
+}
 
 class ErrorTest : public testing::TestWithParam<Expected> { };
 

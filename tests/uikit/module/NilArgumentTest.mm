@@ -31,13 +31,12 @@ TEST_F(NilArgumentTest, NoKeysAreEmptyKeys)
 TEST_F(NilArgumentTest, NoPresenterIsAnOtherError)
 {
     NSMutableArray<NSError*>* const reported = [NSMutableArray arrayWithCapacity:1];
-    makeReady({ .completionHandler = ^(NSError* error) { [reported addObject:error];
-}
-});
-NSError* const error = [m_sdk startFromViewController:m_noController];
-EXPECT_EQ(error.code, ZelvoraSDKErrorOtherError);
-EXPECT_EQ(textOf(error.userInfo[ZelvoraSDKErrorCodeKey]), "E300");
-EXPECT_EQ(reported.count, 1U);
+    ZelvoraCompletionHandler const keepError = ^(NSError* error) { [reported addObject:error]; };
+    makeReady({ .completionHandler = keepError });
+    NSError* const error = [m_sdk startFromViewController:m_noController];
+    EXPECT_EQ(error.code, ZelvoraSDKErrorOtherError);
+    EXPECT_EQ(textOf(error.userInfo[ZelvoraSDKErrorCodeKey]), "E300");
+    EXPECT_EQ(reported.count, 1U);
 }
 
 TEST_F(NilArgumentTest, NoNameOfAnActionIsTheEmptyNameAndNoActionIsNone)
@@ -109,5 +108,7 @@ TEST_F(NilArgumentTest, NoDecisionHandlerIsNotCalled)
     [view webView:pageIn(view) decidePolicyForNavigationAction:action decisionHandler:none];
     EXPECT_EQ(textOf(view.currentUrl), "https://shop.example/");
 }
+
 }
+
 }

@@ -98,17 +98,16 @@ TEST_F(SDKTest, StartWithoutAShopReturnsTheErrorAndReportsIt)
 {
     doubles::network().setServer([](auto const&) -> doubles::Outcome { return doubles::HTTPAnswer { 200, "{}" }; });
     NSMutableArray<NSError*>* const reported = [NSMutableArray arrayWithCapacity:1];
-    makeReady({ .completionHandler = ^(NSError* error) { [reported addObject:error];
-}
-});
-// The start that waited for the end of the initialization.
-EXPECT_EQ(reported.count, 1U);
+    ZelvoraCompletionHandler const keepError = ^(NSError* error) { [reported addObject:error]; };
+    makeReady({ .completionHandler = keepError });
+    // The start that waited for the end of the initialization.
+    EXPECT_EQ(reported.count, 1U);
 
-NSError* const error = [m_sdk startFromViewController:showStack()];
-EXPECT_EQ(error.code, ZelvoraSDKErrorShopIdNotInitialized);
-EXPECT_EQ(textOf(error.userInfo[ZelvoraSDKErrorCodeKey]), "E001");
-ASSERT_EQ(reported.count, 2U);
-EXPECT_EQ([reported objectAtIndex:1].code, ZelvoraSDKErrorShopIdNotInitialized);
+    NSError* const error = [m_sdk startFromViewController:showStack()];
+    EXPECT_EQ(error.code, ZelvoraSDKErrorShopIdNotInitialized);
+    EXPECT_EQ(textOf(error.userInfo[ZelvoraSDKErrorCodeKey]), "E001");
+    ASSERT_EQ(reported.count, 2U);
+    EXPECT_EQ([reported objectAtIndex:1].code, ZelvoraSDKErrorShopIdNotInitialized);
 }
 
 TEST_F(SDKTest, APresenterIsKeptUntilItHasPresented)
@@ -252,5 +251,7 @@ TEST_F(SDKTest, HasItsVersion)
     EXPECT_EQ(ZelvoraIOSVersionNumber, 1.0);
     EXPECT_EQ(textOf(ZelvoraSDK.versionString), ZelvoraIOSVersionString);
 }
+
 }
+
 }

@@ -31,9 +31,8 @@ void UserDefaults::setObject(std::optional<platform::Value> value, std::string c
         if (!name || !object)
             return;
         std::scoped_lock const lock(m_mutex);
-        // The store may keep what it has if that is equal, as 1 is to true.
-        id const stored = [m_defaults objectForKey:name];
-        if ([stored isEqual:object] && valueOf(stored, Nulls::Reserved) != value)
+        // The store may keep what it has if that is equal, as 1 is to true and 0 to -0.
+        if ([[m_defaults objectForKey:name] isEqual:object])
             [m_defaults removeObjectForKey:name];
         [m_defaults setObject:object forKey:name];
     }

@@ -56,20 +56,4 @@ TEST_F(UserDefaultsTest, WhatThePreferencesDoNotAcceptLeavesTheStoredValue)
     EXPECT_EQ(m_defaults.object("\xff"), std::nullopt);
 }
 
-TEST_F(UserDefaultsTest, KeepsAQueueThatIsReadExtendedDroppedAndWrittenBack)
-{
-    auto const queue = [this] {
-        auto const value = m_defaults.object("queue");
-        return value && value->array() ? *value->array() : Array {};
-    };
-    for (int i = 0; i < 300; ++i) {
-        m_defaults.setObject(Value(queue().appending(platform::Dictionary { { "number", i } })), "queue");
-        if (i % 100 == 99)
-            m_defaults.setObject(Value(queue().droppingFirst(90)), "queue");
-    }
-    ASSERT_EQ(queue().size(), 30U);
-    for (std::size_t i = 0; i < 30; ++i)
-        EXPECT_EQ(queue().at(i), Value(platform::Dictionary { { "number", 270 + i } }));
-}
-
 }

@@ -1,7 +1,7 @@
 # The stage "phone": the phone's adapter and module, as far as they can be checked where there is no phone. The steps are in the
 # order in which they find the most. Each counts its checks; one that cannot run has failed.
 
-PHONE_STEPS=(phone_apple phone_decl phone_run phone_coverage phone_live phone_package phone_swift)
+PHONE_STEPS=(phone_apple phone_decl phone_run phone_coverage phone_seeds phone_live phone_package phone_swift)
 
 stage_phone() { phone_steps "${PHONE_STEPS[@]}"; }
 
@@ -83,6 +83,12 @@ phone_coverage() {
     }
     s_passed=0 s_failed=0 s_skipped=0
     counted tests/uikit/coverage.sh build/uikit
+}
+
+# With what the steps before it have built.
+phone_seeds() {
+    build_phone ios-gate all && build_phone uikit all || return 1
+    counted tests/uikit/seeds.sh
 }
 
 # On a display.

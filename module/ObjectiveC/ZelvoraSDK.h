@@ -101,7 +101,8 @@ ZELVORA_EXPORT NS_SWIFT_SENDABLE __attribute__((objc_subclassing_restricted))
 @property (nullable, copy) ZelvoraPageNavigationHandler onPageNavigation;
 /// Whether containers show their footer; YES until `setFooterVisible:` is called.
 @property (readonly, getter=isFooterVisible) BOOL footerVisible;
-/// The web view that was created last, by a container or by `createWebView`; nil once that view no longer exists.
+/// The web view that was created last, by a container or by `createWebView`; nil once that view no longer exists. Use
+/// the view itself, and let go of it, on the main thread.
 @property (nullable, weak) ZelvoraWebView* activeWebView;
 
 @end

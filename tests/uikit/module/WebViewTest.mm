@@ -1,5 +1,6 @@
 #include "tests/uikit/doubles/Application.h"
 #include "tests/uikit/doubles/WebKit.h"
+#include "tests/uikit/doubles/WebKitObjects.h"
 #include "tests/uikit/module/SurfaceTest.h"
 
 namespace zelvora::tests {
@@ -12,10 +13,9 @@ protected:
     {
         return [[ZelvoraWebView alloc] initWithFrame:CGRectMake(1, 2, 300, 400) urlString:url allowsSwipeBack:YES];
     }
-    /// The answer about a navigation without a request, and so without a URL.
-    static NSString* answerOf(ZelvoraWebView* view)
+    /// The answer about a navigation, by default one without a request, and so without a URL.
+    static NSString* answerOf(ZelvoraWebView* view, WKNavigationAction* action = nil)
     {
-        WKNavigationAction* action = nil;
         __block NSString* answer = nil;
         [view webView:pageIn(view)
             decidePolicyForNavigationAction:action
@@ -122,7 +122,19 @@ TEST_F(WebViewTest, ADelegateCallOfTheHostsIsAnsweredOnce)
 {
     ZelvoraWebView* const view = madeByHost();
     EXPECT_EQ(textOf(answerOf(view)), "allow");
+    NSURL* const link = [NSURL URLWithString:@"tel:1"];
+    EXPECT_EQ(textOf(answerOf(view, [WKNavigationAction doubleActionTo:link])), "cancel");
     [view webView:pageIn(view) didStartProvisionalNavigation:nil];
+}
+
+TEST_F(WebViewTest, HandlesTheMessagesOfAnotherPageOfTheHosts)
+{
+    ZelvoraWebView* const view = madeByHost();
+    WKWebViewConfiguration* const configuration = [[WKWebViewConfiguration alloc] init];
+    [configuration.userContentController addScriptMessageHandler:view name:@"zelvora"];
+    WKWebView* const page = [[WKWebView alloc] initWithFrame:CGRectMake(0, 0, 1, 1) configuration:configuration];
+    [page doublePost:@ { @"action" : @"setItem", @"key" : @"theme", @"value" : @"light" } toHandler:@"zelvora"];
+    EXPECT_EQ(textOf([ZelvoraStorage getStringForKey:@"theme"]), "light");
 }
 
 TEST_F(WebViewTest, OnceTheSDKHasLetGoOfItEveryCallDoesNothing)

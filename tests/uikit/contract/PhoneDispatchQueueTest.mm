@@ -8,9 +8,10 @@ namespace zelvora::tests {
 
 namespace {
 
-template<auto queueOf>
 class SystemQueue {
 public:
+    explicit SystemQueue(dispatch_queue_t queue) : m_queue(queue) { }
+
     platform::DispatchQueue& queue() { return m_queue; }
     bool runUntil(std::function<bool()> const& done) { return doubles::runMainUntil(done); }
     platform::TimeInterval elapsed() const { return std::chrono::duration<double>(Clock::now() - m_start).count(); }
@@ -19,11 +20,16 @@ private:
     using Clock = std::chrono::steady_clock;
 
     Clock::time_point const m_start = Clock::now();
-    uikit::DispatchQueue m_queue { queueOf() };
+    uikit::DispatchQueue m_queue;
 };
 
-using MainQueue = SystemQueue<+[] { return dispatch_get_main_queue(); }>;
-using GlobalQueue = SystemQueue<+[] { return dispatch_get_global_queue(QOS_CLASS_DEFAULT, 0); }>;
+struct MainQueue final : SystemQueue {
+    MainQueue() : SystemQueue(dispatch_get_main_queue()) { }
+};
+
+struct GlobalQueue final : SystemQueue {
+    GlobalQueue() : SystemQueue(dispatch_get_global_queue(QOS_CLASS_DEFAULT, 0)) { }
+};
 
 }
 

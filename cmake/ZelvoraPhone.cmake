@@ -21,6 +21,15 @@ else()
     target_link_libraries(zelvora_phone_system INTERFACE zelvora_gnustep)
 endif()
 
+# zelvora_precompile_phone(NAME HEADER...): the same as zelvora_precompile, for the sources in Objective-C++, with the headers
+# that most of them include.
+function(zelvora_precompile_phone name)
+    set(headers ${ARGN} <Foundation/Foundation.h> <UIKit/UIKit.h> <WebKit/WebKit.h> ${ZELVORA_STANDARD_HEADERS})
+    list(TRANSFORM headers REPLACE ">$" "$<ANGLE-R>")
+    list(TRANSFORM headers REPLACE "^(.+)$" "$<$<COMPILE_LANGUAGE:OBJCXX>:\\1>")
+    zelvora_precompile(${name} ${headers})
+endfunction()
+
 # zelvora_count_lines(NAME): which lines run is counted where the build says so.
 function(zelvora_count_lines name)
     if(ZELVORA_COVERAGE)

@@ -81,13 +81,14 @@ def main():
     command = linking(build, target)
     linked = " ".join(command)
     names = {str(TOP / file.relative_to(edited)) for file in edited.rglob("*") if file.is_file()}
-    again = {made: program.parent / made for made in objects_of(build, names)
+    entries = compile_commands(build)
+    # The log of a build also knows of objects that are not made any more.
+    again = {made: program.parent / made for made in objects_of(build, names) & set(entries)
              if made in command or archive_of(made) in linked}
     if not again:
         print(f"nothing of {target} depends on what was edited")
         sys.exit(2)
 
-    entries = compile_commands(build)
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         list(pool.map(lambda made: compile_again(entries[made], edited, again[made]), again))
 

@@ -67,22 +67,18 @@ phone_compile() { counted build_phone ios-gate zelvora_module; }
 
 phone_decl() { counted /usr/bin/python3 tests/uikit/audit/audit.py; }
 
+# It counts the lines too.
 phone_run() {
-    build_phone uikit-asan all || return 1
-    ASAN_OPTIONS=detect_stack_use_after_return=0:strict_string_checks=1 \
-    UBSAN_OPTIONS=print_stacktrace=1 \
-        run_phone_tests uikit-asan
-}
-
-phone_coverage() {
     build_phone uikit all || return 1
     rm -rf build/uikit/profiles
-    LLVM_PROFILE_FILE="$PWD/build/uikit/profiles/%p.profraw" run_phone_tests uikit >build/logs/phone_coverage.log 2>&1 || {
-        cat build/logs/phone_coverage.log
-        return 1
-    }
-    s_passed=0 s_failed=0 s_skipped=0
-    counted tests/uikit/coverage.sh build/uikit
+    LLVM_PROFILE_FILE="$PWD/build/uikit/profiles/%p.profraw" with_sanitizers run_phone_tests uikit
+}
+
+# What the step before it counted.
+phone_coverage() { counted tests/uikit/coverage.sh build/uikit; }
+
+with_sanitizers() {
+    ASAN_OPTIONS=detect_stack_use_after_return=0:strict_string_checks=1 UBSAN_OPTIONS=print_stacktrace=1 "$@"
 }
 
 # With what the steps before it have built.
@@ -95,7 +91,7 @@ phone_seeds() {
 phone_live() {
     build_phone uikit uikit_live || return 1
     local output status=0
-    output="$(with_display "$PWD/build/uikit" tests/uikit/in_new_home.sh \
+    output="$(with_sanitizers with_display "$PWD/build/uikit" tests/uikit/in_new_home.sh \
         build/uikit/tests/uikit/live/uikit_live 2>&1)" || status=$?
     say "$output"
     s_passed="$(sed -nE 's/^\[  PASSED  \] ([0-9]+) tests?\..*/\1/p' <<<"$output")"

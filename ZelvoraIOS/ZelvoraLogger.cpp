@@ -27,6 +27,8 @@ void write(OSLogType type, std::string const& message)
     // One call, so that lines of different threads do not interleave.
     auto const line = "[ZelvoraSDK-debug] " + message + "\n";
     std::fwrite(line.data(), 1, line.size(), stdout);
+    // A pipe or a file gets it now and not with the next block: a crash would take the block along.
+    std::fflush(stdout);
 }
 
 }

@@ -7,7 +7,8 @@
 namespace zelvora {
 
 /// Writes each message to standard output and, if the system log is enabled for the message's type, to the system log.
-/// Both happen before the call returns; failures to write are ignored. Any thread.
+/// Both happen before the call returns, also where standard output is a pipe or a file, so a crash loses no line.
+/// Failures to write are ignored. Any thread.
 class ZELVORA_API ZelvoraLogger final {
 public:
     /// Debug.

@@ -3,7 +3,9 @@
 #include "tests/ZelvoraIOS/support/ForwardingPlatform.h"
 #include "tests/ZelvoraIOS/support/SDKTest.h"
 #include "tests/ZelvoraIOS/support/WatchingPlatform.h"
+#include "tests/support/FileBytes.h"
 #include "tests/support/StandardOutput.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <algorithm>
 #include <array>
@@ -191,6 +193,21 @@ TEST(ZelvoraLoggerOrderTest, TheSystemLogHasALineBeforeStandardOutput)
     ZelvoraLogger::i("one");
     EXPECT_EQ(printedBefore, (std::vector<std::string> { "" }));
     EXPECT_EQ(output.text(), "[ZelvoraSDK-debug] one\n");
+}
+
+TEST(ZelvoraLoggerDeathTest, AFileHasEveryLineOfAProcessThatCrashed)
+{
+    TemporaryDirectory const directory;
+    auto const file = directory / "output";
+    EXPECT_EXIT(
+        {
+            tests::install<ForwardingPlatform>();
+            if (std::freopen(file.c_str(), "w", stdout))
+                ZelvoraLogger::e("last words");
+            std::_Exit(EXIT_FAILURE);
+        },
+        testing::ExitedWithCode(EXIT_FAILURE), "");
+    EXPECT_EQ(bytesOf(file), "[ZelvoraSDK-debug] last words\n");
 }
 
 class MortalLogger final : public platform::Logger {

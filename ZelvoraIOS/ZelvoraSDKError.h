@@ -36,15 +36,24 @@ public:
         adIdNotInitialized,
         initializing
     };
+    /// What went wrong, in English, if there is more to say than the case.
     using Detail = std::optional<std::string>;
 
+    /// "E100".
     [[nodiscard]] static ZelvoraSDKError networkError(Detail detail = std::nullopt);
+    /// "E200": the lookup of the shop id failed, for lack of a network too.
     [[nodiscard]] static ZelvoraSDKError internalApiError(Detail detail = std::nullopt);
+    /// "E300": `start` was given no view controller.
     [[nodiscard]] static ZelvoraSDKError otherError(Detail detail = std::nullopt);
+    /// "E001": no lookup has found a shop id.
     [[nodiscard]] static ZelvoraSDKError shopIdNotInitialized();
+    /// "E002": there is no API key.
     [[nodiscard]] static ZelvoraSDKError mediaKeyNotInitialized();
+    /// "E003": there is no user key.
     [[nodiscard]] static ZelvoraSDKError userKeyNotInitialized();
+    /// "W001".
     [[nodiscard]] static ZelvoraSDKError adIdNotInitialized();
+    /// "E004": an earlier initialization is still running.
     [[nodiscard]] static ZelvoraSDKError initializing();
 
     /// The case, to switch on.
@@ -54,10 +63,12 @@ public:
 
     /// A fixed code for each case, such as "E100" or "W001", for the host to compare with.
     [[nodiscard]] std::string_view code() const;
+    /// A warning for `adIdNotInitialized`, an error for every other case.
     [[nodiscard]] ZelvoraSDKErrorType errorType() const;
     /// A Korean text for the user, followed by the detail if there is one. Never absent.
     [[nodiscard]] std::optional<std::string> errorDescription() const;
 
+    /// Equal are the same cases with the same details.
     bool operator==(ZelvoraSDKError const&) const = default;
 
 private:

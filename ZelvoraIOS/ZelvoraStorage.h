@@ -23,6 +23,7 @@ namespace zelvora {
 /// it.
 class ZELVORA_API ZelvoraStorage final {
 public:
+    /// Text, a number, a boolean, a date, bytes, or an array or dictionary of these.
     using Value = platform::Value;
 
     /// Stores a value, or removes what is stored if it is absent. `expireSec` is the lifetime in seconds; without one,
@@ -34,10 +35,12 @@ public:
     [[nodiscard]] static std::optional<Value> get(std::string const& key);
     /// The stored value if it is text, else nothing.
     [[nodiscard]] static std::optional<std::string> getString(std::string const& key);
+    /// Removes the value with its date and its lifetime. Does nothing if there is none.
     static void remove(std::string const& key);
 
     /// Stores the shop id for a day.
     static void saveShopId(std::string const& shopId);
+    /// The shop id, unless it is older than a day.
     [[nodiscard]] static std::optional<std::string> getValidShopId();
 
     /// Appends an event to the queue, unchanged. An event that nests too deep to be uploaded, that is deeper than
@@ -48,6 +51,7 @@ public:
     /// Removes the `count` oldest events, or all if there are fewer. A negative count logs one error line and changes
     /// nothing.
     static void removeEventTrackingData(std::ptrdiff_t count);
+    /// Empties the queue, also of events that were never sent.
     static void clearEventTrackingData();
 };
 

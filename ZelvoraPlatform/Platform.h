@@ -47,12 +47,24 @@ public:
     /// thread. The SDK asks at each use, so the answer must not change once the SDK has been used.
     [[nodiscard]] virtual std::optional<ServiceAddresses> serviceAddresses() const { return std::nullopt; }
 
+    /// Whether the calling thread is the one that the blocks of `mainQueue` run on. Any thread. What cannot tell its
+    /// threads apart says yes.
+    [[nodiscard]] virtual bool isMainThread() const { return true; }
+    /// Tells whoever develops the host of a call that its interface forbids and that does not stop the process, in a
+    /// sentence for the adapter's own log. Any thread. By default nobody is told.
+    virtual void complain(std::string const& /*sentence*/) { }
+
     /// The services. Any thread. Each function returns the same object every time, so callers may keep the reference.
     [[nodiscard]] virtual Bundle& mainBundle() = 0;
+    /// The wall clock.
     [[nodiscard]] virtual Clock& clock() = 0;
+    /// The app's preferences.
     [[nodiscard]] virtual UserDefaults& standardUserDefaults() = 0;
+    /// The default center, on which the application's notifications are posted.
     [[nodiscard]] virtual NotificationCenter& notificationCenter() = 0;
+    /// The HTTP loader.
     [[nodiscard]] virtual URLSession& urlSession() = 0;
+    /// The JSON reader and writer.
     [[nodiscard]] virtual JSONSerialization& jsonSerialization() = 0;
 
     /// A serial queue whose blocks run on the main thread.
@@ -60,8 +72,11 @@ public:
     /// A concurrent queue whose blocks run off the main thread.
     [[nodiscard]] virtual DispatchQueue& globalQueue() = 0;
 
+    /// The permission to track.
     [[nodiscard]] virtual ATTrackingManager& trackingManager() = 0;
+    /// The advertising identifier.
     [[nodiscard]] virtual ASIdentifierManager& identifierManager() = 0;
+    /// The running app.
     [[nodiscard]] virtual UIApplication& application() = 0;
 
     /// Factories. None returns null. `makeLogger` is for any thread, the others for the main thread.
@@ -76,6 +91,7 @@ public:
     /// As `makeViewPeer`.
     [[nodiscard]] virtual std::unique_ptr<UIViewController::Peer> makeViewControllerPeer(
         UIViewController& owner, std::optional<std::string_view> nativeClass) = 0;
+    /// What a web view's scripts and message handlers are given to, before it is made.
     [[nodiscard]] virtual std::shared_ptr<WKUserContentController> makeUserContentController() = 0;
     /// The configuration must hold a content controller that this platform made.
     [[nodiscard]] virtual std::shared_ptr<WKWebView> makeWebView(

@@ -46,6 +46,14 @@ private:
 
 constexpr char const* rootKey = "zelvora-root-view-controller";
 
+/// Whether a function was given what it asks for; if not, a warning names the function and the thing.
+bool isGiven(bool given, char const* function, char const* thing)
+{
+    if (!given)
+        g_log("Zelvora", G_LOG_LEVEL_WARNING, "gtk::%s was given no %s", function, thing);
+    return given;
+}
+
 }
 
 void install(HostOptions options)
@@ -62,27 +70,33 @@ void prewarm()
 
 std::shared_ptr<UIView> wrapWidget(GtkWidget* widget)
 {
-    return View::create(widget);
+    return isGiven(GTK_IS_WIDGET(widget), "wrapWidget", "widget") ? View::create(widget) : nullptr;
 }
 
 std::shared_ptr<UIViewController> wrapScreen(GtkWidget* widget)
 {
-    return std::make_shared<ViewController>(widget);
+    return isGiven(GTK_IS_WIDGET(widget), "wrapScreen", "widget") ? std::make_shared<ViewController>(widget) : nullptr;
 }
 
 std::shared_ptr<UIViewController> wrapWindow(GtkWindow* window)
 {
-    return std::make_shared<WindowController>(window);
+    return isGiven(GTK_IS_WINDOW(window), "wrapWindow", "window") ? std::make_shared<WindowController>(window)
+                                                                  : nullptr;
 }
 
 std::shared_ptr<platform::UINavigationController> makeNavigationController(
     std::shared_ptr<UIViewController> rootViewController)
 {
-    return NavigationController::create(std::move(rootViewController));
+    return isGiven(rootViewController != nullptr, "makeNavigationController", "controller")
+        ? NavigationController::create(std::move(rootViewController))
+        : nullptr;
 }
 
 void setRootViewController(GtkWindow* window, std::shared_ptr<UIViewController> controller)
 {
+    if (!isGiven(GTK_IS_WINDOW(window), "setRootViewController", "window")
+        || !isGiven(controller != nullptr, "setRootViewController", "controller"))
+        return;
     using Held = std::shared_ptr<UIViewController>;
     WindowPresentations::of(window).setContent(widgetOf(controller->view()));
     g_object_set_data_full(G_OBJECT(window), rootKey, new Held(std::move(controller)), [](gpointer data) {

@@ -14,7 +14,8 @@
 // As in <webkit/webkit.h>, which only a host that uses the engine itself needs.
 typedef struct _WebKitWebView WebKitWebView; // NOLINT(modernize-use-using): as the engine declares it
 
-// What a host with GTK widgets calls. Main thread.
+// What a host with GTK widgets calls. Main thread. Where a widget, a window or a controller is asked for, anything else
+// gives nullptr and a warning.
 //
 //     gtk::install({ .bundleIdentifier = "com.example.shop", .appName = "Example" });
 //     auto home = gtk::wrapScreen(homePage);
@@ -38,7 +39,8 @@ ZELVORA_API void install(HostOptions options);
 ZELVORA_API void prewarm();
 
 /// A view that shows a widget, such as a header or a footer, and is as high as the widget's natural height. The view
-/// holds a reference to the widget and removes it from its present parent.
+/// holds a reference to the widget and removes it from its present parent: make a new widget for each view. A widget
+/// that another view shows is taken from there with a warning.
 [[nodiscard]] ZELVORA_API std::shared_ptr<platform::UIView> wrapWidget(GtkWidget* widget);
 
 /// A screen that shows a widget, such as the first screen of a navigation stack. It holds the widget as `wrapWidget`

@@ -14,6 +14,7 @@ using shared::SafeAreaInsets;
 
 /// A server of your own, whose certificate no public authority has signed.
 struct TrustedCertificate {
+    /// Its name, without a port.
     std::string host;
     /// The server's certificate, a PEM file.
     std::filesystem::path file;
@@ -31,11 +32,13 @@ struct HostOptions {
     std::optional<platform::ServiceAddresses> serviceAddresses {};
     /// A PEM file of an authority to trust in addition to the system's: for the SDK's own requests and for the pages
     /// themselves. The engine does not consult it for what a page loads from other hosts; those need
-    /// `trustedCertificates`. A file that cannot be read is logged and ignored.
+    /// `trustedCertificates`. A file that cannot be read is ignored, with a warning that names it.
     std::filesystem::path certificateAuthorityFile {};
+    /// Those whose file cannot be read are ignored, with a warning each.
     std::vector<TrustedCertificate> trustedCertificates {};
     /// Used instead of the app's folders in $XDG_DATA_HOME and $XDG_CACHE_HOME.
     std::filesystem::path dataDirectory {};
+    /// What notches and bars of the phone take of the screen's edges, in points.
     SafeAreaInsets safeAreaInsets {};
 };
 

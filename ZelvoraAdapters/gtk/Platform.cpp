@@ -5,6 +5,7 @@
 #include "ZelvoraAdapters/gtk/Foundation/Clock.h"
 #include "ZelvoraAdapters/gtk/Foundation/DataDirectory.h"
 #include "ZelvoraAdapters/gtk/Foundation/URLSession.h"
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "ZelvoraAdapters/gtk/Tracking/ASIdentifierManager.h"
 #include "ZelvoraAdapters/gtk/Tracking/ATTrackingManager.h"
 #include "ZelvoraAdapters/gtk/Tracking/TrackingStore.h"
@@ -26,6 +27,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <thread>
 #include <utility>
 
 namespace zelvora::gtk {
@@ -57,6 +59,27 @@ void warn(std::string const& line)
     g_log("Zelvora", G_LOG_LEVEL_WARNING, "%s", line.c_str());
 }
 
+bool isReadable(std::filesystem::path const& certificate, std::string const& option)
+{
+    GErrorPlace error;
+    auto const read = adopt(g_tls_certificate_new_from_file(certificate.c_str(), error.out()));
+    if (!read)
+        warn("HostOptions::" + option + ": " + certificate.string()
+            + " could not be read, so the servers that it is for are not trusted: " + error->message);
+    return read != nullptr;
+}
+
+// Otherwise the first sign would be a request that fails, and its error would not name the file.
+HostOptions withReadableCertificates(HostOptions options)
+{
+    auto& authority = options.certificateAuthorityFile;
+    if (!authority.empty() && !isReadable(authority, "certificateAuthorityFile"))
+        authority.clear();
+    std::erase_if(options.trustedCertificates,
+        [](auto const& trusted) { return !isReadable(trusted.file, "trustedCertificates, " + trusted.host); });
+    return options;
+}
+
 // The loader asks for these on its own thread. If it did so first while the process exits, their modules would set up
 // the type system a second time, and that stops the process with a message.
 void loadNetworkModules()
@@ -80,7 +103,7 @@ URLSession::Options urlSessionOptions(HostOptions const& options)
 
 struct Platform::Services {
     explicit Services(HostOptions hostOptions)
-        : options(std::move(hostOptions))
+        : options(withReadableCertificates(std::move(hostOptions)))
         , directory(dataDirectoryFor(options))
         , mainBundle(options.bundleIdentifier)
         , userDefaults(preferencesFile(directory), warn)
@@ -115,6 +138,7 @@ struct Platform::Services {
         return *websiteSession;
     }
 
+    std::thread::id mainThread = std::this_thread::get_id();
     HostOptions options;
     std::filesystem::path directory;
     Bundle mainBundle;
@@ -182,6 +206,16 @@ void Platform::synchronizeUserDefaults()
 std::optional<platform::ServiceAddresses> Platform::serviceAddresses() const
 {
     return m_services->options.serviceAddresses;
+}
+
+bool Platform::isMainThread() const
+{
+    return std::this_thread::get_id() == m_services->mainThread;
+}
+
+void Platform::complain(std::string const& sentence)
+{
+    warn(sentence);
 }
 
 platform::Bundle& Platform::mainBundle()

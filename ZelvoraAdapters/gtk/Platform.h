@@ -32,6 +32,7 @@ public:
     /// programming error that stops the process.
     [[nodiscard]] static Platform& current();
 
+    /// Those of the options.
     [[nodiscard]] SafeAreaInsets const& safeAreaInsets() const;
 
     /// See `prewarm` in "Host.h". Main thread.
@@ -42,6 +43,8 @@ public:
 
     // platform::Platform
     [[nodiscard]] std::optional<platform::ServiceAddresses> serviceAddresses() const override;
+    [[nodiscard]] bool isMainThread() const override;
+    void complain(std::string const& sentence) override;
     [[nodiscard]] platform::Bundle& mainBundle() override;
     [[nodiscard]] platform::Clock& clock() override;
     [[nodiscard]] platform::UserDefaults& standardUserDefaults() override;

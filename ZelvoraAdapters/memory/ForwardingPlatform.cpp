@@ -32,6 +32,16 @@ std::optional<platform::ServiceAddresses> ForwardingPlatform::serviceAddresses()
     return m_target.serviceAddresses();
 }
 
+bool ForwardingPlatform::isMainThread() const
+{
+    return m_target.isMainThread();
+}
+
+void ForwardingPlatform::complain(std::string const& sentence)
+{
+    m_target.complain(sentence);
+}
+
 platform::Bundle& ForwardingPlatform::mainBundle()
 {
     return m_target.mainBundle();

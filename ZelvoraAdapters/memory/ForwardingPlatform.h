@@ -38,6 +38,8 @@ public:
 
     // platform::Platform
     [[nodiscard]] std::optional<platform::ServiceAddresses> serviceAddresses() const override;
+    [[nodiscard]] bool isMainThread() const override;
+    void complain(std::string const& sentence) override;
     [[nodiscard]] platform::Bundle& mainBundle() override;
     [[nodiscard]] platform::Clock& clock() override;
     [[nodiscard]] platform::UserDefaults& standardUserDefaults() override;

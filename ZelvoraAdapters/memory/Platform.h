@@ -20,6 +20,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 namespace zelvora::memory {
@@ -69,6 +70,10 @@ public:
     {
         return m_serviceAddresses;
     }
+    /// Whether this is the thread that made the platform.
+    [[nodiscard]] bool isMainThread() const override { return std::this_thread::get_id() == m_mainThread; }
+    /// See `Screen::complaints`.
+    void complain(std::string const& sentence) override { m_screen.complain(sentence); }
     [[nodiscard]] Bundle& mainBundle() override { return m_mainBundle; }
     [[nodiscard]] Clock& clock() override { return m_clock; }
     [[nodiscard]] UserDefaults& standardUserDefaults() override { return m_userDefaults; }
@@ -92,6 +97,7 @@ public:
     void animate(platform::TimeInterval duration, std::function<void()> const& animations) override;
 
 private:
+    std::thread::id m_mainThread = std::this_thread::get_id();
     std::optional<platform::ServiceAddresses> m_serviceAddresses;
     Log m_log;
     Bundle m_mainBundle;

@@ -19,6 +19,8 @@ public:
     ~Platform() override;
 
     // platform::Platform
+    [[nodiscard]] bool isMainThread() const override;
+    void complain(std::string const& sentence) override;
     [[nodiscard]] platform::Bundle& mainBundle() override;
     [[nodiscard]] platform::Clock& clock() override;
     [[nodiscard]] platform::UserDefaults& standardUserDefaults() override;

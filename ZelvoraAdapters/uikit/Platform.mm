@@ -38,6 +38,16 @@ Platform::Platform() : m_services(std::make_unique<Services>()) { }
 
 Platform::~Platform() = default;
 
+bool Platform::isMainThread() const
+{
+    return NSThread.isMainThread;
+}
+
+void Platform::complain(std::string const& sentence)
+{
+    Logger("com.zelvora.sdk.ios", "Host").log(platform::OSLogType::Fault, sentence);
+}
+
 platform::Bundle& Platform::mainBundle()
 {
     return m_services->mainBundle;

@@ -32,11 +32,14 @@ public:
 
     /// The address of the page that is shown or being loaded; absent if there is none.
     [[nodiscard]] std::optional<std::string> currentUrl() const;
+    /// Whether the page's history has a step back.
     [[nodiscard]] bool canGoBack() const;
+    /// Takes that step, if there is one.
     void goBack();
 
     /// The screen that the page's "close" dismisses; nullptr if the host placed the view itself. A weak reference.
     [[nodiscard]] std::shared_ptr<platform::UIViewController> parentViewController() const;
+    /// See `parentViewController`.
     void setParentViewController(std::shared_ptr<platform::UIViewController> const& controller);
 
     // platform::WKNavigationDelegate

@@ -16,6 +16,23 @@ using platform::NSLayoutConstraint;
 using platform::Platform;
 using platform::UIGestureRecognizer;
 
+namespace {
+
+std::shared_ptr<platform::UIView> askForView(
+    ZelvoraSDK::ViewProvider const& provider, platform::UIViewController& container)
+{
+    auto view = provider ? provider(container) : nullptr;
+    if (view && view->superview() == &container.view())
+        Platform::current().complain(
+            "The header was returned as the footer too, and is the footer now. Return two views.");
+    else if (view && view->superview())
+        Platform::current().complain(
+            "A header or footer is in another view, which loses it. Return a new view for each container.");
+    return view;
+}
+
+}
+
 ZelvoraIOSViewController::ZelvoraIOSViewController(std::string urlString)
     : UIViewController("ZelvoraIOSViewController")
     , m_urlString(std::move(urlString))
@@ -88,8 +105,7 @@ void ZelvoraIOSViewController::setupLayout()
 
 std::shared_ptr<platform::UIView> ZelvoraIOSViewController::addHeader()
 {
-    auto const provider = ZelvoraSDK::shared().headerViewProvider();
-    auto header = provider ? provider(*this) : nullptr;
+    auto header = askForView(ZelvoraSDK::shared().headerViewProvider(), *this);
     if (!header)
         return nullptr;
     header->setTranslatesAutoresizingMaskIntoConstraints(false);
@@ -104,8 +120,7 @@ std::shared_ptr<platform::UIView> ZelvoraIOSViewController::addHeader()
 
 void ZelvoraIOSViewController::addFooter()
 {
-    auto const provider = ZelvoraSDK::shared().footerViewProvider();
-    m_footerView = provider ? provider(*this) : nullptr;
+    m_footerView = askForView(ZelvoraSDK::shared().footerViewProvider(), *this);
     if (!m_footerView)
         return;
     m_footerView->setTranslatesAutoresizingMaskIntoConstraints(false);

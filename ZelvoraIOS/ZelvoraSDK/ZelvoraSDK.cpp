@@ -5,6 +5,7 @@
 #include "ZelvoraIOS/ZelvoraSDK/internal/Environment.h"
 #include "ZelvoraIOS/ZelvoraSDK/internal/SDKCore.h"
 #include "ZelvoraIOS/ZelvoraSDK/internal/WebViewCreation.h"
+#include "ZelvoraIOS/ZelvoraSDK/internal/expectMainThread.h"
 #include "ZelvoraPlatform/Concurrency/spawn.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 #include "ZelvoraPlatform/Platform.h"
@@ -30,6 +31,7 @@ ZelvoraSDK::Result ZelvoraSDK::initialize(std::string userKey, std::string apiKe
     bool allowsSwipeBack, ViewProvider headerViewProvider, ViewProvider footerViewProvider,
     std::shared_ptr<ZelvoraSDKDelegate> const& delegate, CompletionHandler completion_handler)
 {
+    internal::expectMainThread("initialize");
     auto& properties = m_core.properties;
     auto const running = properties.access([](Properties& all) -> std::optional<HostCallback<CompletionHandler>> {
         return std::exchange(all.isInitializing, true) ? std::optional(all.error_handler) : std::nullopt;
@@ -69,6 +71,7 @@ ZelvoraSDK::Result ZelvoraSDK::start(std::shared_ptr<platform::UIViewController>
 
 std::shared_ptr<ZelvoraWebView> ZelvoraSDK::createWebView()
 {
+    internal::expectMainThread("createWebView");
     return internal::createWebView(m_core.properties);
 }
 
@@ -79,6 +82,7 @@ std::optional<std::string> ZelvoraSDK::getCurrentUrl() const
 
 void ZelvoraSDK::setFooterVisible(bool visible)
 {
+    internal::expectMainThread("setFooterVisible");
     m_core.properties.set(&Properties::isFooterVisible, visible);
     Platform::current().notificationCenter().post(
         { "ZelvoraFooterVisibilityChanged", platform::Dictionary { { "visible", visible } } });

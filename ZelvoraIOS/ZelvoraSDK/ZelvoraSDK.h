@@ -54,9 +54,11 @@ public:
     using CompletionHandler = std::function<void(std::optional<ZelvoraSDKError>)>;
     /// Creates a view for a container, once for each container, when that loads its view. nullptr means no view.
     using ViewProvider = std::function<std::shared_ptr<platform::UIView>(platform::UIViewController&)>;
+    /// Called with the address that a page has now.
     using PageNavigationHandler = std::function<void(std::string const& url)>;
     /// Called with the text that the page passed, if any.
     using CustomAction = std::function<void(std::optional<std::string> const& data)>;
+    /// The actions by their names.
     using CustomActions = std::map<std::string, CustomAction>;
 
     /// The only instance, created on first use and never destroyed. Any thread.
@@ -103,28 +105,42 @@ public:
     void sendTrackingData();
 
     /// Registers an action that pages call as `window.ZelvoraSDKBridge.NAME(data)`, on the main thread. A later action
-    /// of the same name replaces it. Web views that already exist do not get a function for a new name. Any thread.
+    /// of the same name replaces it, also for pages that are open. Any thread.
+    ///
+    /// A page has functions for the names that were registered when its web view was made: register before `start`. A
+    /// name that is no JavaScript identifier, such as "add-to-cart", is called as `ZelvoraSDKBridge["add-to-cart"]()`;
+    /// the empty name gets no function. The name of one of the bridge's own functions, such as "close" or "getItem",
+    /// takes that function away from the pages.
     void addCustomAction(std::string const& functionName, CustomAction action);
     /// A copy of the table. Any thread.
     [[nodiscard]] CustomActions getCustomActions() const;
 
+    /// Makes the header of each container that opens from now on; without one there is none.
     [[nodiscard]] ViewProvider headerViewProvider() const;
+    /// See `headerViewProvider`. `initialize` sets it too.
     void setHeaderViewProvider(ViewProvider provider);
+    /// Makes the footer of each container that opens from now on; without one there is none.
     [[nodiscard]] ViewProvider footerViewProvider() const;
+    /// See `footerViewProvider`. `initialize` sets it too.
     void setFooterViewProvider(ViewProvider provider);
+    /// Whether a swipe from the left edge goes back; asked when a container opens and at each swipe.
     [[nodiscard]] bool allowsSwipeBack() const;
+    /// See `allowsSwipeBack`. `initialize` sets it too.
     void setAllowsSwipeBack(bool allows);
     /// nullptr if the host has released its delegate.
     [[nodiscard]] std::shared_ptr<ZelvoraSDKDelegate> delegate() const;
+    /// The SDK does not keep it. `initialize` sets it too.
     void setDelegate(std::shared_ptr<ZelvoraSDKDelegate> const& delegate);
     /// Called on the main thread with every new URL of a page, in every web view of the SDK.
     [[nodiscard]] PageNavigationHandler onPageNavigation() const;
+    /// See `onPageNavigation`.
     void setOnPageNavigation(PageNavigationHandler handler);
     /// Whether containers show their footer; true until `setFooterVisible` is called.
     [[nodiscard]] bool isFooterVisible() const;
     /// The web view that was created last, by a container or by `createWebView`. A weak reference: nullptr once that
     /// view no longer exists.
     [[nodiscard]] std::shared_ptr<ZelvoraWebView> activeWebView() const;
+    /// See `activeWebView`. Hosts that show a web view of their own may set it.
     void setActiveWebView(std::shared_ptr<ZelvoraWebView> const& webView);
 
 private:

@@ -7,12 +7,11 @@
 
 namespace zelvora::platform {
 
-/// The running app. Main thread. The adapter posts `didBecomeActiveNotification` on the default notification center, on
-/// the main thread, when the state has changed to active; an app that is active from the start gets none.
+/// With the phone's raw values.
 enum class UIApplicationState : std::uint8_t { Active = 0, Inactive = 1, Background = 2 };
 
-/// The running app. Main thread. The adapter posts `didBecomeActiveNotification` on the default notification centre, on
-/// the main thread, after the state has become active.
+/// The running app. Main thread. The adapter posts `didBecomeActiveNotification` on the default notification center, on
+/// the main thread, when the state has changed to active; an app that is active from the start gets none.
 class ZELVORA_API UIApplication {
 public:
     static constexpr char const* didBecomeActiveNotification = "UIApplicationDidBecomeActiveNotification";

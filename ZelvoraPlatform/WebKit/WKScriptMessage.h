@@ -21,6 +21,7 @@ class ZELVORA_API WKScriptMessageHandler {
 public:
     virtual ~WKScriptMessageHandler() = default;
 
+    /// A page, or a frame in it, has posted a message.
     virtual void didReceiveScriptMessage(WKScriptMessage const& message) = 0;
 };
 

@@ -35,6 +35,12 @@ CGRect between(CGRect const& from, CGRect const& to, double progress)
     return { mix(from.x, to.x), mix(from.y, to.y), mix(from.width, to.width), mix(from.height, to.height) };
 }
 
+bool isShownByView(GtkWidget* widget)
+{
+    auto* parent = gtk_widget_get_parent(widget);
+    return parent && dynamic_cast<UIViewPeer*>(canvasClient(parent));
+}
+
 double naturalSize(GtkWidget* widget, GtkOrientation orientation, int forSize)
 {
     int natural = 0;
@@ -89,6 +95,9 @@ UIViewPeer::UIViewPeer(UIView& owner, CGRect frame, GtkWidget* content, Sizing s
 {
     m_content = GTK_WIDGET(g_object_ref_sink(content));
     m_sizing = sizing;
+    if (isShownByView(content))
+        g_log("Zelvora", G_LOG_LEVEL_WARNING,
+            "A %s is in another view, which loses it: make a new widget for each view", G_OBJECT_TYPE_NAME(content));
     takeOutOfItsPlace(content);
     gtk_widget_set_parent(content, m_canvas);
 }

@@ -2,6 +2,8 @@
 
 #include "ZelvoraAdapters/memory/UIKit/UIViewPeer.h"
 
+#include <utility>
+
 namespace zelvora::memory {
 
 void Screen::setSize(double width, double height)
@@ -23,6 +25,18 @@ std::vector<std::string> Screen::ambiguities() const
     for (auto const* peer : m_peers)
         all.insert(all.end(), peer->ambiguities().begin(), peer->ambiguities().end());
     return all;
+}
+
+std::vector<std::string> Screen::complaints() const
+{
+    std::scoped_lock const lock(m_mutex);
+    return m_complaints;
+}
+
+void Screen::complain(std::string complaint)
+{
+    std::scoped_lock const lock(m_mutex);
+    m_complaints.push_back(std::move(complaint));
 }
 
 void Screen::animate(platform::TimeInterval duration, std::function<void()> const& animations)

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -66,8 +67,9 @@ public:
 
     [[nodiscard]] std::vector<Animation> const& animations() const { return m_animations; }
     [[nodiscard]] std::vector<Transition> const& transitions() const { return m_transitions; }
-    /// What a system would log about calls that it ignores, such as a second presentation.
-    [[nodiscard]] std::vector<std::string> const& complaints() const { return m_complaints; }
+    /// What is wrong with how the host uses the SDK, a sentence each: calls that the system ignores, such as a second
+    /// presentation, and what `platform::Platform::complain` was told. Any thread.
+    [[nodiscard]] std::vector<std::string> complaints() const;
     [[nodiscard]] CallRecord& calls() { return m_calls; }
 
     /// For the adapter itself.
@@ -75,7 +77,7 @@ public:
     void didLayOut();
     void didPlace(platform::UIView const& view, platform::CGRect from, platform::CGRect to);
     void record(Transition transition) { m_transitions.push_back(transition); }
-    void complain(std::string complaint) { m_complaints.push_back(std::move(complaint)); }
+    void complain(std::string complaint);
     void add(UIViewPeer& peer) { m_peers.push_back(&peer); }
     void remove(UIViewPeer& peer) { std::erase(m_peers, &peer); }
 
@@ -88,6 +90,7 @@ private:
     // Indices of the animations whose blocks are running, the innermost last.
     std::vector<std::size_t> m_running;
     std::vector<Transition> m_transitions;
+    std::mutex mutable m_mutex;
     std::vector<std::string> m_complaints;
     CallRecord m_calls;
 };

@@ -8,7 +8,9 @@
 
 #include <memory>
 #include <string>
+#include <thread>
 #include <utility>
+#include <vector>
 
 namespace zelvora::tests {
 
@@ -57,6 +59,14 @@ TEST_F(ForwardingPlatformTest, TheServiceAddressesAreTheTargets)
     platform.setServiceAddresses(addresses);
     ASSERT_TRUE(forwarding.serviceAddresses());
     EXPECT_EQ(forwarding.serviceAddresses(), addresses);
+}
+
+TEST_F(ForwardingPlatformTest, TheMainThreadAndComplaintsAreTheTargets)
+{
+    EXPECT_TRUE(forwarding.isMainThread());
+    std::thread([this] { EXPECT_FALSE(forwarding.isMainThread()); }).join();
+    forwarding.complain("This is wrong.");
+    EXPECT_EQ(screen.complaints(), (std::vector<std::string> { "This is wrong." }));
 }
 
 TEST_F(ForwardingPlatformTest, LoggersAreTheTargets)

@@ -1,3 +1,4 @@
+#include "tests/uikit/doubles/Log.h"
 #include "tests/uikit/doubles/URLSession.h"
 #include "tests/uikit/doubles/WebKit.h"
 #include "tests/uikit/module/SurfaceTest.h"
@@ -135,6 +136,23 @@ TEST_F(SDKTest, StartMayBeCalledOnAnyThread)
     }).join();
     EXPECT_EQ(stack.viewControllers.count, 1U);
     EXPECT_TRUE(runUntil([stack] { return stack.viewControllers.count == 2; }));
+}
+
+TEST_F(SDKTest, InitializingOffTheMainThreadIsToldInTheLog)
+{
+    std::thread([this] {
+        @autoreleasepool {
+            EXPECT_EQ(initialize(), nil);
+        }
+    }).join();
+    std::vector<std::string> told;
+    for (auto const& entry : doubles::logEntries()) {
+        if (entry.category == "Host")
+            told.push_back(entry.text);
+    }
+    EXPECT_EQ(
+        told, (std::vector<std::string> { "[ZelvoraSDK] ZelvoraSDK::initialize was called off the main thread." }));
+    waitUntilReady();
 }
 
 TEST_F(SDKTest, ACreatedWebViewIsTheActiveOneAndTheHosts)

@@ -67,8 +67,22 @@ platform::Error URLSession::notConnected()
 
 void URLSession::dataTask(platform::URLRequest request, Completion completion)
 {
+    Server server;
+    std::size_t number = 0;
+    {
+        std::scoped_lock const lock(m_mutex);
+        server = m_server;
+        number = m_tasks.size();
+        m_tasks.push_back({ request, std::nullopt, std::move(completion) });
+    }
+    if (server)
+        settle(number, server(request));
+}
+
+void URLSession::setServer(Server server)
+{
     std::scoped_lock const lock(m_mutex);
-    m_tasks.push_back({ std::move(request), std::nullopt, std::move(completion) });
+    m_server = std::move(server);
 }
 
 void URLSession::settle(std::size_t request, Result result)

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <deque>
 #include <expected>
+#include <functional>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -22,6 +23,10 @@ namespace zelvora::memory {
 /// Answering a request that does not exist, or one twice, stops the process.
 class ZELVORA_API URLSession final : public platform::URLSession {
 public:
+    using Result = std::expected<Answer, platform::Error>;
+    /// What answers a request in the test's place.
+    using Server = std::function<Result(platform::URLRequest const&)>;
+
     static constexpr std::size_t oldest = static_cast<std::size_t>(-1);
 
     explicit URLSession(Clock& clock) : m_loaderQueue(clock) { }
@@ -37,6 +42,9 @@ public:
     /// An answer without a status, as from another protocol.
     void answerNotHTTP(std::string body = {}, std::size_t request = oldest);
     void fail(platform::Error error, std::size_t request = oldest);
+    /// Has each further request answered as it is made, on the thread that makes it. Without a function, as at first,
+    /// requests wait for the test.
+    void setServer(Server server);
 
     [[nodiscard]] DispatchQueue& loaderQueue() { return m_loaderQueue; }
 
@@ -49,7 +57,6 @@ public:
     void dataTask(platform::URLRequest request, Completion completion) override;
 
 private:
-    using Result = std::expected<Answer, platform::Error>;
     struct DataTask {
         platform::URLRequest request;
         std::optional<Result> result;
@@ -62,6 +69,7 @@ private:
 
     std::mutex mutable m_mutex;
     std::deque<DataTask> m_tasks;
+    Server m_server;
     DispatchQueue m_loaderQueue;
 };
 

@@ -1,4 +1,4 @@
-#include "ZelvoraAdapters/memory/Platform.h"
+#include "ZelvoraAdapters/memory/Shop.h"
 #include "ZelvoraAdapters/memory/UIKit/NavigationController.h"
 #include "ZelvoraAdapters/memory/UIKit/ViewController.h"
 #include "ZelvoraIOS/ZelvoraIOSVersion.h"
@@ -36,10 +36,7 @@ int fail(char const* what)
 // A whole visit, in memory: the shop is looked up, the user asked for permission, the container opened.
 int main()
 {
-    auto& memory = memory::install({
-        .trackingStatus = platform::ATTrackingAuthorizationStatus::Denied,
-        .serviceAddresses = addresses(),
-    });
+    auto& memory = memory::readyShop({ .serviceAddresses = addresses() });
     auto& sdk = ZelvoraSDK::shared();
     if (!sdk.initialize("user-7", "media-key", true, false, true))
         return fail("The SDK refused its first initialization.");
@@ -49,19 +46,14 @@ int main()
     if (!sdk.start(stack))
         return fail("The SDK refused to start.");
     memory.runUntilIdle();
-    memory.urlSession().answer(200, R"({"data": {"shopId": "corner"}})");
-    memory.runUntilIdle();
 
     if (&platform::Platform::current() != &memory)
         return fail("There are two platforms.");
     if (stack->viewControllers().size() != 2)
         return fail("The container is not on the navigation stack.");
-    auto const webViews = memory.webViews();
-    if (webViews.size() != 1 || webViews.front()->loadedRequests().size() != 1)
-        return fail("There is no container with a page.");
-    auto const url = webViews.front()->loadedRequests().front().url.absoluteString();
+    auto const url = memory::Page(memory).url().value_or("");
     std::printf("%s\n%s\n", ZelvoraIOSVersionString, url.c_str());
-    if (url != "https://corner.mall.example/v1/?adid=unknown&uKey=user-7&rid=M-AD-SDK")
+    if (url != "https://shop.mall.example/v1/?adid=unknown&uKey=user-7&rid=M-AD-SDK")
         return fail("The entry URL is not the one expected.");
     return 0;
 }

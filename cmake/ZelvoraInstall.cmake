@@ -1,12 +1,14 @@
 # How hosts find and link the libraries:
 #
 #     find_package(ZelvoraIOS 1.0 CONFIG COMPONENTS memory gtk)   and link ZelvoraIOS::ZelvoraIOS, ZelvoraIOS::memory, ...
+#                                                                 (no component: all that are installed)
 #     add_subdirectory(...)                                       and link the same names
 #     pkg-config --cflags --libs ZelvoraIOS-gtk                   in any other build system
 #
 # Headers are installed below include/ZelvoraIOS, with the same paths as in the source tree.
 
 include(CMakePackageConfigHelpers)
+include(ZelvoraStandardLibrary)
 
 # zelvora_library(TARGET NAME): gives a library the name that hosts link it by.
 function(zelvora_library target name)
@@ -115,6 +117,20 @@ if(ZELVORA_GTK)
     )
 endif()
 
+# The contract suites are headers: an adapter outside of these sources compiles them with its own harness.
+set(ZELVORA_CONTRACT_SUPPORT ReceivedRequest.h Record.h RecordingScreen.h runOnThreads.h)
+add_library(zelvora_contract INTERFACE)
+target_include_directories(zelvora_contract INTERFACE
+    "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>" "$<INSTALL_INTERFACE:${ZELVORA_INCLUDE_DIR}>")
+target_link_libraries(zelvora_contract INTERFACE zelvora_platform GTest::gtest)
+set_target_properties(zelvora_contract PROPERTIES EXPORT_NAME contract)
+zelvora_install(ZelvoraIOSContract zelvora_contract)
+file(GLOB ZELVORA_CONTRACT_HEADERS CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/contract/*.h")
+install(FILES ${ZELVORA_CONTRACT_HEADERS} DESTINATION "${ZELVORA_INCLUDE_DIR}/tests/contract")
+list(TRANSFORM ZELVORA_CONTRACT_SUPPORT PREPEND "${PROJECT_SOURCE_DIR}/tests/support/")
+install(FILES ${ZELVORA_CONTRACT_SUPPORT} DESTINATION "${ZELVORA_INCLUDE_DIR}/tests/support")
+
+zelvora_standard_library(ZELVORA_STANDARD_LIBRARY)
 configure_package_config_file(cmake/ZelvoraIOSConfig.cmake.in "${PROJECT_BINARY_DIR}/cmake/ZelvoraIOSConfig.cmake"
     INSTALL_DESTINATION "${ZELVORA_PACKAGE_DIR}" NO_SET_AND_CHECK_MACRO)
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/cmake/ZelvoraIOSConfigVersion.cmake"
@@ -122,4 +138,5 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/cmake/ZelvoraIOSConfigVe
 install(FILES
     "${PROJECT_BINARY_DIR}/cmake/ZelvoraIOSConfig.cmake"
     "${PROJECT_BINARY_DIR}/cmake/ZelvoraIOSConfigVersion.cmake"
+    "${PROJECT_SOURCE_DIR}/cmake/ZelvoraStandardLibrary.cmake"
     DESTINATION "${ZELVORA_PACKAGE_DIR}")

@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# adapter.sh first_use|suites BUILD NAME: whether the frame of the adapter NAME, built in BUILD, stops with the name of what it
+# lacks: when the SDK is first used on it, or in the first test of each contract suite.
+set -euo pipefail
+
+verb="$1" build="$2" name="$3"
+suites="$(dirname "${BASH_SOURCE[0]}")/../contract"
+
+# lacks METHOD COMMAND...: the command does not survive, and says that METHOD, an expression, is missing.
+lacks() {
+    local method="$1" output status=0
+    shift
+    output="$("$@" 2>&1)" || status=$?
+    if ((status == 0)) || ! grep -qE "Fatal error: the adapter $name has no $method yet" <<<"$output"; then
+        echo "$* ended with $status and does not say what is missing:" >&2
+        tail -n 5 <<<"$output" >&2
+        return 1
+    fi
+}
+
+check_first_use() { lacks Bundle::bundleIdentifier "$build/first-use"; }
+
+check_suites() {
+    local tests file suite prefix failed=0 count=0
+    tests="$("$build/contract-tests" --gtest_list_tests)"
+    for file in "$suites"/*Contract.h; do
+        suite="$(basename "$file" .h)"
+        prefix="$(grep -oE "^[A-Za-z]+/$suite/0\." <<<"$tests" | head -n 1)" || true
+        [[ -n "$prefix" ]] || { echo "$suite is not among the tests." >&2; failed=1; continue; }
+        lacks '[A-Za-z]+::[A-Za-z, ]+' "$build/contract-tests" "--gtest_filter=$prefix*" || failed=1
+        count=$((count + 1))
+    done
+    echo "$count suites"
+    ((count > 10 && failed == 0))
+}
+
+"check_$verb"

@@ -1,0 +1,112 @@
+#include "Shop.h"
+
+#include "ZelvoraAdapters/memory/Shop.h"
+#include "ZelvoraAdapters/memory/UIKit/UIViewControllerPeer.h"
+#include "ZelvoraAdapters/memory/UIKit/View.h"
+#include "ZelvoraAdapters/memory/UIKit/ViewController.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+using namespace zelvora;
+
+/// The shop on a screen, a network and a clock in memory. Each test runs in a process of its own, as there is one SDK
+/// in a process.
+class ShopTest : public testing::Test {
+protected:
+    using Texts = std::vector<std::string>;
+
+    memory::Page open()
+    {
+        m_shop->open(m_home);
+        m_platform.runUntilIdle();
+        return memory::Page(m_platform);
+    }
+    bool isOpen() const { return memory::peer(*m_home).presentedViewController() != nullptr; }
+
+    // Nothing of what the app did was wrong, and every view has a place.
+    void TearDown() override
+    {
+        m_platform.layout();
+        EXPECT_EQ(m_platform.screen().complaints(), Texts {});
+        EXPECT_EQ(m_platform.screen().ambiguities(), Texts {});
+    }
+
+    memory::Platform& m_platform = memory::readyShop();
+    std::shared_ptr<memory::ViewController> m_home = std::make_shared<memory::ViewController>();
+    Shop::Action m_goBack;
+    Texts m_shared;
+    Texts m_errors;
+    int m_departures = 0;
+    std::shared_ptr<Shop> m_shop = Shop::create({
+        // A view without a size of its own would have no place.
+        .makeHeader =
+            [this](Shop::Action goBack) {
+                m_goBack = std::move(goBack);
+                return std::make_shared<memory::View>(memory::IntrinsicSize { .height = 44 });
+            },
+        .makeFooter = [] { return std::make_shared<memory::View>(memory::IntrinsicSize { .height = 60 }); },
+        .share = [this](std::string const& text) { m_shared.push_back(text); },
+        .showError = [this](std::string const& code) { m_errors.push_back(code); },
+        .didLeave = [this] { ++m_departures; },
+    });
+};
+
+TEST_F(ShopTest, OpensAtTheUsersAddress)
+{
+    auto const page = open();
+    EXPECT_TRUE(page.url()->ends_with("&uKey=user-key&rid=M-AD-SDK")) << *page.url();
+}
+
+TEST_F(ShopTest, APageSharesAText)
+{
+    auto const page = open();
+    page.post("invokeCustomAction", { { "name", "share" }, { "data", "tea" } });
+    EXPECT_EQ(m_shared, (Texts { "tea" }));
+}
+
+TEST_F(ShopTest, APageIsAnsweredWhatItStored)
+{
+    auto const page = open();
+    page.post("setItem", { { "key", "cup" }, { "value", "tea" } });
+    page.post("getItem", { { "key", "cup" }, { "callback", "gotItem" } });
+    EXPECT_EQ(page.answers(), (Texts { "gotItem(\"tea\");" }));
+}
+
+TEST_F(ShopTest, APageClosesTheShop)
+{
+    auto const page = open();
+    page.post("close");
+    EXPECT_TRUE(page.isGone());
+    EXPECT_EQ(m_departures, 1);
+}
+
+TEST_F(ShopTest, TheBackButtonGoesThroughTheHistoryAndThenLeaves)
+{
+    auto const page = open();
+    auto const entry = page.url();
+    m_platform.webViews().back()->navigate(*platform::URL::parse("https://shop.example/cart"));
+    m_goBack();
+    EXPECT_EQ(page.url(), entry);
+    m_goBack();
+    EXPECT_FALSE(isOpen());
+}
+
+TEST_F(ShopTest, AfterAFailureTheNextTapTriesAgain)
+{
+    auto& network = m_platform.urlSession();
+    network.setServer([](auto const&) { return std::unexpected(memory::URLSession::notConnected()); });
+    m_shop->open(m_home);
+    m_platform.runUntilIdle();
+    // The lookup failed, and then the shop that had been asked for could not open.
+    EXPECT_EQ(m_errors, (Texts { "E200", "E001" }));
+
+    network.setServer(
+        [](auto const&) { return memory::URLSession::Answer { { R"({"data": {"shopId": "shop"}})" }, { 200 } }; });
+    open();
+    EXPECT_TRUE(isOpen());
+}

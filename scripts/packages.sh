@@ -11,6 +11,7 @@ PACKAGES_LIBCXX=(libc++-19-dev libc++abi-19-dev)
 PACKAGES_PHONE=(libgnustep-base-dev libobjc-12-dev musl-dev python3-clang-19 libplist-utils)
 PACKAGES_TIDY=(clang-tidy-19)
 PACKAGES_FORMAT=(clang-format-19)
+PACKAGES_DOCS=(doxygen)
 PACKAGES_DISPLAY=(xvfb xauth xdotool dbus-daemon fonts-nanum)
 
 say() { printf '%s\n' "$*"; }

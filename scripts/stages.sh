@@ -1,9 +1,9 @@
 # The stages of `./run test` and `./run check`. A stage writes to its log, leaves its counts in s_passed, s_failed and
 # s_skipped and, where it has more to say, a text in s_remark. A stage that cannot run has failed.
 
-STAGES=(clang format libcxx phone simulation gcc soak asan tsan tidy fuzz)
+STAGES=(clang format docs libcxx phone simulation gcc soak asan tsan tidy fuzz)
 # The stage "clang" runs what "asan" runs in the same way and what "gcc" runs too.
-ALL_STAGES=(format libcxx phone simulation gcc soak asan tsan tidy fuzz)
+ALL_STAGES=(format docs libcxx phone simulation gcc soak asan tsan tidy fuzz)
 
 s_passed=0
 s_failed=0
@@ -48,6 +48,7 @@ packages_of() {
     for stage in "$@"; do
         case "$stage" in
         format) packages+=("${PACKAGES_FORMAT[@]}") ;;
+        docs) packages+=("${PACKAGES_DOCS[@]}") ;;
         layers | simulation) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}") ;;
         clang) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_DISPLAY[@]}") ;;
         fuzz) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_SANITIZERS[@]}") ;;
@@ -194,6 +195,11 @@ our_sources() { git ls-files --cached --others --exclude-standard -- "$@"; }
 
 stage_format() {
     our_sources '*.h' '*.cpp' '*.mm' | xargs -r clang-format-19 --dry-run --Werror && one_passed
+}
+
+# Public members without a comment, and references that lead nowhere.
+stage_docs() {
+    make_docs && one_passed
 }
 
 TIDY_FOLDERS=(ZelvoraPlatform ZelvoraIOS ZelvoraAdapters/shared ZelvoraAdapters/memory ZelvoraAdapters/gtk)

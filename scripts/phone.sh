@@ -1,32 +1,12 @@
 # The stage "phone": the phone's adapter and module, as far as they can be checked where there is no phone. The steps are in the
-# order in which they find the most. Each counts its checks; one that cannot run has failed.
+# order in which they find the most.
 
 PHONE_STEPS=(phone_apple phone_decl phone_run phone_coverage phone_seeds phone_live phone_package phone_swift)
 
-stage_phone() { phone_steps "${PHONE_STEPS[@]}"; }
+stage_phone() { run_steps "${PHONE_STEPS[@]}"; }
 
 # The quick part: the device's sources are compiled, but not linked.
-stage_phone_quick() { phone_steps phone_decl phone_package phone_compile; }
-
-phone_steps() {
-    local step passed=0 failed=0 skipped=0 begin
-    for step in "$@"; do
-        say "== $step"
-        begin=$SECONDS
-        s_passed=0 s_failed=0 s_skipped=0
-        if ! "$step" && ((s_failed == 0)); then
-            s_failed=1
-        fi
-        if ((s_passed + s_failed + s_skipped == 0)); then
-            say "error: $step checked nothing"
-            s_failed=1
-        fi
-        say "== $step: $s_passed passed, $s_failed failed, $s_skipped skipped, $(duration $((SECONDS - begin)))"
-        passed=$((passed + s_passed)) failed=$((failed + s_failed)) skipped=$((skipped + s_skipped))
-    done
-    s_passed=$passed s_failed=$failed s_skipped=$skipped
-    ((s_failed == 0))
-}
+stage_phone_quick() { run_steps phone_decl phone_package phone_compile; }
 
 # counted COMMAND...: adds up what the command says it checked: in a line "3 passed, 0 failed, 1 skipped", or else in lines that
 # begin with "passed: ", "FAILED: " or "skipped". Without any of these it is one check.

@@ -1,9 +1,9 @@
 # The stages of `./run test` and `./run check`. A stage writes to its log, leaves its counts in s_passed, s_failed and
 # s_skipped and, where it has more to say, a text in s_remark. A stage that cannot run has failed.
 
-STAGES=(clang format docs libcxx phone simulation gcc soak asan tsan tidy fuzz)
+STAGES=(clang format docs libcxx phone simulation gcc soak page asan tsan tidy fuzz)
 # The stage "clang" runs what "asan" runs in the same way and what "gcc" runs too.
-ALL_STAGES=(format docs libcxx phone simulation gcc soak asan tsan tidy fuzz)
+ALL_STAGES=(format docs libcxx phone simulation gcc soak page asan tsan tidy fuzz)
 
 s_passed=0
 s_failed=0
@@ -61,9 +61,11 @@ packages_of() {
             packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_SANITIZERS[@]}" "${PACKAGES_LIBCXX[@]}"
                 "${PACKAGES_PHONE[@]}" "${PACKAGES_DISPLAY[@]}")
             ;;
+        page) mapfile -t -O "${#packages[@]}" packages < <(page_packages) ;;
         tidy | tidy_changes) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_TIDY[@]}") ;;
         esac
     done
+    ((${#packages[@]})) || return 0
     local unique
     mapfile -t unique < <(printf '%s\n' "${packages[@]}" | sort -u)
     install_packages "${unique[@]}"
@@ -93,6 +95,27 @@ run_stage() {
     if [[ -n "$s_remark" ]]; then
         say "$s_remark"
     fi
+}
+
+# run_steps STEP...: the steps of a stage. Each counts its checks; one that cannot run has failed.
+run_steps() {
+    local step passed=0 failed=0 skipped=0 begin
+    for step in "$@"; do
+        say "== $step"
+        begin=$SECONDS
+        s_passed=0 s_failed=0 s_skipped=0
+        if ! "$step" && ((s_failed == 0)); then
+            s_failed=1
+        fi
+        if ((s_passed + s_failed + s_skipped == 0)); then
+            say "error: $step checked nothing"
+            s_failed=1
+        fi
+        say "== $step: $s_passed passed, $s_failed failed, $s_skipped skipped, $(duration $((SECONDS - begin)))"
+        passed=$((passed + s_passed)) failed=$((failed + s_failed)) skipped=$((skipped + s_skipped))
+    done
+    s_passed=$passed s_failed=$failed s_skipped=$skipped
+    ((s_failed == 0))
 }
 
 one_passed() {

@@ -1,0 +1,3 @@
+export { isInApp } from './app.js';
+export type { Bridge, BuiltInFunctions, CustomActions } from './bridge.js';
+export { BridgeError, type BridgeErrorReason } from './bridge-error.js';

@@ -1,0 +1,79 @@
+// Builds the package into build/page/package, as it is packed, and the tests into build/page/tests.
+import { execFileSync } from 'node:child_process';
+import { cpSync, existsSync, mkdirSync, readFileSync, readdirSync, rmSync, symlinkSync, writeFileSync } from 'node:fs';
+import { join } from 'node:path';
+import { build } from 'esbuild';
+import { folders } from './folders.mjs';
+
+const target = 'safari16';
+const sources = join(folders.page, 'src');
+
+function clean() {
+    rmSync(folders.package, { recursive: true, force: true });
+    rmSync(folders.tests, { recursive: true, force: true });
+    mkdirSync(folders.package, { recursive: true });
+}
+
+async function buildModules() {
+    await build({
+        entryPoints: ['index.ts', 'stand-in/index.ts', 'testing/index.ts'].map((file) => join(sources, file)),
+        outdir: join(folders.package, 'dist'),
+        bundle: true,
+        splitting: true,
+        format: 'esm',
+        target,
+    });
+}
+
+async function buildClassicScript() {
+    await build({
+        entryPoints: [join(sources, 'index.ts')],
+        outfile: join(folders.package, 'dist/classic.js'),
+        bundle: true,
+        minify: true,
+        format: 'iife',
+        globalName: 'ZelvoraPageBridge',
+        target,
+    });
+}
+
+function writeDeclarations() {
+    const compiler = join(folders.page, 'node_modules/typescript/bin/tsc');
+    const options = ['-p', join(folders.page, 'tsconfig.declarations.json'), '--outDir', join(folders.package, 'dist')];
+    execFileSync(process.execPath, [compiler, ...options], { stdio: 'inherit' });
+}
+
+// The tools and scripts of the sources are nothing to those who install the package.
+function writeManifest() {
+    const manifest = JSON.parse(readFileSync(join(folders.page, 'package.json'), 'utf8'));
+    delete manifest.devDependencies;
+    delete manifest.scripts;
+    writeFileSync(join(folders.package, 'package.json'), `${JSON.stringify(manifest, null, 2)}\n`);
+    cpSync(join(folders.page, 'README.md'), join(folders.package, 'README.md'));
+}
+
+async function buildTests() {
+    await build({
+        entryPoints: readdirSync(join(folders.page, 'tests'))
+            .filter((file) => file.endsWith('.test.ts'))
+            .map((file) => join(folders.page, 'tests', file)),
+        outdir: folders.tests,
+        outExtension: { '.js': '.mjs' },
+        bundle: true,
+        packages: 'external',
+        platform: 'node',
+        target: 'node18',
+        format: 'esm',
+        sourcemap: 'inline',
+    });
+    const modules = join(folders.build, 'node_modules');
+    if (!existsSync(modules)) {
+        rmSync(modules, { force: true });
+        symlinkSync(join(folders.page, 'node_modules'), modules);
+    }
+}
+
+clean();
+await Promise.all([buildModules(), buildClassicScript(), buildTests()]);
+writeDeclarations();
+writeManifest();

@@ -1,13 +1,13 @@
 import type { Bridge } from './bridge.js';
-import { BridgeError } from './bridge-error.js';
+import { check } from './bridge-error.js';
 
 /** True if the page is shown by an app, or by the stand-in. False on a server. */
 export function isInApp(): boolean {
-    return typeof window !== 'undefined' && !!window.ZelvoraSDKBridge;
+    // A server has no window.
+    return !!globalThis.window?.ZelvoraSDKBridge;
 }
 
 export function bridge(): Bridge {
-    if (!isInApp())
-        throw new BridgeError('no-app', 'This page is not in an app. Ask isInApp() first, or install the stand-in.');
+    check(isInApp(), 'Not in an app: ask isInApp(), or install the stand-in.', 'no-app');
     return window.ZelvoraSDKBridge!;
 }

@@ -1,12 +1,13 @@
 // Builds the package into build/page/package, as it is packed, and the tests into build/page/tests.
 import { execFileSync } from 'node:child_process';
 import { cpSync, existsSync, mkdirSync, readFileSync, readdirSync, rmSync, symlinkSync, writeFileSync } from 'node:fs';
-import { join } from 'node:path';
+import { dirname, join } from 'node:path';
 import { build } from 'esbuild';
 import { folders } from './folders.mjs';
 
-const target = 'safari16';
 const sources = join(folders.page, 'src');
+const bridgeScript = join(folders.build, 'generated/bridge-script.ts');
+const shared = { bundle: true, target: 'safari16', alias: { 'zelvora-bridge-script': bridgeScript } };
 
 function clean() {
     rmSync(folders.package, { recursive: true, force: true });
@@ -14,26 +15,32 @@ function clean() {
     mkdirSync(folders.package, { recursive: true });
 }
 
+// The stand-in and the tests run the very script that the SDK injects.
+function generateBridgeScript() {
+    const program = join(folders.page, 'tools/bridge-script.sed');
+    const source = join(folders.project, 'ZelvoraIOS/internal/BridgeScript.cpp');
+    mkdirSync(dirname(bridgeScript), { recursive: true });
+    writeFileSync(bridgeScript, execFileSync('sed', ['-n', '-f', program, source]));
+}
+
 async function buildModules() {
     await build({
+        ...shared,
         entryPoints: ['index.ts', 'stand-in/index.ts', 'testing/index.ts'].map((file) => join(sources, file)),
         outdir: join(folders.package, 'dist'),
-        bundle: true,
         splitting: true,
         format: 'esm',
-        target,
     });
 }
 
 async function buildClassicScript() {
     await build({
+        ...shared,
         entryPoints: [join(sources, 'index.ts')],
         outfile: join(folders.package, 'dist/classic.js'),
-        bundle: true,
         minify: true,
         format: 'iife',
         globalName: 'ZelvoraPageBridge',
-        target,
     });
 }
 
@@ -59,7 +66,7 @@ async function buildTests() {
             .map((file) => join(folders.page, 'tests', file)),
         outdir: folders.tests,
         outExtension: { '.js': '.mjs' },
-        bundle: true,
+        ...shared,
         packages: 'external',
         platform: 'node',
         target: 'node18',
@@ -74,6 +81,7 @@ async function buildTests() {
 }
 
 clean();
+generateBridgeScript();
 await Promise.all([buildModules(), buildClassicScript(), buildTests()]);
 writeDeclarations();
 writeManifest();

@@ -6,7 +6,10 @@ PAGE_STEPS=(page_unit)
 page() {
     local verb="${1:-}"
     case "$verb" in
-    "") run_stages page ;;
+    "")
+        run_stages page
+        say "The package: $(ls build/page/*.tgz)"
+        ;;
     *) stop "There is no \"$verb\"; ./run help lists what there is." ;;
     esac
 }
@@ -15,13 +18,14 @@ stage_page() {
     page_build && run_steps "${PAGE_STEPS[@]}"
 }
 
-# Node.js as it is installed, from wherever it came; else Debian's.
+# With Node.js as it is installed, from wherever it came; else Debian's.
 page_packages() {
     local major
     major="$(node -p 'process.versions.node.split(".")[0]' 2>/dev/null)" || major=0
     if ((major < 18)) || ! command -v npm >/dev/null; then
         printf '%s\n' nodejs npm
     fi
+    printf '%s\n' chromium
 }
 
 # What the lock file names is fetched once.

@@ -23,7 +23,10 @@ export function saveEvent<Event extends object>(event: Event & EventOf<Event>): 
     app.saveEvent(data);
 }
 
-/** The events that wait for upload, oldest first. They stay where they are. */
-export async function getEvents(options?: AnswerOptions): Promise<SavedEvent[]> {
-    return ask(undefined, options) as Promise<SavedEvent[]>;
+/**
+ * The events that wait for upload, oldest first. They stay where they are. `null` if one of them holds what JSON cannot, as
+ * only a page can save that does not use this package.
+ */
+export async function getEvents(options?: AnswerOptions): Promise<SavedEvent[] | null> {
+    return ask(undefined, options) as Promise<SavedEvent[] | null>;
 }

@@ -4,7 +4,7 @@ import { check } from './bridge-error.js';
 export type Json = string | number | boolean | null | readonly Json[] | { readonly [name: string]: Json };
 
 /** `Value`, with `never` in the place of each part that JSON cannot hold, such as a date, a function or `undefined`. */
-export type AsJson<Value> = Value extends string | number | boolean | null
+export type AsJson<Value> = Value extends Json
     ? Value
     : Value extends undefined | bigint | symbol | Date | ((...values: never[]) => unknown)
       ? never

@@ -10,11 +10,11 @@ export class InstalledPackage {
     readonly files: string[];
 
     constructor() {
-        execFileSync('npm', ['pack', folders.package, '--pack-destination', this.folder], { stdio: 'pipe' });
-        const [tarball] = readdirSync(this.folder);
-        this.files = execFileSync('tar', ['-tf', join(this.folder, tarball!)], { encoding: 'utf8' }).trim().split('\n').sort();
+        const packed = readdirSync(folders.build).find((file) => file.endsWith('.tgz'));
+        const tarball = join(folders.build, packed!);
+        this.files = execFileSync('tar', ['-tf', tarball], { encoding: 'utf8' }).trim().split('\n').sort();
         writeFileSync(join(this.folder, 'package.json'), JSON.stringify({ name: 'page', private: true, type: 'module' }));
-        execFileSync('npm', ['install', '--offline', '--no-audit', '--no-fund', tarball!], { cwd: this.folder, stdio: 'pipe' });
+        execFileSync('npm', ['install', '--offline', '--no-audit', '--no-fund', tarball], { cwd: this.folder, stdio: 'pipe' });
     }
 
     /** Compiles a folder of sources as a project of its own. Returns what the compiler complains about. */

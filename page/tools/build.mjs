@@ -59,6 +59,13 @@ function writeManifest() {
     cpSync(join(folders.page, 'README.md'), join(folders.package, 'README.md'));
 }
 
+// For page authors, who install this file.
+function pack() {
+    for (const file of readdirSync(folders.build).filter((name) => name.endsWith('.tgz')))
+        rmSync(join(folders.build, file));
+    execFileSync('npm', ['pack', folders.package, '--pack-destination', folders.build], { stdio: 'pipe' });
+}
+
 async function buildTests() {
     await build({
         entryPoints: readdirSync(join(folders.page, 'tests'))
@@ -85,3 +92,4 @@ generateBridgeScript();
 await Promise.all([buildModules(), buildClassicScript(), buildTests()]);
 writeDeclarations();
 writeManifest();
+pack();

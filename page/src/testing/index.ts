@@ -10,9 +10,11 @@ export interface FakeBridgeOptions {
     answers?: 'soon' | 'by hand';
 }
 
+export type Call = [name: string, ...values: unknown[]];
+
 export interface FakeBridge {
     /** Every call so far: its name and its arguments. */
-    readonly calls: [name: string, ...values: unknown[]][];
+    readonly calls: Call[];
     /** The values that the app has now. */
     readonly items: Record<string, unknown>;
     /** The events that wait for upload. */
@@ -23,18 +25,42 @@ export interface FakeBridge {
     restore(): void;
 }
 
-type AnyFunction = (...values: any[]) => void;
+type Functions = Record<string, (...values: any[]) => void>;
 
 // What crosses to the app, or back, is a copy.
 function copyOf(value: unknown) {
     return JSON.parse(JSON.stringify(value));
 }
 
-function call(path: string, value: unknown) {
+function callPath(path: string, value: unknown) {
     const names = path.split('.');
     const last = names.pop()!;
     const holder = names.reduce((object: any, name) => object?.[name], window);
     holder?.[last]?.(value);
+}
+
+function makeAnswers(when: FakeBridgeOptions['answers']) {
+    const waiting: (() => void)[] = [];
+    const give = () => {
+        const next = waiting.shift();
+        next?.();
+        return !!next;
+    };
+    const add = (callbackName: string, value: unknown) => {
+        const given = copyOf(value);
+        waiting.push(() => callPath(callbackName, given));
+        if (when !== 'by hand')
+            queueMicrotask(give);
+    };
+    return { give, add };
+}
+
+// As the script that the app injects converts the data, and the app takes it.
+function actionFunction(action: ActionHandler) {
+    return (data: unknown) => {
+        const sent = typeof data === 'object' ? JSON.stringify(data) : data;
+        action(typeof sent === 'string' && sent ? sent : null);
+    };
 }
 
 // Gives back what undoes it.
@@ -59,42 +85,28 @@ function install(bridge: object) {
  * Puts an app's bridge in `window`, and a window where there is none. It takes what the package sends: it does not refuse
  * what an app would, and nothing expires. For that there is the stand-in.
  */
-export function fakeBridge({ items = {}, actions = {}, answers = 'soon' }: FakeBridgeOptions = {}): FakeBridge {
-    const calls: FakeBridge['calls'] = [];
-    const stored: Record<string, unknown> = { ...items };
+export function fakeBridge(options: FakeBridgeOptions = {}): FakeBridge {
+    const items: Record<string, unknown> = { ...options.items };
     const events: object[] = [];
-    const waiting: (() => void)[] = [];
-    const answer = () => {
-        waiting[0]?.();
-        return !!waiting.shift();
-    };
-    const answerLater = (callbackName: string, value: unknown) => {
-        const given = copyOf(value);
-        waiting.push(() => call(callbackName, given));
-        if (answers === 'soon')
-            queueMicrotask(answer);
-    };
-    const functions: Record<string, AnyFunction> = {
+    const answers = makeAnswers(options.answers);
+    const functions: Functions = {
         close() {},
-        setItem: (key, value) => (stored[key] = copyOf(value)),
-        getItem: (key, callbackName) => answerLater(callbackName, Object.hasOwn(stored, key) ? stored[key] : null),
-        removeItem: (key) => delete stored[key],
+        setItem: (key, value) => (items[key] = copyOf(value)),
+        getItem: (key, callbackName) => answers.add(callbackName, Object.hasOwn(items, key) ? items[key] : null),
+        removeItem: (key) => delete items[key],
         saveEvent: (data) => events.push(copyOf(data)),
-        getEvents: (callbackName) => answerLater(callbackName, events),
+        getEvents: (callbackName) => answers.add(callbackName, events),
         setFooterVisible() {},
     };
-    for (const [name, action] of Object.entries(actions))
-        functions[name] = (data) => {
-            const sent = typeof data === 'object' ? JSON.stringify(data) : data;
-            action(typeof sent === 'string' && sent ? sent : null);
-        };
+    for (const [name, action] of Object.entries(options.actions ?? {}))
+        functions[name] = actionFunction(action);
 
-    const bridge: Record<string, AnyFunction> = {};
+    const calls: Call[] = [];
+    const bridge: Functions = {};
     for (const [name, work] of Object.entries(functions))
         bridge[name] = (...values) => {
             calls.push([name, ...values]);
             work(...values);
         };
-    const restore = install(bridge);
-    return { calls, items: stored, events, answer, restore };
+    return { calls, items, events, answer: answers.give, restore: install(bridge) };
 }

@@ -27,6 +27,8 @@ declare const line: Line;
 declare const maybeText: string | null;
 declare const maybeUndefined: string | undefined;
 declare const anything: Json;
+declare const saved: SavedEvent;
+declare const members: Record<string, Json>;
 
 // Values.
 setItem('cart', lines);
@@ -37,6 +39,7 @@ setItem('count', 5);
 setItem('seen', true);
 setItem('mixed', { list: [1, 'a', null, { deep: false }], none: null });
 setItem('readonly', [1, 2] as const);
+setItem('last', saved);
 // @ts-expect-error: a key is text
 setItem(1, 'value');
 // @ts-expect-error: null is no value
@@ -67,7 +70,9 @@ setItem('key', 1, null);
 // Answers.
 is<Promise<Line[] | null>>(getItem<Line[]>('cart'));
 is<Promise<unknown>>(getItem('cart'));
-is<Promise<SavedEvent[]>>(getEvents({ timeout: 100 }));
+is<Promise<SavedEvent[] | null>>(getEvents({ timeout: 100 }));
+// @ts-expect-error: one of them may be unreadable
+void getEvents().then((events) => events.length);
 void getItem('cart', { timeout: 100 });
 void getItem('cart', {});
 // @ts-expect-error: a time is a number
@@ -84,6 +89,8 @@ removeItem(5);
 saveEvent({ eventId: 'view' });
 saveEvent({ eventId: 'cart_add', items: lines, coupon: null, gift: false });
 saveEvent(line);
+saveEvent(saved);
+saveEvent({ eventId: 'view', ...members });
 // @ts-expect-error: an event is an object, not its text
 saveEvent('{"eventId":"view"}');
 // @ts-expect-error: an event is one object

@@ -13,6 +13,7 @@ namespace zelvora::examples {
 namespace {
 
 constexpr std::string_view root = "/v1/";
+constexpr std::string_view packageFolder = "page-bridge/";
 
 std::string contentTypeOf(std::filesystem::path const& file)
 {
@@ -50,6 +51,15 @@ bool isBelow(std::filesystem::path const& directory, std::filesystem::path const
 Reply movedTo(std::string location)
 {
     return { .status = 301, .contentType = {}, .body = {}, .headers = { { "Location", std::move(location) } } };
+}
+
+// A site need not bring the package for page authors.
+Reply readSite(std::filesystem::path const& pages, std::string_view path)
+{
+    auto reply = readPage(pages, path);
+    if (reply.status == 404 && path.starts_with(packageFolder))
+        return readPage(ZELVORA_SERVICE_PAGE_PACKAGE, path.substr(packageFolder.size()));
+    return reply;
 }
 
 Reply describe(Shop const& shop, std::string_view profile)
@@ -91,14 +101,14 @@ Reply answerShop(std::filesystem::path const& pages, std::string_view profile, R
         return errorReply(404, "the shop is below /v1/");
     if (request.path == "/v1/shop.json")
         return describe(*shop, profile);
-    return readPage(pages, std::string_view(request.path).substr(root.size()));
+    return readSite(pages, std::string_view(request.path).substr(root.size()));
 }
 
 Reply answerFrames(std::filesystem::path const& pages, Request const& request)
 {
     if (!isRead(request))
         return methodNotAllowed("GET");
-    return readPage(pages, std::string_view(request.path).substr(1));
+    return readSite(pages, std::string_view(request.path).substr(1));
 }
 
 }

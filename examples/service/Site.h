@@ -12,9 +12,10 @@ namespace zelvora::examples {
 [[nodiscard]] Reply readPage(std::filesystem::path const& directory, std::string_view path);
 
 /// The shopping site. All shops have the same pages; the first label of the host name is the shop id. `profile` is the
-/// environment that a page is told: "prd" or "dev".
+/// environment that a page is told: "prd" or "dev". Below "page-bridge/" is the package for page authors, as a bundle
+/// of modules, unless the site has such a file of its own.
 [[nodiscard]] Reply answerShop(std::filesystem::path const& pages, std::string_view profile, Request const& request);
-/// A site of another origin, whose pages the shop embeds in frames.
+/// A site of another origin, whose pages the shop embeds in frames. It has the package as well.
 [[nodiscard]] Reply answerFrames(std::filesystem::path const& pages, Request const& request);
 
 }

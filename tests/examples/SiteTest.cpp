@@ -77,6 +77,27 @@ TEST_F(SiteTest, TheFrameIsServedFromItsOwnOrigin)
     EXPECT_EQ(get("hanok.shop", "/v1/frame.html").status, 404U);
 }
 
+TEST_F(SiteTest, TheShopAndTheFrameHaveThePackageForPageAuthors)
+{
+    auto const package = get("hanok.shop", "/v1/page-bridge/index.js");
+    EXPECT_EQ(package.contentType, "text/javascript; charset=utf-8");
+    EXPECT_TRUE(package.body.contains("saveEvent")) << package.body;
+    EXPECT_EQ(get("frames", "/page-bridge/index.js").body, package.body);
+    EXPECT_EQ(get("hanok.shop", "/v1/page-bridge/stand-in/index.js").status, 200U);
+    EXPECT_EQ(get("hanok.shop", "/v1/page-bridge/nothing.js").status, 404U);
+    EXPECT_EQ(statusOfPath("/v1/page-bridge//etc/passwd"), 403U);
+}
+
+TEST_F(SiteTest, ASiteMayHaveAPackageOfItsOwn)
+{
+    auto const site = makeSite("index");
+    std::filesystem::create_directory(site / "shop" / "page-bridge");
+    ASSERT_FALSE(m_directory.write("site/shop/page-bridge/index.js", "own").empty());
+    restart(site);
+    EXPECT_EQ(get("hanok.shop", "/v1/page-bridge/index.js").body, "own");
+    EXPECT_EQ(get("hanok.shop", "/v1/page-bridge/stand-in/index.js").status, 200U);
+}
+
 TEST_F(SiteTest, WhatIsNotThereIsNotFound)
 {
     for (auto const* path : { "/", "/v2/", "/v1/nothing.html", "/v1/pictures/", "/v1/pictures" })

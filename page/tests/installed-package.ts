@@ -23,7 +23,7 @@ export class InstalledPackage {
         const project = join(this.folder, name);
         mkdirSync(project);
         cpSync(sources, join(project, 'src'), { recursive: true });
-        const compilerOptions = { strict: true, noEmit: true, target: 'ES2022', lib: ['ES2022', 'DOM'], types: [], ...options };
+        const compilerOptions = { strict: true, noEmit: true, skipDefaultLibCheck: true, target: 'ES2022', lib: ['ES2022', 'DOM'], types: [], ...options };
         writeFileSync(join(project, 'tsconfig.json'), JSON.stringify({ compilerOptions, include: ['src'] }));
         const compiler = join(folders.page, 'node_modules/typescript/bin/tsc');
         try {

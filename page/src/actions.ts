@@ -20,8 +20,8 @@ export type ActionName = [keyof CustomActions] extends [never] ? string : keyof 
 
 type DeclaredData<Name> = Name extends keyof CustomActions ? CustomActions[Name] : string | object | void;
 
-// Of a number or a boolean the action would get nothing.
-type Sendable<Data> = Data extends number | boolean | bigint | symbol ? never : Data;
+// Of a number, a boolean or a function the action would get nothing.
+type Sendable<Data> = Data extends number | boolean | bigint | symbol | ((...values: never[]) => unknown) ? never : Data;
 
 /** What `invoke` takes for this action. */
 export type ActionData<Name> = Sendable<DeclaredData<Name>>;

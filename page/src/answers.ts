@@ -7,16 +7,13 @@ export interface AnswerOptions {
     timeout?: number | undefined;
 }
 
-declare global {
-    interface Window {
-        /** The functions that the app calls with its answers. Each goes with its answer or its time-out. */
-        __zelvoraAnswers?: Record<string, (answer: unknown) => void>;
-    }
-}
+type Waiting = Record<string, (answer: unknown) => void>;
 
-// An answer that comes too late finds a function that does nothing, so that the page sees no error.
-function waitingForAnswers() {
-    return (window.__zelvoraAnswers ??= new Proxy<Record<string, (answer: unknown) => void>>({}, {
+// The functions that the app calls with its answers. Each goes with its answer or its time-out. An answer that comes too late
+// finds a function that does nothing, so that the page sees no error.
+function waitingForAnswers(): Waiting {
+    const page = window as { __zelvoraAnswers?: Waiting };
+    return (page.__zelvoraAnswers ??= new Proxy<Waiting>({}, {
         get: (waiting, name) => waiting[name as string] ?? (() => {}),
     }));
 }
@@ -29,7 +26,9 @@ function nextName() {
     return `a${++count}_${Math.floor(Math.random() * 1e9)}`;
 }
 
-/** The value of the key or, without one, the events. Rejects with a `BridgeError` if no answer can come, or none does in time. */
+/**
+ * The value of the key or, without one, the events. Rejects with a `BridgeError` if no answer can come, or none does in time.
+ */
 export async function ask(key: string | undefined, { timeout = 5000 }: AnswerOptions = {}): Promise<unknown> {
     const app = bridge();
     const waiting = waitingForAnswers();

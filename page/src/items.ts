@@ -18,7 +18,7 @@ export function setItem<Value>(key: string, value: Value & StoredValue<Value>, e
     const app = bridge();
     checkKey(key);
     const stored = asJson(value);
-    check(stored != null, 'null and undefined cannot be stored: call removeItem().');
+    check(stored != null, 'null, undefined and NaN cannot be stored: call removeItem().');
     check(expireSec === undefined || Number.isFinite(expireSec), 'The expiry must be a number of seconds, or left out.');
     app.setItem(key, stored, expireSec);
 }

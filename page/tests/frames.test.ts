@@ -39,7 +39,10 @@ test('a frame may make the calls that have no answer', () => {
 
 test('a frame has no answers to share', () => {
     const frame = addFrame(new AppPage());
-    assert.throws(() => frame.shareWithFrames({ origins: [] }), { reason: 'frame', message: 'Only the main frame gets answers.' });
+    assert.throws(() => frame.shareWithFrames({ origins: [] }), {
+        reason: 'frame',
+        message: 'Only the main frame gets answers.',
+    });
 });
 
 test('what is not exactly an origin is refused', () => {

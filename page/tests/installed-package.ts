@@ -23,7 +23,15 @@ export class InstalledPackage {
         const project = join(this.folder, name);
         mkdirSync(project);
         cpSync(sources, join(project, 'src'), { recursive: true });
-        const compilerOptions = { strict: true, noEmit: true, skipDefaultLibCheck: true, target: 'ES2022', lib: ['ES2022', 'DOM'], types: [], ...options };
+        const compilerOptions = {
+            strict: true,
+            noEmit: true,
+            skipDefaultLibCheck: true,
+            target: 'ES2022',
+            lib: ['ES2022', 'DOM'],
+            types: [],
+            ...options,
+        };
         writeFileSync(join(project, 'tsconfig.json'), JSON.stringify({ compilerOptions, include: ['src'] }));
         const compiler = join(folders.page, 'node_modules/typescript/bin/tsc');
         try {
@@ -35,7 +43,8 @@ export class InstalledPackage {
 
     /** What a program prints that runs on a server. */
     run(program: string): string {
-        return execFileSync(process.execPath, ['--input-type=module', '-e', program], { cwd: this.folder, encoding: 'utf8' }).trim();
+        const options = ['--input-type=module', '-e', program];
+        return execFileSync(process.execPath, options, { cwd: this.folder, encoding: 'utf8' }).trim();
     }
 
     remove(): void {

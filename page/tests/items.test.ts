@@ -51,7 +51,8 @@ for (const [name, value] of [['null', null], ['undefined', undefined], ['NaN', N
         assert.deepEqual(page.posted, []);
     });
 
-for (const [name, expiry] of [['text', '60'], ['null', null], ['NaN', NaN], ['a date', new Date()], ['Infinity', Infinity]] as const)
+const expiries = [['text', '60'], ['null', null], ['NaN', NaN], ['a date', new Date()], ['Infinity', Infinity]] as const;
+for (const [name, expiry] of expiries)
     test(`an expiry that is ${name} is refused`, () => {
         const page = new AppPage();
         assert.throws(() => untyped(page)['setItem']!('key', 1, expiry), { reason: 'kind', message: /number of seconds/ });

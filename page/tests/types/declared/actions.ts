@@ -9,6 +9,7 @@ declare module '@zelvora/page-bridge' {
         hint: string | void;
         countUp: number;
         choose: string | number;
+        onDone: () => void;
     }
 }
 
@@ -41,6 +42,9 @@ invoke('countUp', 5);
 invoke('choose', 'a');
 // @ts-expect-error: a number would not arrive, even if it is declared
 invoke('choose', 5);
+
+// @ts-expect-error: a function would not arrive, even if it is declared
+invoke('onDone', () => {});
 
 // @ts-expect-error: the app has no such action
 invoke('order', 'text');

@@ -33,7 +33,7 @@ async function buildModules() {
     });
 }
 
-async function buildClassicScript() {
+async function buildClassicScripts() {
     await build({
         ...shared,
         entryPoints: [join(sources, 'index.ts')],
@@ -41,6 +41,13 @@ async function buildClassicScript() {
         minify: true,
         format: 'iife',
         globalName: 'ZelvoraPageBridge',
+    });
+    await build({
+        ...shared,
+        entryPoints: [join(sources, 'stand-in/classic.ts')],
+        outfile: join(folders.package, 'dist/stand-in/classic.js'),
+        minify: true,
+        format: 'iife',
     });
 }
 
@@ -89,7 +96,7 @@ async function buildTests() {
 
 clean();
 generateBridgeScript();
-await Promise.all([buildModules(), buildClassicScript(), buildTests()]);
+await Promise.all([buildModules(), buildClassicScripts(), buildTests()]);
 writeDeclarations();
 writeManifest();
 pack();

@@ -4,13 +4,14 @@ service_pid=""
 
 stop_service() { [[ -z "$service_pid" ]] || kill "$service_pid" 2>/dev/null || true; }
 
-# start_service DATA: sets `port`. The script calls stop_service when it ends.
+# start_service DATA [ARGUMENT...]: sets `port`. The script calls stop_service when it ends.
 start_service() {
-    local output="$1/service.log"
-    mkdir -p "$1"
+    local data="$1" output="$1/service.log"
+    shift
+    mkdir -p "$data"
     # Emptied first, so that the loop below cannot read the port of an earlier service.
     : >"$output"
-    "$build/examples/service/zelvora-service" --data "$1" >"$output" 2>&1 &
+    "$build/examples/service/zelvora-service" --data "$data" "$@" >"$output" 2>&1 &
     service_pid=$!
     for _ in {1..100}; do
         port="$(sed -n 's/^listening //p' "$output")"

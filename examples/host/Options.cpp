@@ -2,15 +2,19 @@
 
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 
+#include <algorithm>
+#include <array>
 #include <iostream>
 #include <memory>
 #include <random>
+#include <string_view>
 
 namespace zelvora::examples {
 
 namespace {
 
 constexpr int fewestRounds = 10;
+constexpr std::array<std::string_view, 5> walks { "", "first", "second", "soak", "conformance" };
 
 struct Arguments {
     int port = 0;
@@ -18,6 +22,7 @@ struct Arguments {
     char* data = nullptr;
     char* walk = nullptr;
     char* pictures = nullptr;
+    char* report = nullptr;
     int rounds = 500;
     gint64 seed = -1;
 };
@@ -34,10 +39,12 @@ bool parse(Arguments& into, int& count, char**& arguments)
         { "service", 's', 0, G_OPTION_ARG_INT, &into.port, "The port of the local service", "PORT" },
         { "certificates", 'c', 0, G_OPTION_ARG_FILENAME, &into.certificates, "The service's data folder", "FOLDER" },
         { "data", 'd', 0, G_OPTION_ARG_FILENAME, &into.data, "Where the app keeps its data", "FOLDER" },
-        { "walk", 'w', 0, G_OPTION_ARG_STRING, &into.walk, "Let the program drive itself", "first|second|soak" },
+        { "walk", 'w', 0, G_OPTION_ARG_STRING, &into.walk, "Let the program drive itself",
+            "first|second|soak|conformance" },
         { "rounds", 'r', 0, G_OPTION_ARG_INT, &into.rounds, "How often a soak opens the shop", "COUNT" },
         { "seed", 0, 0, G_OPTION_ARG_INT64, &into.seed, "What a soak does; a new one if absent", "NUMBER" },
-        { "pictures", 'p', 0, G_OPTION_ARG_FILENAME, &into.pictures, "Where a walk saves pictures", "FOLDER" }, {}
+        { "pictures", 'p', 0, G_OPTION_ARG_FILENAME, &into.pictures, "Where a walk saves pictures", "FOLDER" },
+        { "report", 0, 0, G_OPTION_ARG_FILENAME, &into.report, "Where the page's answers are saved", "FILE" }, {}
     };
     std::unique_ptr<GOptionContext, gtk::Releasing<g_option_context_free>> const context(
         g_option_context_new("- a host app that opens the shop"));
@@ -64,12 +71,14 @@ std::optional<Options> readOptions(int count, char** arguments)
         .seed = static_cast<std::uint32_t>(read.seed >= 0 ? read.seed : std::random_device()()) };
     if (auto const pictures = take(read.pictures); !pictures.empty())
         options.pictures = pictures;
+    if (auto const report = take(read.report); !report.empty())
+        options.report = report;
     if (read.port <= 0 || read.port > UINT16_MAX || options.certificates.empty()) {
         std::cerr << "Say where the local service is: --service PORT --certificates FOLDER\n";
         return std::nullopt;
     }
-    if (!options.walk.empty() && options.walk != "first" && options.walk != "second" && options.walk != "soak") {
-        std::cerr << "A walk is \"first\", \"second\" or \"soak\".\n";
+    if (std::ranges::find(walks, options.walk) == walks.end()) {
+        std::cerr << "A walk is \"first\", \"second\", \"soak\" or \"conformance\".\n";
         return std::nullopt;
     }
     if (options.rounds <= fewestRounds) {

@@ -14,13 +14,16 @@ struct Options {
     std::filesystem::path certificates;
     /// The folder for the app's data; empty for the default.
     std::filesystem::path data;
-    /// If set, the program drives itself: "first", or "second" after a restart with the data of the first, or "soak".
+    /// If set, the program drives itself: "first", or "second" after a restart with the data of the first, or "soak",
+    /// or "conformance".
     std::string walk;
     /// How often a soak opens the shop, and what decides about each time.
     int rounds = 500;
     std::uint32_t seed = 0;
     /// The folder for the pictures of a walk.
     std::filesystem::path pictures = ".";
+    /// The file for what the page noted in "conformance".
+    std::filesystem::path report = "conformance.json";
 };
 
 /// If the arguments are invalid, prints a message to standard error and returns nothing.

@@ -1,4 +1,6 @@
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+#include "examples/host/Conformance.h"
+#include "examples/host/MovablePlatform.h"
 #include "examples/host/Options.h"
 #include "examples/host/ShopHost.h"
 #include "examples/host/Soak.h"
@@ -13,6 +15,8 @@
 
 namespace {
 
+using zelvora::examples::Conformance;
+using zelvora::examples::MovablePlatform;
 using zelvora::examples::Options;
 using zelvora::examples::ShopHost;
 using zelvora::examples::Soak;
@@ -22,22 +26,47 @@ using zelvora::examples::WatchedPlatform;
 struct Program {
     Options options;
     std::shared_ptr<ShopHost> host;
-    // Set for a soak, which watches the platform; never destroyed once it is installed.
-    WatchedPlatform* platform = nullptr;
+    // Set for a soak, which watches the platform, or for the conformance suite, which moves its clock; never destroyed
+    // once it is installed.
+    WatchedPlatform* watched = nullptr;
+    MovablePlatform* movable = nullptr;
     int status = EXIT_SUCCESS;
 };
 
 bool drive(Program& program)
 {
-    if (!program.platform)
-        return Walk(*program.host, program.options).run();
-    return Soak(*program.host, *program.platform, program.options).run();
+    if (program.watched)
+        return Soak(*program.host, *program.watched, program.options).run();
+    if (program.movable)
+        return Conformance(*program.host, *program.movable, program.options).run();
+    return Walk(*program.host, program.options).run();
 }
 
 void walk(GApplication* application, Program& program)
 {
     program.status = drive(program) ? EXIT_SUCCESS : EXIT_FAILURE;
     g_application_quit(application);
+}
+
+template<typename Made>
+ShopHost::MakePlatform making(Made*& made)
+{
+    return [&made](zelvora::gtk::HostOptions options) {
+        auto platform = std::make_unique<Made>(std::move(options));
+        made = platform.get();
+        return platform;
+    };
+}
+
+ShopHost::MakePlatform platformFor(Program& program)
+{
+    if (program.options.walk == "soak")
+        return making(program.watched);
+    if (program.options.walk == "conformance") {
+        Conformance::answerQuestionAboutTracking(program.options);
+        return making(program.movable);
+    }
+    return nullptr;
 }
 
 struct Activation {
@@ -48,14 +77,7 @@ struct Activation {
 void activate(GApplication* application, gpointer data)
 {
     auto& program = *static_cast<Program*>(data);
-    auto const watched = [&program](zelvora::gtk::HostOptions options) {
-        auto platform = std::make_unique<WatchedPlatform>(std::move(options));
-        program.platform = platform.get();
-        return platform;
-    };
-    auto const isSoak = program.options.walk == "soak";
-    program.host = ShopHost::create(
-        GTK_APPLICATION(application), program.options, isSoak ? ShopHost::MakePlatform(watched) : nullptr);
+    program.host = ShopHost::create(GTK_APPLICATION(application), program.options, platformFor(program));
     if (program.options.walk.empty()) {
         program.host->initializeSDK();
         return;
@@ -74,7 +96,7 @@ int main(int count, char** arguments)
     auto const options = zelvora::examples::readOptions(count, arguments);
     if (!options)
         return EXIT_FAILURE;
-    Program program { .options = *options, .host = nullptr, .platform = nullptr };
+    Program program { .options = *options, .host = nullptr, .watched = nullptr, .movable = nullptr };
     // Non-unique: several instances, each with its own data, may run at the same time.
     auto const application =
         zelvora::gtk::adopt(gtk_application_new("com.zelvora.example.host", G_APPLICATION_NON_UNIQUE));

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "ZelvoraAdapters/gtk/HostOptions.h"
+#include "ZelvoraAdapters/memory/ForwardingPlatform.h"
+
+#include <atomic>
+#include <memory>
+
+namespace zelvora::examples {
+
+/// The Linux platform with a wall clock that can be moved, so that what the SDK keeps for a time expires without a
+/// wait.
+class MovablePlatform final : public memory::ForwardingPlatform {
+public:
+    /// After `gtk_init`.
+    explicit MovablePlatform(gtk::HostOptions options);
+
+    /// Moves the clock that the SDK reads. Any thread.
+    void passTime(platform::TimeInterval seconds) { m_clock.ahead += seconds; }
+
+    // platform::Platform
+    [[nodiscard]] platform::Clock& clock() override { return m_clock; }
+
+private:
+    struct MovedClock final : platform::Clock {
+        explicit MovedClock(MovablePlatform& platform) : owner(platform) { }
+
+        // platform::Clock
+        [[nodiscard]] platform::Date now() const override;
+
+        MovablePlatform& owner;
+        std::atomic<platform::TimeInterval> ahead = 0;
+    };
+
+    MovedClock m_clock { *this };
+};
+
+}

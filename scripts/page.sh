@@ -1,17 +1,33 @@
 # The package for page authors: `./run page` and the stage "page" of `./run test`.
 
 # Each step counts its checks.
-PAGE_STEPS=(page_unit)
+PAGE_STEPS=(page_unit page_stand_in page_conformance)
 
 page() {
     local verb="${1:-}"
+    (($# == 0)) || shift
     case "$verb" in
     "")
         run_stages page
         say "The package: $(ls build/page/*.tgz)"
         ;;
+    --serve) page_serve "$@" ;;
     *) stop "There is no \"$verb\"; ./run help lists what there is." ;;
     esac
+}
+
+page_serve() {
+    [[ -d "${1:-}" ]] || stop "Say which folder: ./run page --serve FOLDER"
+    local packages
+    mapfile -t packages < <(page_packages)
+    install_packages "${packages[@]}"
+    say "Building the package"
+    mkdir -p build/logs
+    if ! page_build 2>&1 | follow page build/logs/page.log; then
+        show_failure build/logs/page.log >&2
+        stop "The build failed; build/logs/page.log has the whole story."
+    fi
+    exec node page/serve/serve.mjs "$@"
 }
 
 stage_page() {
@@ -25,7 +41,7 @@ page_packages() {
     if ((major < 18)) || ! command -v npm >/dev/null; then
         printf '%s\n' nodejs npm
     fi
-    printf '%s\n' chromium
+    printf '%s\n' chromium webkit2gtk-driver "${PACKAGES_BUILD[@]}" "${PACKAGES_GCC[@]}" "${PACKAGES_DISPLAY[@]}"
 }
 
 # What the lock file names is fetched once.
@@ -38,6 +54,15 @@ page_build() {
 }
 
 page_unit() { counted_tap node page/tools/test.mjs; }
+
+page_stand_in() { counted_tap node --test --test-reporter=tap page/browser/panel.test.mjs page/serve/serve.test.mjs; }
+
+# The stage "gcc" has built the example. Its display is for the browser that needs one.
+page_conformance() {
+    build gcc zelvora_examples || return 1
+    ZELVORA_BUILD=build/gcc counted_tap with_display "$PWD/build/page" \
+        node --test --test-reporter=tap page/conformance/suite.test.mjs
+}
 
 # counted_tap COMMAND...: adds up what the command reports as TAP.
 counted_tap() {

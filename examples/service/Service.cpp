@@ -43,8 +43,7 @@ std::expected<std::unique_ptr<Service>, std::string> Service::start(ServiceOptio
     auto store = CollectorStore::open(data / "collected.jsonl");
     if (!store)
         return std::unexpected(store.error());
-    auto const site = options.siteDirectory.empty() ? ZELVORA_SERVICE_SITE : options.siteDirectory;
-    std::unique_ptr<Service> service(new Service(std::move(*store), site));
+    std::unique_ptr<Service> service(new Service(std::move(*store), options));
     auto const handler = [&service = *service](Request const& request) { return service.route(request); };
     auto server = HttpServer::start(certificates, options.port, handler);
     if (!server)
@@ -55,14 +54,18 @@ std::expected<std::unique_ptr<Service>, std::string> Service::start(ServiceOptio
     return service;
 }
 
-Service::Service(std::unique_ptr<CollectorStore> store, std::filesystem::path const& site) : m_store(std::move(store))
+Service::Service(std::unique_ptr<CollectorStore> store, ServiceOptions const& options) : m_store(std::move(store))
 {
+    auto const site = options.siteDirectory.empty() ? ZELVORA_SERVICE_SITE : options.siteDirectory;
+    auto const pages = options.shopDirectory.empty() ? site / "shop" : options.shopDirectory;
     auto const collect = [this, pages = site / "collector"](
                              Request const& request) { return answerCollector(*m_store, pages, request); };
     auto const control = [this](Request const& request) { return answerControl(m_faults, *m_store, request); };
     auto const frames = [pages = site / "frames"](Request const& request) { return answerFrames(pages, request); };
-    auto const shop = [pages = site / "shop"](char const* profile) {
-        return [pages, profile](Request const& request) { return answerShop(pages, profile, request); };
+    auto const shop = [pages, address = options.shopAddress](char const* profile) {
+        return [pages, address, profile](Request const& request) {
+            return address.empty() ? answerShop(pages, profile, request) : leadElsewhere(address, request);
+        };
     };
     m_hosts = {
         { hostNamed("lookup"), answerLookup, Target::Lookup },

@@ -22,6 +22,10 @@ struct ServiceOptions {
     std::filesystem::path dataDirectory;
     /// Empty for the pages that come with this program.
     std::filesystem::path siteDirectory = {};
+    /// The shops' pages, if they are not those of the site.
+    std::filesystem::path shopDirectory = {};
+    /// The address of another server that the shops' first page leads to; empty for none.
+    std::string shopAddress = {};
     /// With 0 the system chooses a port.
     std::uint16_t port = 0;
 };
@@ -58,7 +62,7 @@ private:
         std::optional<Target> target = std::nullopt;
     };
 
-    Service(std::unique_ptr<CollectorStore> store, std::filesystem::path const& site);
+    Service(std::unique_ptr<CollectorStore> store, ServiceOptions const& options);
     [[nodiscard]] Outcome route(Request const& request);
 
     std::unique_ptr<CollectorStore> m_store;

@@ -17,13 +17,24 @@ constexpr std::string_view packageFolder = "page-bridge/";
 
 std::string contentTypeOf(std::filesystem::path const& file)
 {
-    static constexpr std::array<std::pair<std::string_view, char const*>, 6> types { {
+    static constexpr std::array<std::pair<std::string_view, char const*>, 17> types { {
         { ".html", "text/html; charset=utf-8" },
         { ".css", "text/css; charset=utf-8" },
         { ".js", "text/javascript; charset=utf-8" },
+        { ".mjs", "text/javascript; charset=utf-8" },
         { ".json", "application/json" },
+        { ".map", "application/json" },
+        { ".webmanifest", "application/manifest+json" },
+        { ".txt", "text/plain; charset=utf-8" },
+        { ".wasm", "application/wasm" },
         { ".svg", "image/svg+xml" },
         { ".png", "image/png" },
+        { ".jpg", "image/jpeg" },
+        { ".gif", "image/gif" },
+        { ".webp", "image/webp" },
+        { ".ico", "image/x-icon" },
+        { ".woff2", "font/woff2" },
+        { ".mp4", "video/mp4" },
     } };
     auto const extension = file.extension().string();
     auto const* const found = std::ranges::find(types, extension, [](auto const& type) { return type.first; });
@@ -48,9 +59,9 @@ bool isBelow(std::filesystem::path const& directory, std::filesystem::path const
     return !failure && std::ranges::mismatch(realDirectory, realFile).in1 == realDirectory.end();
 }
 
-Reply movedTo(std::string location)
+Reply movedTo(std::string location, unsigned status = 301)
 {
-    return { .status = 301, .contentType = {}, .body = {}, .headers = { { "Location", std::move(location) } } };
+    return { .status = status, .contentType = {}, .body = {}, .headers = { { "Location", std::move(location) } } };
 }
 
 // A site need not bring the package for page authors.
@@ -102,6 +113,20 @@ Reply answerShop(std::filesystem::path const& pages, std::string_view profile, R
     if (request.path == "/v1/shop.json")
         return describe(*shop, profile);
     return readSite(pages, std::string_view(request.path).substr(root.size()));
+}
+
+Reply leadElsewhere(std::string_view address, Request const& request)
+{
+    if (!isRead(request))
+        return methodNotAllowed("GET");
+    if (request.path != root)
+        return errorReply(404, "this shop's pages are on another server");
+    // Not for good: the next address may be another one.
+    constexpr unsigned found = 302;
+    auto location = std::string(address);
+    if (!request.query.empty())
+        location += (location.contains('?') ? "&" : "?") + request.query;
+    return movedTo(std::move(location), found);
 }
 
 Reply answerFrames(std::filesystem::path const& pages, Request const& request)

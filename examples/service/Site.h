@@ -18,4 +18,7 @@ namespace zelvora::examples {
 /// A site of another origin, whose pages the shop embeds in frames. It has the package as well.
 [[nodiscard]] Reply answerFrames(std::filesystem::path const& pages, Request const& request);
 
+/// A shop whose pages are on another server: the first page leads to the address, with the query of the entry.
+[[nodiscard]] Reply leadElsewhere(std::string_view address, Request const& request);
+
 }

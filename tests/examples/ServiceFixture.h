@@ -22,9 +22,13 @@ protected:
 
     void restart(std::filesystem::path const& site = {})
     {
+        restart(examples::ServiceOptions { .dataDirectory = m_directory.path() / "data", .siteDirectory = site });
+    }
+
+    void restart(examples::ServiceOptions const& options)
+    {
         m_service.reset();
-        auto started =
-            examples::Service::start({ .dataDirectory = m_directory.path() / "data", .siteDirectory = site });
+        auto started = examples::Service::start(options);
         ASSERT_TRUE(started) << started.error();
         m_service = std::move(*started);
         m_client = examples::ServiceClient(m_service->authority());

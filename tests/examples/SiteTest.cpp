@@ -155,4 +155,37 @@ TEST_F(SiteTest, AnEditedPageIsSeenAtTheNextRequest)
     EXPECT_EQ(get("hanok.shop", "/v1/").body, "after");
 }
 
+TEST_F(SiteTest, TheShopsPagesMayBeInAnotherFolder)
+{
+    (void)m_directory.write("pages/index.html", "<p>mine");
+    (void)m_directory.write("pages/app.mjs", "export {}");
+    restart(examples::ServiceOptions {
+        .dataDirectory = m_directory.path() / "data", .shopDirectory = m_directory.path() / "pages" });
+    EXPECT_EQ(get("hanok.shop", "/v1/?adid=a").body, "<p>mine");
+    EXPECT_EQ(get("hanok.shop", "/v1/app.mjs").contentType, "text/javascript; charset=utf-8");
+    EXPECT_EQ(get("frames", "/frame.html").status, 200U);
+}
+
+TEST_F(SiteTest, TheShopsPagesMayBeOnAnotherServerWhichTheEntryLeadsTo)
+{
+    auto const address = m_service->address("frames") + "/frame.html";
+    restart(examples::ServiceOptions { .dataDirectory = m_directory.path() / "data", .shopAddress = address });
+    EXPECT_EQ(get("hanok.shop", "/v1/?adid=a").status, 302U);
+    EXPECT_EQ(get("hanok.shop", "/v1/cart.html").status, 404U);
+    EXPECT_EQ(post("hanok.shop", "/v1/", "{}").status, 405U);
+}
+
+TEST(LeadElsewhereTest, TheQueryOfTheEntryIsPassedOn)
+{
+    auto const locationOf = [](std::string_view address, std::string const& query) {
+        examples::Request const entry {
+            .method = "GET", .host = {}, .path = "/v1/", .query = query, .contentType = {}, .body = {}
+        };
+        return examples::leadElsewhere(address, entry).headers.at(0).second;
+    };
+    EXPECT_EQ(locationOf("http://localhost:5173/", "adid=a&rid=b"), "http://localhost:5173/?adid=a&rid=b");
+    EXPECT_EQ(locationOf("http://localhost:5173/?x=1", "adid=a"), "http://localhost:5173/?x=1&adid=a");
+    EXPECT_EQ(locationOf("http://localhost:5173/", ""), "http://localhost:5173/");
+}
+
 }

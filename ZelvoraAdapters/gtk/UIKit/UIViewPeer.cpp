@@ -137,8 +137,11 @@ void UIViewPeer::bringSubviewToFront(UIView& child)
 void UIViewPeer::setHidden(bool hidden)
 {
     // A widget that is not visible would lose its place; one that is not child-visible is only not shown.
-    if (m_owner.superview())
-        gtk_widget_set_child_visible(m_canvas, !hidden);
+    if (!m_owner.superview())
+        return;
+    gtk_widget_set_child_visible(m_canvas, !hidden);
+    // The toolkit does not always draw the superview again when a child is shown.
+    gtk_widget_queue_draw(of(*m_owner.superview()).m_canvas);
 }
 
 void UIViewPeer::setBackgroundColor(UIColor color)

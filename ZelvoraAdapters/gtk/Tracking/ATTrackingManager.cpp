@@ -32,6 +32,21 @@ Texts textsFor(std::string const& appName)
         "Don’t Allow", "Allow" };
 }
 
+// The toolkit leaves the texts at the window's edge, and its buttons are made for pointers.
+void giveRoom(GtkDialog* dialog)
+{
+    constexpr int margin = 24;
+    constexpr int width = 340;
+    constexpr int height = 44;
+    auto* const texts = gtk_message_dialog_get_message_area(GTK_MESSAGE_DIALOG(dialog));
+    gtk_widget_set_margin_start(texts, margin);
+    gtk_widget_set_margin_end(texts, margin);
+    gtk_widget_set_margin_top(texts, margin);
+    gtk_window_set_default_size(GTK_WINDOW(dialog), width, -1);
+    for (auto const response : { GTK_RESPONSE_REJECT, GTK_RESPONSE_ACCEPT })
+        gtk_widget_set_size_request(gtk_dialog_get_widget_for_response(dialog, response), -1, height);
+}
+
 GtkWindow* activeWindow()
 {
     auto* windows = gtk_window_get_toplevels();
@@ -88,6 +103,7 @@ void ATTrackingManager::showDialog()
     gtk_message_dialog_format_secondary_text(GTK_MESSAGE_DIALOG(m_dialog), "%s", texts.explanation);
     gtk_dialog_add_button(GTK_DIALOG(m_dialog), texts.deny, GTK_RESPONSE_REJECT);
     gtk_dialog_add_button(GTK_DIALOG(m_dialog), texts.allow, GTK_RESPONSE_ACCEPT);
+    giveRoom(GTK_DIALOG(m_dialog));
     g_signal_connect(m_dialog, "response",
         G_CALLBACK(+[](GtkDialog*, int response, ATTrackingManager* self) { self->didRespond(response); }), this);
     // The dialog may be destroyed with its parent, without a response.

@@ -51,6 +51,17 @@ protected:
     std::vector<Status> m_answers;
 };
 
+GtkWidget* findLabel(GtkWidget* within, std::string const& text)
+{
+    if (GTK_IS_LABEL(within) && text == gtk_label_get_text(GTK_LABEL(within)))
+        return within;
+    for (auto* child = gtk_widget_get_first_child(within); child; child = gtk_widget_get_next_sibling(child)) {
+        if (auto* found = findLabel(child, text))
+            return found;
+    }
+    return nullptr;
+}
+
 }
 
 TEST_F(TrackingDialogTest, RemembersThatTheUserAllowedIt)
@@ -123,6 +134,27 @@ TEST_F(TrackingDialogTest, AsksInTheUsersLanguageAndNamesTheApp)
     EXPECT_EQ(question(), "Allow “Contract” to track your activity?");
     gtk_window_close(dialog());
     EXPECT_TRUE(m_harness.runUntil([this] { return m_answers.size() == 2; }));
+}
+
+TEST_F(TrackingDialogTest, TheQuestionKeepsClearOfTheEdgesAndItsButtonsAreLargeEnoughForFingers)
+{
+    request();
+    ASSERT_TRUE(m_harness.runUntil([this] { return dialog() != nullptr; }));
+    auto* const window = GTK_WIDGET(dialog());
+    auto* const title = findLabel(window, question());
+    ASSERT_TRUE(title);
+    ASSERT_TRUE(m_harness.runUntil([title] { return gtk_widget_get_width(title) > 0; }));
+    graphene_rect_t bounds;
+    ASSERT_TRUE(gtk_widget_compute_bounds(title, window, &bounds));
+    EXPECT_GE(bounds.origin.x, 16);
+    EXPECT_GE(bounds.origin.y, 16);
+    EXPECT_LE(bounds.origin.x + bounds.size.width, static_cast<float>(gtk_widget_get_width(window) - 16));
+    for (auto const response : { GTK_RESPONSE_REJECT, GTK_RESPONSE_ACCEPT }) {
+        auto* const button = gtk_dialog_get_widget_for_response(findTrackingDialog(), response);
+        ASSERT_TRUE(gtk_widget_compute_bounds(button, window, &bounds));
+        EXPECT_GE(bounds.size.height, 44);
+    }
+    answer(GTK_RESPONSE_REJECT);
 }
 
 }

@@ -4,6 +4,7 @@
 #include "examples/driving/LocalService.h"
 #include "examples/driving/engineOf.h"
 
+#include <array>
 #include <cstdlib>
 #include <iostream>
 #include <mutex>
@@ -75,6 +76,8 @@ void LiveShop::install()
     options.appName = "Live";
     options.dataDirectory = m_data;
     gtk::install(std::move(options));
+    std::array<char const*, 2> const korean { "ko-KR", nullptr };
+    webkit_web_context_set_preferred_languages(webkit_web_context_get_default(), korean.data());
     m_window = GTK_WINDOW(gtk_window_new());
     gtk_window_set_default_size(m_window, phoneWidth, phoneHeight);
     gtk_window_set_child(m_window, gtk_label_new("Home"));

@@ -1,4 +1,5 @@
 import { bridge } from './bridge.js';
+import { listenToDebuggingSwitch } from './debugging.js';
 import { byId, dressPage, element, finishPage, language, sibling, text } from './shop.js';
 
 const builtIn = ['close', 'setItem', 'getItem', 'removeItem', 'saveEvent', 'getEvents', 'setFooterVisible'];
@@ -83,7 +84,7 @@ function listenToCustomButtons() {
     onClick('btn-custom-nothing', () => call(byId('custom-name').value));
 
     const names = Object.keys(bridge() ?? {}).filter((name) => !builtIn.includes(name));
-    byId('custom-names').append(...names.map((name) => element('span', {}, name)));
+    byId('custom-names').append(...names.map((name) => element('span', { role: 'listitem' }, name)));
     byId('custom-names').hidden = names.length === 0;
     byId('custom-name').value = names[0] ?? 'showMessage';
 }
@@ -109,7 +110,9 @@ async function openPage() {
     logAnswers('onBridgeItem', 'onBridgeEvents', 'onFrameItem');
     listenToButtons();
     listenToCustomButtons();
-    await Promise.all([dressPage('bridge'), showFrame()]);
+    const dressed = dressPage('bridge');
+    listenToDebuggingSwitch();
+    await Promise.all([dressed, showFrame()]);
     if (!bridge())
         log(`× ${text('bridgeMissing')}`, 'problem');
     finishPage();

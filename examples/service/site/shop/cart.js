@@ -14,6 +14,7 @@ function row(line) {
     const words = element('div', {}, element('b', {}, product.name[language]), element('br'));
     words.append(`${price(product.price)} × `, element('span', { id: `count-${product.id}` }, String(line.count)));
     const button = element('button', { id: `remove-${product.id}` }, text('remove'));
+    button.ariaLabel = `${text('remove')}: ${product.name[language]}`;
     button.addEventListener('click', () => remove(product.id));
     return element('div', { id: `line-${product.id}`, className: 'cart-line' }, picture(product), words, button);
 }

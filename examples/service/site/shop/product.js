@@ -6,7 +6,7 @@ import { address, byId, dressPage, finishPage, language, notify, picture, price,
 const oneDay = 24 * 60 * 60;
 
 function show(product) {
-    byId('product-picture').append(picture(product));
+    byId('product-picture').append(picture(product, product.name[language]));
     byId('product-name').textContent = product.name[language];
     byId('product-price').textContent = price(product.price);
     byId('product-story').textContent = product.story[language];

@@ -1,9 +1,11 @@
 import { bridge, readItem } from './bridge.js';
+import { isDebugging } from './debugging.js';
 import { texts } from './texts.js';
 
 const query = new URLSearchParams(location.search);
 
-export const language = query.get('lang') === 'en' ? 'en' : 'ko';
+// An app's pages follow its user's language, which the engine knows, until the user chooses another here.
+export const language = (query.get('lang') ?? navigator.language).startsWith('ko') ? 'ko' : 'en';
 
 // What the app told about its user in the entry URL. Every link passes it on.
 export const entry = Object.fromEntries(['adid', 'uKey', 'rid'].map((name) => [name, query.get(name) ?? '']));
@@ -35,15 +37,19 @@ export function element(tag, properties = {}, ...children) {
     return made;
 }
 
-export function picture(product) {
-    return element('img', { src: `pictures/${product.id}.svg`, alt: product.name[language], className: 'picture' });
+// Beside the product's name it says nothing more, so it is given no text unless it stands alone.
+export function picture(product, alt = '') {
+    return element('img', { src: `pictures/${product.id}.svg`, alt, className: 'picture' });
 }
 
-// Shows a notice at the bottom of the window until the next one.
+// Shows a notice at the bottom of the window for as long as it takes to read it.
+let noticeTimer = 0;
 export function notify(message) {
     const notice = byId('notice');
     notice.textContent = message;
     notice.hidden = false;
+    clearTimeout(noticeTimer);
+    noticeTimer = setTimeout(() => { notice.hidden = true; }, 5000);
 }
 
 export async function showCartCount() {
@@ -56,7 +62,7 @@ export async function showCartCount() {
 
 function navigation(current) {
     const pages = [['shop', 'index.html'], ['cart', 'cart.html'], ['bridge', 'bridge.html'], ['links', 'links.html']];
-    const made = element('nav', { id: 'navigation' });
+    const made = element('nav', { id: 'navigation', ariaLabel: text('pages') });
     for (const [name, page] of pages) {
         const link = element('a', { id: `to-${name}`, href: address(page) }, text(name));
         if (name === current)
@@ -73,7 +79,7 @@ function languageSwitch() {
     const page = location.pathname.split('/').pop() || 'index.html';
     const made = element('div', { id: 'languages' });
     for (const [code, label] of [['ko', '한국어'], ['en', 'English']]) {
-        const link = element('a', { id: `lang-${code}`, href: address(page, current, code) }, label);
+        const link = element('a', { id: `lang-${code}`, lang: code, href: address(page, current, code) }, label);
         if (code === language)
             link.setAttribute('aria-current', 'true');
         made.append(link);
@@ -83,7 +89,7 @@ function languageSwitch() {
 
 function bottom() {
     const state = bridge() ? 'bridgePresent' : 'bridgeMissing';
-    const made = element('footer', { id: 'about' });
+    const made = element('footer', { id: 'about', hidden: Boolean(bridge()) && !isDebugging() });
     made.append(element('span', { id: 'bridge-state', className: bridge() ? 'present' : 'missing' }, text(state)));
     for (const [name, value] of Object.entries(entry)) {
         const shown = element('span', { id: `entry-${name}` }, value || text('none'));

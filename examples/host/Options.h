@@ -14,8 +14,12 @@ struct Options {
     std::filesystem::path certificates;
     /// The folder for the app's data; empty for the default.
     std::filesystem::path data;
-    /// If set, the program drives itself: "first", or "second" after a restart with the data of the first, or "soak",
-    /// or "conformance".
+    /// "light" or "dark"; empty for what the system says.
+    std::string appearance;
+    /// Whether the app has the shop's processes ready while its home screen is shown.
+    bool prewarms = false;
+    /// If set, the program drives itself: "first", or "second" after a restart with the data of the first,
+    /// "gallery", "opening", "soak" or "conformance".
     std::string walk;
     /// How often a soak opens the shop, and what decides about each time.
     int rounds = 500;
@@ -24,6 +28,8 @@ struct Options {
     std::filesystem::path pictures = ".";
     /// The file for what the page noted in "conformance".
     std::filesystem::path report = "conformance.json";
+    /// The program that prints accessibility trees; empty if a walk saves none with its pictures.
+    std::filesystem::path trees {};
 };
 
 /// If the arguments are invalid, prints a message to standard error and returns nothing.

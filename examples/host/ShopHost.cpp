@@ -1,8 +1,15 @@
 #include "examples/host/ShopHost.h"
 
+#include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
 #include "ZelvoraPlatform/UIKit/UINavigationController.h"
 #include "examples/driving/LocalService.h"
+#include "examples/driving/engineOf.h"
+#include "examples/host/ShopCover.h"
 #include "examples/host/bars.h"
+#include "examples/host/style.h"
+#include "examples/host/texts.h"
+
+#include <array>
 
 namespace zelvora::examples {
 
@@ -16,9 +23,16 @@ gtk::HostOptions hostOptions(Options const& options)
 {
     auto host = localServiceOptions(options.servicePort, options.certificates);
     host.bundleIdentifier = bundleIdentifier;
-    host.appName = "예제 앱";
+    host.appName = texts().appName;
     host.dataDirectory = options.data;
     return host;
+}
+
+// Pages are told the app's language, not the one of the engine's own menus.
+void tellLanguageToPages()
+{
+    std::array<char const*, 2> const languages { languageTag(), nullptr };
+    webkit_web_context_set_preferred_languages(webkit_web_context_get_default(), languages.data());
 }
 
 }
@@ -30,13 +44,18 @@ std::shared_ptr<ShopHost> ShopHost::create(
         platform::Platform::install(makePlatform(hostOptions(options)));
     else
         gtk::install(hostOptions(options));
-    installStyle();
-    std::shared_ptr<ShopHost> host(new ShopHost(application));
+    installStyle(options.appearance);
+    tellLanguageToPages();
+    std::shared_ptr<ShopHost> host(new ShopHost(application, options));
     host->build();
     return host;
 }
 
-ShopHost::ShopHost(GtkApplication* application) : m_window(GTK_WINDOW(gtk_application_window_new(application))) { }
+ShopHost::ShopHost(GtkApplication* application, Options const& options)
+    : m_window(GTK_WINDOW(gtk_application_window_new(application)))
+    , m_prewarms(options.prewarms)
+{
+}
 
 void ShopHost::build()
 {
@@ -46,11 +65,11 @@ void ShopHost::build()
         .upload =
             [this] {
                 ZelvoraSDK::shared().sendTrackingData();
-                m_homePage->tell("이벤트를 보냅니다 · Uploading");
+                m_homePage->tell(texts().uploading);
             },
     });
     m_home = gtk::wrapScreen(m_homePage->widget());
-    gtk_window_set_title(m_window, "Example host");
+    gtk_window_set_title(m_window, texts().appName);
     gtk_window_set_default_size(m_window, phoneWidth, phoneHeight);
     gtk::setRootViewController(m_window, gtk::makeNavigationController(m_home));
     m_windowPresenter = gtk::wrapWindow(m_window);
@@ -60,9 +79,13 @@ void ShopHost::build()
 void ShopHost::initializeSDK()
 {
     m_lastErrorCode.clear();
+    if (m_prewarms)
+        gtk::prewarm();
     registerActions();
     auto const leave = [this](platform::UIViewController& container) { leaveShop(container); };
-    auto const header = [leave](platform::UIViewController& container) {
+    auto const header = [this, leave](platform::UIViewController& container) {
+        // The page's view is made after the header.
+        platform::Platform::current().mainQueue().async([this] { didOpenShop(); });
         // The container owns its header, so the header may refer to it.
         return gtk::wrapWidget(makeHeader([leave, &container] { leave(container); }));
     };
@@ -90,12 +113,38 @@ void ShopHost::registerActions()
 
 void ShopHost::presentShop()
 {
+    m_startedAt = g_get_monotonic_time();
     ZelvoraSDK::shared().start(m_windowPresenter);
 }
 
 void ShopHost::pushShop()
 {
+    m_startedAt = g_get_monotonic_time();
     ZelvoraSDK::shared().start(m_home);
+}
+
+void ShopHost::didOpenShop()
+{
+    auto const webView = ZelvoraSDK::shared().activeWebView();
+    // It may have been closed at once.
+    if (!webView || !webView->superview())
+        return;
+    ShopCover::layOver(*webView);
+    m_openingTime.reset();
+    auto* const content = webkit_web_view_get_user_content_manager(engineOf(*webView));
+    g_signal_connect(content, "script-message-received::zelvora",
+        G_CALLBACK(+[](WebKitUserContentManager* manager, JSCValue*, ShopHost* self) {
+            g_signal_handlers_disconnect_by_data(manager, self);
+            self->didReceiveFirstMessage();
+        }),
+        this);
+}
+
+void ShopHost::didReceiveFirstMessage()
+{
+    constexpr gint64 microseconds = 1000;
+    m_openingTime = static_cast<int>((g_get_monotonic_time() - m_startedAt) / microseconds);
+    m_homePage->tellOpeningTime(*m_openingTime);
 }
 
 void ShopHost::leaveShop(platform::UIViewController& container)

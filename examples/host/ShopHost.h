@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace zelvora::examples {
@@ -36,10 +37,12 @@ public:
     [[nodiscard]] int dismissals() const { return m_dismissals; }
     /// The code of the latest error from the SDK since its latest initialization; empty without one.
     [[nodiscard]] std::string const& lastErrorCode() const { return m_lastErrorCode; }
+    /// The milliseconds from the latest `start` to the first message of its page; absent until that arrives.
+    [[nodiscard]] std::optional<int> openingTime() const { return m_openingTime; }
     [[nodiscard]] HomePage& homePage() { return *m_homePage; }
 
 private:
-    explicit ShopHost(GtkApplication* application);
+    ShopHost(GtkApplication* application, Options const& options);
 
     // ZelvoraSDK::ZelvoraSDKDelegate
     bool zelvoraSDKShouldHandleBackAction(ZelvoraWebView& webView) override;
@@ -47,16 +50,21 @@ private:
 
     void build();
     void registerActions();
+    void didOpenShop();
+    void didReceiveFirstMessage();
     void leaveShop(platform::UIViewController& container);
     void showError(std::optional<ZelvoraSDKError> const& error);
 
     GtkWindow* m_window;
+    bool m_prewarms;
     std::unique_ptr<HomePage> m_homePage;
     std::shared_ptr<platform::UIViewController> m_home;
     std::shared_ptr<platform::UIViewController> m_windowPresenter;
     std::string m_lastMessage;
     std::string m_lastErrorCode;
     int m_dismissals = 0;
+    gint64 m_startedAt = 0;
+    std::optional<int> m_openingTime;
 };
 
 }

@@ -304,7 +304,7 @@ bool Soak::closeByPage(SoakRound const& round)
 bool Soak::closeByHost()
 {
     m_page.reset();
-    auto* const leave = findButton(GTK_WIDGET(m_host.window()), "닫기 · Leave");
+    auto* const leave = findNamed(GTK_WIDGET(m_host.window()), "leave");
     if (leave)
         g_signal_emit_by_name(leave, "clicked");
     return isGone();

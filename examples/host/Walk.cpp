@@ -3,8 +3,6 @@
 #include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
 #include "ZelvoraIOS/ZelvoraStorage.h"
-#include "examples/driving/Picture.h"
-#include "examples/driving/engineOf.h"
 #include "examples/host/findWidget.h"
 
 #include <iostream>
@@ -13,27 +11,17 @@ namespace zelvora::examples {
 
 namespace {
 
-constexpr double patience = 20;
 // A product viewed, a product added to the cart, one event from the bridge page and one from its frame.
 constexpr std::size_t eventsOfFirstWalk = 4;
 
 }
 
-Walk::Walk(ShopHost& host, Options options)
-    : m_host(host)
-    , m_options(std::move(options))
-    , m_service(m_options.servicePort, m_options.certificates)
+void Walk::makeSteps()
 {
-}
-
-bool Walk::run()
-{
-    if (m_options.walk == "first")
+    if (options().walk == "first")
         walkFirst();
     else
         walkSecond();
-    std::cerr << (m_failed == 0 ? "All steps succeeded.\n" : "Steps that failed: " + std::to_string(m_failed) + "\n");
-    return m_failed == 0;
 }
 
 void Walk::walkFirst()
@@ -41,8 +29,9 @@ void Walk::walkFirst()
     std::cerr << "\nFirst run: a fresh install\n";
     picture("home");
     printQueue("before");
-    m_host.initializeSDK();
+    host().initializeSDK();
     answerPermission();
+    waitForIdentifiers();
     openShop();
     buySomething();
     useBridge();
@@ -61,28 +50,9 @@ void Walk::walkSecond()
     uploadWhatWasLeft();
     openShop();
     readBackAfterRestart();
-    lookAtCollector();
+    visitCollector();
     closeShop();
     printQueue("after");
-}
-
-bool Walk::step(std::string const& sentence, bool succeeded)
-{
-    std::cerr << (succeeded ? "  ok      " : "  FAILED  ") << sentence << '\n';
-    if (!succeeded)
-        ++m_failed;
-    return succeeded;
-}
-
-void Walk::picture(std::string const& name, GtkWindow* window)
-{
-    auto const number = std::to_string(++m_pictures);
-    auto const file = m_options.pictures
-        / (m_options.walk + "-" + std::string(number.size() < 2 ? "0" : "") + number + "-" + name + ".png");
-    if (m_page)
-        (void)page().waitUntilPainted();
-    if (!takePicture(window ? window : m_host.window(), file))
-        step("a picture is saved as " + file.string(), false);
 }
 
 void Walk::printQueue(std::string const& when)
@@ -95,43 +65,14 @@ void Walk::printQueue(std::string const& when)
     }
 }
 
-void Walk::answerPermission()
-{
-    GtkWindow* dialog = nullptr;
-    auto const appears = [&] {
-        dialog = findDialog(m_host.window());
-        return dialog != nullptr;
-    };
-    if (!step("the question about tracking appears", gtk::runMainLoopUntil(appears, patience)))
-        return;
-    picture("permission", dialog);
-    auto* const allow = findAllowButton(dialog);
-    if (step("it has a button to allow", allow != nullptr))
-        g_signal_emit_by_name(allow, "clicked");
-    auto const isKnown = [] { return ZelvoraStorage::getString("adid").has_value(); };
-    step("the advertising id is stored", gtk::runMainLoopUntil(isKnown, patience));
-    auto const hasShopId = [] { return ZelvoraStorage::getValidShopId().has_value(); };
-    step("the shop id arrives from the lookup", gtk::runMainLoopUntil(hasShopId, patience));
-}
-
 void Walk::openShop()
 {
-    m_host.presentShop();
-    auto const isShown = [] { return ZelvoraSDK::shared().activeWebView() != nullptr; };
-    if (!step("the shop opens", gtk::runMainLoopUntil(isShown, patience)))
-        return;
-    m_page = std::make_unique<Page>(engineOf(*ZelvoraSDK::shared().activeWebView()));
-    step("its first page is complete", page().waitUntilReady("/v1/"));
+    host().presentShop();
+    expectShop();
     auto const url = ZelvoraSDK::shared().getCurrentUrl().value_or("");
     step("the entry URL contains the user and the SDK: " + url,
         url.starts_with("https://hanok.shop.") && url.ends_with("&uKey=%ED%99%8D%EA%B8%B8%EB%8F%99&rid=M-AD-SDK"));
     picture("shop");
-}
-
-void Walk::openPage(std::string const& name)
-{
-    (void)page().evaluate("(location.href = " + Page::literal(name) + " + location.search, true)");
-    step("the page " + name + " is complete", page().waitUntilReady("/" + name));
 }
 
 void Walk::buySomething()
@@ -141,7 +82,7 @@ void Walk::buySomething()
     picture("product");
     page().click("add-to-cart");
     auto const isAdded = [] { return ZelvoraStorage::getEventTrackingData().size() >= 2; };
-    step("viewing a product and adding it to the cart are queued as events", gtk::runMainLoopUntil(isAdded, patience));
+    stepUntil("viewing a product and adding it to the cart are queued as events", isAdded);
     openPage("cart.html");
     step("the cart is read back from the app", page().waitFor("document.getElementById('line-moon-jar')"));
     picture("cart");
@@ -164,16 +105,15 @@ void Walk::useBridge()
     step("an event is queued and the queue is read back",
         page().click("btn-save-event") && clickAndExpect("btn-get-events", "← onBridgeEvents(["));
     page().click("btn-custom-object");
-    auto const isTold = [this] { return m_host.lastMessage() == R"({"from":"상점","count":2})"; };
-    step("the app's custom action receives the page's object as JSON text", gtk::runMainLoopUntil(isTold, patience));
+    auto const isTold = [this] { return host().lastMessage() == R"({"from":"상점","count":2})"; };
+    stepUntil("the app's custom action receives the page's object as JSON text", isTold);
 
     page().click("btn-footer-hide");
     auto const isHidden = [] { return !ZelvoraSDK::shared().isFooterVisible(); };
-    step("the page hides the footer", gtk::runMainLoopUntil(isHidden, patience));
+    stepUntil("the page hides the footer", isHidden);
     picture("bridge-without-footer");
     page().click("btn-footer-show");
-    step("the page shows it again",
-        gtk::runMainLoopUntil([] { return ZelvoraSDK::shared().isFooterVisible(); }, patience));
+    stepUntil("the page shows it again", [] { return ZelvoraSDK::shared().isFooterVisible(); });
     picture("bridge");
 }
 
@@ -182,7 +122,7 @@ void Walk::useFrame()
     auto const before = ZelvoraStorage::getEventTrackingData().size();
     page().click("btn-frame-save-event");
     auto const isQueued = [before] { return ZelvoraStorage::getEventTrackingData().size() == before + 1; };
-    step("a frame from another origin queues an event", gtk::runMainLoopUntil(isQueued, patience));
+    stepUntil("a frame from another origin queues an event", isQueued);
 }
 
 void Walk::followLinks()
@@ -199,34 +139,35 @@ void Walk::followLinks()
 void Walk::closeShop()
 {
     step("the collector is told to refuse events",
-        m_service.order("/faults", R"({ "target": "collector", "status": 503 })"));
+        service().order("/faults", R"({ "target": "collector", "status": 503 })"));
     openPage("bridge.html");
-    auto const before = m_host.dismissals();
+    auto const before = host().dismissals();
     auto const queued = ZelvoraStorage::getEventTrackingData().size();
     page().click("btn-close");
-    auto const isClosed = [this, before] { return m_host.dismissals() > before; };
-    step("the page closes the shop", gtk::runMainLoopUntil(isClosed, patience));
-    m_page.reset();
+    auto const isClosed = [this, before] { return host().dismissals() > before; };
+    stepUntil("the page closes the shop", isClosed);
+    forgetPage();
     auto const isGone = [] { return ZelvoraSDK::shared().activeWebView() == nullptr; };
-    step("the container is destroyed", gtk::runMainLoopUntil(isGone, patience));
+    stepUntil("the container is destroyed", isGone);
     auto const isTaken = [queued] { return ZelvoraStorage::getEventTrackingData().size() != queued; };
     if (queued > 0)
         step("events that the collector has refused stay queued", !gtk::runMainLoopUntil(isTaken, 1));
-    m_host.homePage().showEventQueue();
+    host().homePage().showDeveloperPart(true);
     picture("home-again");
 }
 
 void Walk::uploadWhatWasLeft()
 {
     auto const queued = ZelvoraStorage::getEventTrackingData().size();
-    auto const before = m_service.collectedEvents().size();
-    step("the collector is told to work again", m_service.order("/reset", "{}"));
-    m_host.initializeSDK();
+    auto const before = service().collectedEvents().size();
+    step("the collector is told to work again", service().order("/reset", "{}"));
+    host().initializeSDK();
     auto const isEmpty = [] { return ZelvoraStorage::getEventTrackingData().isEmpty(); };
     step("the initialization uploads the queued events",
-        gtk::runMainLoopUntil(isEmpty, patience) && m_service.collectedEvents().size() == before + queued);
-    step("the user is not asked for permission again", !findDialog(m_host.window()));
-    m_host.homePage().showEventQueue();
+        gtk::runMainLoopUntil(isEmpty, patience) && service().collectedEvents().size() == before + queued);
+    step("the user is not asked for permission again", !findDialog(host().window()));
+    host().homePage().showEventQueue();
+    host().homePage().showDeveloperPart(true);
     picture("uploaded");
 }
 
@@ -239,10 +180,10 @@ void Walk::readBackAfterRestart()
     picture("cart");
 }
 
-void Walk::lookAtCollector()
+void Walk::visitCollector()
 {
-    (void)page().evaluate("(location.href = " + Page::literal(m_service.address("collector") + "/") + ", true)");
-    step("the collector shows what arrived", page().waitFor("document.body.textContent.includes('frame_event')"));
+    lookAtCollector();
+    step("the frame's event is among them", page().waitFor("document.body.textContent.includes('frame_event')"));
     picture("collector");
     (void)page().evaluate("(history.back(), true)");
     step("going back returns to the shop", page().waitUntilReady("/cart.html"));

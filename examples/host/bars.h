@@ -6,16 +6,13 @@
 
 namespace zelvora::examples {
 
-/// The bar above the shop: a title and a button that calls `leave`.
+/// The bar above the shop: the app's name and a button, named "leave", that calls `leave`.
 [[nodiscard]] GtkWidget* makeHeader(std::function<void()> const& leave);
 
 /// The bar below the shop, which the page can hide.
 [[nodiscard]] GtkWidget* makeFooter();
 
-/// A button that calls `work` when clicked. The button owns `work`.
-[[nodiscard]] GtkWidget* makeButton(char const* label, std::function<void()> const& work);
-
-/// Installs the style sheet of the app's widgets.
-void installStyle();
+/// Calls `work` at each click. The button owns `work`.
+void onClick(GtkWidget* button, std::function<void()> const& work);
 
 }

@@ -6,18 +6,33 @@
 
 namespace zelvora::examples {
 
-GtkWidget* findButton(GtkWidget* within, std::string const& label)
+namespace {
+
+template<typename Matches>
+GtkWidget* findFirst(GtkWidget* within, Matches const& matches)
 {
-    if (GTK_IS_BUTTON(within)) {
-        auto const* own = gtk_button_get_label(GTK_BUTTON(within));
-        if (own && own == label)
-            return within;
-    }
+    if (matches(within))
+        return within;
     for (auto* child = gtk_widget_get_first_child(within); child; child = gtk_widget_get_next_sibling(child)) {
-        if (auto* found = findButton(child, label))
+        if (auto* found = findFirst(child, matches))
             return found;
     }
     return nullptr;
+}
+
+}
+
+GtkWidget* findNamed(GtkWidget* within, std::string const& name)
+{
+    return findFirst(within, [&name](GtkWidget* widget) { return gtk_widget_get_name(widget) == name; });
+}
+
+GtkWidget* findButton(GtkWidget* within, std::string const& label)
+{
+    return findFirst(within, [&label](GtkWidget* widget) {
+        auto const* own = GTK_IS_BUTTON(widget) ? gtk_button_get_label(GTK_BUTTON(widget)) : nullptr;
+        return own && own == label;
+    });
 }
 
 GtkWindow* findDialog(GtkWindow* own)

@@ -6,6 +6,9 @@
 
 namespace zelvora::examples {
 
+/// The first widget with this name inside the widget; nullptr if there is none.
+[[nodiscard]] GtkWidget* findNamed(GtkWidget* within, std::string const& name);
+
 /// The first button with this label inside the widget; nullptr if there is none.
 [[nodiscard]] GtkWidget* findButton(GtkWidget* within, std::string const& label);
 

@@ -1,6 +1,8 @@
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "examples/host/Conformance.h"
+#include "examples/host/Gallery.h"
 #include "examples/host/MovablePlatform.h"
+#include "examples/host/Opening.h"
 #include "examples/host/Options.h"
 #include "examples/host/ShopHost.h"
 #include "examples/host/Soak.h"
@@ -16,7 +18,9 @@
 namespace {
 
 using zelvora::examples::Conformance;
+using zelvora::examples::Gallery;
 using zelvora::examples::MovablePlatform;
+using zelvora::examples::Opening;
 using zelvora::examples::Options;
 using zelvora::examples::ShopHost;
 using zelvora::examples::Soak;
@@ -35,6 +39,10 @@ struct Program {
 
 bool drive(Program& program)
 {
+    if (program.options.walk == "gallery")
+        return Gallery(*program.host, program.options).run();
+    if (program.options.walk == "opening")
+        return Opening(*program.host, program.options).run();
     if (program.watched)
         return Soak(*program.host, *program.watched, program.options).run();
     if (program.movable)

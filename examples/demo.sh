@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # demo.sh BUILD-FOLDER: starts the local service and the example host. With a display, shows the app until its window is
-# closed. Without one, the app drives itself twice on a virtual display and leaves its pictures in BUILD-FOLDER/demo.
+# closed. Without one, the app drives itself on a virtual display and leaves its pictures in BUILD-FOLDER/demo.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 source scripts/packages.sh
@@ -14,26 +14,65 @@ trap stop_service EXIT
 # host ARGUMENT...
 host() { "$build/examples/host/zelvora-host" --service "$port" --certificates "$folder/service" "$@"; }
 
-# walk NAME: writes the SDK's diagnostic lines to a file and the account of the walk to the screen.
+# walk NAME LOG ARGUMENT...: writes the SDK's diagnostic lines to LOG.log and the account of the walk to the screen.
 walk() {
-    local log="$folder/$1.log"
-    if ! with_display "$folder" "$build/examples/host/zelvora-host" --service "$port" --certificates "$folder/service" \
-        --data "$folder/app" --walk "$1" --pictures "$folder" 2>&1 >"$log" \
-        | tee "$folder/$1.errors.log" | without_noise; then
-        stop "The walk failed. $log has the lines of the SDK, $folder/$1.errors.log those of the libraries."
+    local name="$1" log="$folder/$2.log" errors="$folder/$2.errors.log"
+    shift 2
+    # Screen readers are told nothing on a display without one, except where that is looked at.
+    local -a told=()
+    [[ "$*" != *--trees* ]] || told=(env -u NO_AT_BRIDGE GTK_A11Y=atspi)
+    if ! with_display "$folder" "${told[@]}" "$build/examples/host/zelvora-host" --service "$port" --certificates "$folder/service" \
+        --walk "$name" "$@" 2>&1 >"$log" | tee "$errors" | without_noise; then
+        stop "The walk failed. $log has the lines of the SDK, $errors those of the libraries."
     fi
+}
+
+# gallery LANGUAGE APPEARANCE [ARGUMENT...]: a picture of every screen, in a folder of that name.
+gallery() {
+    local name="$1-$2" language="$1" appearance="$2"
+    shift 2
+    mkdir -p "$folder/$name"
+    say "The screens in $language, $appearance: $folder/$name"
+    LANGUAGE="$language" walk gallery "$name" --appearance "$appearance" --data "$folder/$name/app" \
+        --pictures "$folder/$name" "$@" >/dev/null
+}
+
+# What a screen reader is told of some of these screens, beside what it should be told.
+compare_trees() {
+    local expected name
+    for expected in examples/accessibility/ko/*.tree; do
+        name="$(basename "$expected")"
+        diff -u "$expected" "$folder/ko-light/$name" || stop "A screen reader is told something else of $name."
+    done
+    say "A screen reader is told what it should: examples/accessibility/ko"
+}
+
+# opening ARGUMENT...: the milliseconds that the app needs, the middle one of three times.
+opening() {
+    local _
+    for _ in 1 2 3; do
+        walk opening opening --data "$folder/app" "$@"
+    done | sed -n 's/^opening //p' | sort -n | sed -n 2p
 }
 
 mkdir -p "$folder"
 if [[ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]]; then
     start_service "$folder/service"
     say "The app opens. The collector shows what arrives: https://collector.zelvora.localhost:$port/"
-    host --data "$folder/own"
+    host --data "$folder/own" --prewarm
 else
-    rm -rf "$folder/app" "$folder/service" "$folder"/*.png
+    rm -rf "$folder"
     start_service "$folder/service"
     say "There is no display: the app drives itself on a virtual one."
-    walk first
-    walk second
+    for name in first second; do
+        walk "$name" "$name" --data "$folder/app" --pictures "$folder"
+    done
+    say ""
+    say "From start to the page's first message: $(opening) ms, and after gtk::prewarm() $(opening --prewarm) ms."
+    gallery ko light --trees "$PWD/$build/examples/accessibility/zelvora-accessibility"
+    compare_trees
+    gallery ko dark
+    gallery en light
+    gallery en dark
     say "Pictures and logs are in $folder."
 fi

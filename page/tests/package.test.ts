@@ -28,7 +28,7 @@ test('with exact optional properties it compiles as well', () => {
 });
 
 test('each entry can be imported on a server', () => {
-    for (const entry of ['', '/testing']) {
+    for (const entry of ['', '/stand-in', '/testing']) {
         const program = `console.log(Object.keys(await import('@zelvora/page-bridge${entry}')).length > 0, typeof window)`;
         assert.equal(installed.run(program), 'true undefined', entry);
     }

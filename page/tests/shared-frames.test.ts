@@ -4,7 +4,8 @@ import { createServer, type Server } from 'node:http';
 import type { AddressInfo } from 'node:net';
 import { join } from 'node:path';
 import { after, before, test } from 'node:test';
-import { type Browser, type Frame, type Page, launch } from 'puppeteer-core';
+import type { Browser, Frame, Page } from 'puppeteer-core';
+import { startChromium } from '../browser/chromium.mjs';
 import { folders } from '../tools/folders.mjs';
 import { bridgeScript } from './app-page.js';
 
@@ -21,6 +22,7 @@ const app = `
 const classicScript = readFileSync(join(folders.package, 'dist/classic.js'), 'utf8');
 const page = `<!DOCTYPE html><script>${app}</script><script>${classicScript}</script><body></body>`;
 
+let chromium: Awaited<ReturnType<typeof startChromium>>;
 let browser: Browser;
 let server: Server;
 let port: number;
@@ -28,12 +30,12 @@ let port: number;
 before(async () => {
     server = createServer((_, response) => response.setHeader('Content-Type', 'text/html').end(page)).listen(0);
     ({ port } = server.address() as AddressInfo);
-    const args = process.getuid?.() === 0 ? ['--no-sandbox'] : [];
-    browser = await launch({ executablePath: '/usr/bin/chromium', args });
+    chromium = await startChromium();
+    ({ browser } = chromium);
 });
 
 after(async () => {
-    await browser.close();
+    await chromium.stop();
     server.close();
 });
 

@@ -96,6 +96,14 @@ TEST_F(BridgeTest, AFrameFromAnotherOriginCallsTheBridgeAndItsAnswersReachTheMai
     EXPECT_FALSE(shop.page().waitFor("document.getElementById('log').textContent.includes('frame onFrameItem')", 0.5));
 }
 
+TEST_F(BridgeTest, AFrameGetsTheAnswersThatItsMainFrameShares)
+{
+    open();
+    shop.page().click("btn-frame-set-item");
+    shop.page().click("btn-frame-shared-item");
+    EXPECT_TRUE(shop.logHas("▣ frame ← \"프레임에서 안녕\""));
+}
+
 TEST_F(BridgeTest, ASandboxedFrameRunsScriptInTheMainFrame)
 {
     open();

@@ -1,3 +1,5 @@
+import { getItem, isInApp } from './page-bridge/index.js';
+
 const english = new URLSearchParams(location.search).get('lang') === 'en';
 const shopOrigin = /^https:\/\/[^./]+\.(shop|dev)\.zelvora\.localhost:\d+$/;
 
@@ -17,6 +19,11 @@ const actions = {
     saveEvent: (bridge) => bridge.saveEvent({ eventId: 'frame_event', origin: location.origin }),
     setItem: (bridge) => bridge.setItem('fromFrame', english ? 'hello from the frame' : '프레임에서 안녕', 3600),
     getItem: (bridge) => bridge.getItem('fromFrame', 'onFrameItem'),
+    // The page around this frame shares the answer.
+    getSharedItem: () => getItem('fromFrame').then(
+        (value) => tell(`frame ← ${JSON.stringify(value)}`),
+        (error) => tell(`× ${error.message}`),
+    ),
 };
 
 function act(name) {
@@ -36,8 +43,15 @@ window.addEventListener('message', (message) => {
         act(message.data.ask);
 });
 
+// An ordinary browser gets an app that plays along.
+async function enterApp() {
+    if (!isInApp())
+        (await import('./page-bridge/stand-in/index.js')).installStandIn();
+    byId('bridge-state').textContent = isInApp() ? '' : english ? 'bridge missing' : '브리지 없음';
+}
+
+enterApp();
 byId('origin').textContent = location.hostname;
-byId('bridge-state').textContent = window.ZelvoraSDKBridge ? '' : english ? 'bridge missing' : '브리지 없음';
 byId('frame-save-event').addEventListener('click', () => act('saveEvent'));
 byId('frame-set-item').addEventListener('click', () => act('setItem'));
 byId('frame-get-item').addEventListener('click', () => act('getItem'));

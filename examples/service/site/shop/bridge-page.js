@@ -1,5 +1,6 @@
-import { bridge } from './bridge.js';
+import { enterApp } from './app.js';
 import { listenToDebuggingSwitch } from './debugging.js';
+import { isInApp, shareWithFrames } from './page-bridge/index.js';
 import { byId, dressPage, element, finishPage, language, sibling, text } from './shop.js';
 
 const builtIn = ['close', 'setItem', 'getItem', 'removeItem', 'saveEvent', 'getEvents', 'setFooterVisible'];
@@ -13,17 +14,19 @@ function spoken(value) {
     return value === undefined ? 'undefined' : JSON.stringify(value);
 }
 
+// Calls the app's own function, as a page may also be written that passes what the package refuses.
 function call(name, ...values) {
-    if (!bridge()) {
+    const bridge = window.ZelvoraSDKBridge;
+    if (!bridge) {
         log(`× ${name}: ${text('bridgeMissing')}`, 'problem');
         return;
     }
-    if (typeof bridge()[name] !== 'function') {
+    if (typeof bridge[name] !== 'function') {
         log(`× ${name}: undefined`, 'problem');
         return;
     }
     log(`→ ${name}(${values.map(spoken).join(', ')})`);
-    bridge()[name](...values);
+    bridge[name](...values);
 }
 
 function logAnswers(...names) {
@@ -83,7 +86,7 @@ function listenToCustomButtons() {
         onClick(`btn-custom-${kind}`, () => call(byId('custom-name').value, value));
     onClick('btn-custom-nothing', () => call(byId('custom-name').value));
 
-    const names = Object.keys(bridge() ?? {}).filter((name) => !builtIn.includes(name));
+    const names = Object.keys(window.ZelvoraSDKBridge ?? {}).filter((name) => !builtIn.includes(name));
     byId('custom-names').append(...names.map((name) => element('span', { role: 'listitem' }, name)));
     byId('custom-names').hidden = names.length === 0;
     byId('custom-name').value = names[0] ?? 'showMessage';
@@ -96,6 +99,9 @@ function showFrame() {
     onClick('btn-frame-save-event', ask('saveEvent'));
     onClick('btn-frame-set-item', ask('setItem'));
     onClick('btn-frame-get-item', ask('getItem'));
+    onClick('btn-frame-shared-item', ask('getSharedItem'));
+    if (isInApp())
+        shareWithFrames({ origins: [origin] });
     window.addEventListener('message', (message) => {
         if (message.origin === origin && typeof message.data?.told === 'string')
             log(`▣ ${message.data.told}`);
@@ -107,13 +113,14 @@ function showFrame() {
 }
 
 async function openPage() {
+    await enterApp();
     logAnswers('onBridgeItem', 'onBridgeEvents', 'onFrameItem');
     listenToButtons();
     listenToCustomButtons();
     const dressed = dressPage('bridge');
     listenToDebuggingSwitch();
     await Promise.all([dressed, showFrame()]);
-    if (!bridge())
+    if (!isInApp())
         log(`× ${text('bridgeMissing')}`, 'problem');
     finishPage();
 }

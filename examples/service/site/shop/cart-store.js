@@ -1,31 +1,34 @@
-import { readItem, removeItem, saveEvent, writeItem } from './bridge.js';
+import { report } from './app.js';
+import { getItem, removeItem, setItem } from './page-bridge/index.js';
 import { productWithId } from './products.js';
 
 const sevenDays = 7 * 24 * 60 * 60;
 
 // The lines of the cart whose products still exist.
 export async function readCart() {
-    const kept = await readItem('cart');
+    const kept = await getItem('cart');
     return Array.isArray(kept) ? kept.filter((line) => productWithId(line.productId)) : [];
 }
 
-// A change reads, awaits the answer and writes. Changes run one after another, so that none is lost.
+// A change reads, awaits the answer and writes. Changes run one after another, so that none is lost. One without an answer
+// fails: to write what it knows would empty the cart.
 let lastChange = Promise.resolve();
 
-function change(edit) {
-    lastChange = lastChange.then(async () => {
+function changeCart(edit) {
+    const change = lastChange.then(async () => {
         const lines = edit(await readCart());
         if (lines.length > 0)
-            writeItem('cart', lines, sevenDays);
+            setItem('cart', lines, sevenDays);
         else
             removeItem('cart');
     });
-    return lastChange;
+    lastChange = change.catch(() => {});
+    return change;
 }
 
 export function addToCart(product) {
-    saveEvent('cart_add', { productId: product.id, price: product.price, count: 1 });
-    return change((lines) => {
+    report('cart_add', { productId: product.id, price: product.price, count: 1 });
+    return changeCart((lines) => {
         const line = lines.find((candidate) => candidate.productId === product.id);
         if (!line)
             return [...lines, { productId: product.id, count: 1 }];
@@ -35,15 +38,15 @@ export function addToCart(product) {
 }
 
 export function removeFromCart(productId) {
-    return change((lines) => lines.filter((line) => line.productId !== productId));
+    return changeCart((lines) => lines.filter((line) => line.productId !== productId));
 }
 
 export function emptyCart() {
-    return change(() => []);
+    return changeCart(() => []);
 }
 
 export function savePurchase(lines) {
     const items = lines.map((line) => ({ ...line, price: productWithId(line.productId).price }));
     const amount = items.reduce((sum, item) => sum + item.price * item.count, 0);
-    saveEvent('purchase', { items, amount, currency: 'KRW', coupon: null, gift: false });
+    report('purchase', { items, amount, currency: 'KRW', coupon: null, gift: false });
 }

@@ -1,7 +1,8 @@
+import { enterApp } from './app.js';
 import { emptyCart, readCart, removeFromCart, savePurchase } from './cart-store.js';
 import { productWithId } from './products.js';
 import {
-    address, byId, dressPage, element, finishPage, language, picture, price, showCartCount, text,
+    address, byId, dressPage, element, finishPage, language, notify, picture, price, showCartCount, text,
 } from './shop.js';
 
 async function remove(productId) {
@@ -38,8 +39,9 @@ async function checkOut() {
 async function openPage() {
     byId('cart-empty-shop').href = address('index.html');
     byId('checkout').addEventListener('click', checkOut);
+    await enterApp();
     await dressPage('cart');
-    await show();
+    await show().catch(() => notify(text('cartUnreadable')));
     finishPage();
 }
 

@@ -1,3 +1,4 @@
+import { enterApp } from './app.js';
 import { address, byId, dressPage, element, finishPage, text } from './shop.js';
 
 const here = `${location.host}${location.pathname.replace(/[^/]*$/, '')}`;
@@ -27,4 +28,4 @@ byId('btn-data-frame').addEventListener('click', () => {
     addFrame('data-frame', `data:text/html;charset=utf-8,${encodeURIComponent('<p>data: 안녕하세요</p>')}`);
 });
 byId('btn-custom-frame').addEventListener('click', () => addFrame('custom-frame', 'zelvora-demo://frame'));
-dressPage('links').then(finishPage);
+enterApp().then(() => dressPage('links')).then(finishPage);

@@ -1,4 +1,4 @@
-import { readItem } from './bridge.js';
+import { enterApp, readIfPossible } from './app.js';
 import { productWithId, products } from './products.js';
 import { address, byId, dressPage, element, finishPage, language, picture, price, text } from './shop.js';
 
@@ -20,8 +20,9 @@ function showRecent(product) {
 // Not at the top level of the module, where an await may leave the engine spinning once the page has gone.
 async function openPage() {
     byId('products').append(...products.map(card));
+    await enterApp();
     await dressPage('shop');
-    const recent = productWithId(await readItem('recentProduct'));
+    const recent = productWithId(await readIfPossible('recentProduct'));
     if (recent)
         showRecent(recent);
     finishPage();

@@ -1,5 +1,6 @@
-import { saveEvent, writeItem } from './bridge.js';
+import { enterApp, report } from './app.js';
 import { addToCart, savePurchase } from './cart-store.js';
+import { isInApp, setItem } from './page-bridge/index.js';
 import { productWithId } from './products.js';
 import { address, byId, dressPage, finishPage, language, notify, picture, price, showCartCount, text } from './shop.js';
 
@@ -15,9 +16,13 @@ function show(product) {
 
 function listen(product) {
     byId('add-to-cart').addEventListener('click', async () => {
-        await addToCart(product);
-        await showCartCount();
-        notify(text('added'));
+        try {
+            await addToCart(product);
+            await showCartCount();
+            notify(text('added'));
+        } catch {
+            notify(text('cartUnreadable'));
+        }
     });
     byId('buy-now').addEventListener('click', () => {
         savePurchase([{ productId: product.id, count: 1 }]);
@@ -27,12 +32,14 @@ function listen(product) {
 
 async function openPage() {
     const product = productWithId(new URLSearchParams(location.search).get('id'));
+    await enterApp();
     const dressed = dressPage('shop');
     if (product) {
         show(product);
         listen(product);
-        writeItem('recentProduct', product.id, oneDay);
-        saveEvent('product_view', { productId: product.id, price: product.price });
+        if (isInApp())
+            setItem('recentProduct', product.id, oneDay);
+        report('product_view', { productId: product.id, price: product.price });
     } else {
         byId('no-product-shop').href = address('index.html');
         byId('no-product').hidden = false;

@@ -1,5 +1,6 @@
-import { bridge, readItem } from './bridge.js';
+import { readIfPossible } from './app.js';
 import { isDebugging } from './debugging.js';
+import { isInApp } from './page-bridge/index.js';
 import { texts } from './texts.js';
 
 const query = new URLSearchParams(location.search);
@@ -53,7 +54,7 @@ export function notify(message) {
 }
 
 export async function showCartCount() {
-    const cart = await readItem('cart');
+    const cart = await readIfPossible('cart');
     const count = Array.isArray(cart) ? cart.reduce((sum, line) => sum + line.count, 0) : 0;
     const badge = byId('cart-count');
     badge.textContent = String(count);
@@ -88,9 +89,9 @@ function languageSwitch() {
 }
 
 function bottom() {
-    const state = bridge() ? 'bridgePresent' : 'bridgeMissing';
-    const made = element('footer', { id: 'about', hidden: Boolean(bridge()) && !isDebugging() });
-    made.append(element('span', { id: 'bridge-state', className: bridge() ? 'present' : 'missing' }, text(state)));
+    const state = isInApp() ? 'bridgePresent' : 'bridgeMissing';
+    const made = element('footer', { id: 'about', hidden: isInApp() && !isDebugging() });
+    made.append(element('span', { id: 'bridge-state', className: isInApp() ? 'present' : 'missing' }, text(state)));
     for (const [name, value] of Object.entries(entry)) {
         const shown = element('span', { id: `entry-${name}` }, value || text('none'));
         made.append(element('span', { className: 'entry' }, `${text(name)} `, shown));

@@ -3,6 +3,7 @@
 #include "ZelvoraIOS/ZelvoraLogger.h"
 #include "ZelvoraIOS/internal/BridgeScript.h"
 #include "ZelvoraIOS/internal/MessageDispatch.h"
+#include "ZelvoraIOS/internal/joined.h"
 #include "ZelvoraPlatform/WebKit/WKScriptMessage.h"
 
 namespace zelvora {
@@ -18,7 +19,7 @@ void ZelvoraJavascriptInterface::handle(platform::WKScriptMessage const& message
 {
     if (message.name != handlerName)
         return;
-    ZelvoraLogger::d("JS Message Received: " + description(message.body));
+    ZelvoraLogger::d(internal::joined({ "JS Message Received: ", description(message.body) }));
     auto const* map = message.body.dictionary();
     auto const* action = map ? map->find("action") : nullptr;
     if (auto const* name = action ? action->text() : nullptr)

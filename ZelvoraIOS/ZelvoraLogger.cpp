@@ -1,5 +1,6 @@
 #include "ZelvoraIOS/ZelvoraLogger.h"
 
+#include "ZelvoraIOS/internal/joined.h"
 #include "ZelvoraPlatform/Platform.h"
 
 #include <cstdio>
@@ -25,7 +26,7 @@ void write(OSLogType type, std::string const& message)
         logger.log(type, message);
 
     // One call, so that lines of different threads do not interleave.
-    auto const line = "[ZelvoraSDK-debug] " + message + "\n";
+    auto const line = internal::joined({ "[ZelvoraSDK-debug] ", message, "\n" });
     std::fwrite(line.data(), 1, line.size(), stdout);
     // A pipe or a file gets it now and not with the next block: a crash would take the block along.
     std::fflush(stdout);

@@ -33,14 +33,7 @@ void ZelvoraStorage::set(std::optional<Value> const& value, std::string const& k
 
 std::optional<Value> ZelvoraStorage::get(std::string const& key)
 {
-    StoredEntry const entry(key);
-    if (entry.hasExpired()) {
-        entry.remove();
-        return std::nullopt;
-    }
-    auto value = entry.value();
-    ZelvoraLogger::d("get(forKey: " + key + ", value: " + debugDescription(value) + ")");
-    return value;
+    return internal::getLogged(key, StoredEntry(key));
 }
 
 std::optional<std::string> ZelvoraStorage::getString(std::string const& key)

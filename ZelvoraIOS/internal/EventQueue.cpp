@@ -46,18 +46,18 @@ bool areOneVersion(Array const& a, Array const& b)
 template<typename Change>
 void changeQueue(Change const& change)
 {
-    auto const seen = EventQueue::events();
-    auto changed = change(seen);
-    if (changed)
-        logSet(KEY_EVENT_DATA, *changed);
-
     StoredEntry const entry(KEY_EVENT_DATA);
+    auto const seen = eventsIn(getLogged(KEY_EVENT_DATA, entry));
+    std::optional<Value> changed = change(seen);
+    if (changed)
+        logSet(KEY_EVENT_DATA, changed);
+
     std::scoped_lock const lock(queueMutex());
     // Appending to one version twice would copy it.
     if (auto const queued = eventsIn(entry.value()); !areOneVersion(queued, seen))
         changed = change(queued);
     if (changed)
-        entry.write(*changed);
+        entry.write(changed);
     else
         entry.remove();
 }

@@ -1,6 +1,7 @@
 #include "ZelvoraIOS/internal/StoredEntry.h"
 
 #include "ZelvoraIOS/ZelvoraLogger.h"
+#include "ZelvoraIOS/internal/joined.h"
 #include "ZelvoraPlatform/Platform.h"
 
 namespace zelvora::internal {
@@ -16,17 +17,18 @@ platform::UserDefaults& storage()
     return s_storage;
 }
 
-std::string PREFIX()
+std::string prefixed(std::string const& key)
 {
-    return "ZelvoraSDK_Storage_" + Platform::current().mainBundle().bundleIdentifier().value_or("unknown") + "_";
+    auto const bundleIdentifier = Platform::current().mainBundle().bundleIdentifier();
+    return joined({ "ZelvoraSDK_Storage_", bundleIdentifier ? *bundleIdentifier : "unknown", "_", key });
 }
 
 }
 
 StoredEntry::StoredEntry(std::string const& key)
-    : m_valueKey(PREFIX() + key)
-    , m_timestampKey(m_valueKey + "_ts")
-    , m_expiryKey(m_valueKey + "_exp")
+    : m_valueKey(prefixed(key))
+    , m_timestampKey(joined({ m_valueKey, "_ts" }))
+    , m_expiryKey(joined({ m_valueKey, "_exp" }))
 {
 }
 
@@ -67,9 +69,20 @@ void StoredEntry::remove() const
     storage().removeObject(m_expiryKey);
 }
 
+std::optional<Value> getLogged(std::string const& key, StoredEntry const& entry)
+{
+    if (entry.hasExpired()) {
+        entry.remove();
+        return std::nullopt;
+    }
+    auto value = entry.value();
+    ZelvoraLogger::d(joined({ "get(forKey: ", key, ", value: ", debugDescription(value), ")" }));
+    return value;
+}
+
 void logSet(std::string const& key, std::optional<Value> const& value)
 {
-    ZelvoraLogger::d("set(forKey: " + key + ", value: " + debugDescription(value) + ")");
+    ZelvoraLogger::d(joined({ "set(forKey: ", key, ", value: ", debugDescription(value), ")" }));
 }
 
 }

@@ -26,6 +26,10 @@ private:
     std::string m_expiryKey;
 };
 
+/// The value of the entry for this key, with the line that reading it logs. One that has expired is removed and
+/// reported as absent, without a line.
+[[nodiscard]] std::optional<platform::Value> getLogged(std::string const& key, StoredEntry const& entry);
+
 /// Logs the line that comes before a value is written for this key.
 void logSet(std::string const& key, std::optional<platform::Value> const& value);
 

@@ -3,7 +3,11 @@
 #include "ZelvoraPlatform/Foundation/NumberText.h"
 #include "ZelvoraPlatform/Foundation/Value.h"
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace zelvora::platform {
 
@@ -40,37 +44,45 @@ public:
 
     void writeText(std::string const& text)
     {
-        auto const room = debugDescriptionLimit - std::min(debugDescriptionLimit, m_text.size());
+        auto const room = debugDescriptionLimit - std::min(debugDescriptionLimit, m_size);
         write(text);
         if (text.size() > room)
             leaveOut(text.size() - room, "bytes");
     }
 
-    [[nodiscard]] std::string finish()
+    [[nodiscard]] std::string finish() const
     {
         if (!isFull())
-            return std::move(m_text);
+            return { m_text.data(), m_size };
         auto cut = debugDescriptionLimit;
         // Not inside a character.
-        while (cut > 0 && (static_cast<unsigned char>(m_text[cut]) & 0xC0U) == 0x80)
+        while (cut > 0 && (static_cast<unsigned char>(m_text.at(cut)) & 0xC0U) == 0x80)
             --cut;
-        m_text.resize(cut);
-        m_text += "... (";
-        m_text += m_leftOut.empty() ? "cut" : m_leftOut;
-        m_text += ")";
-        return std::move(m_text);
+        auto const note = noteOfTheRest();
+        std::string text;
+        text.reserve(cut + note.size());
+        return text.append(m_text.data(), cut).append(note);
     }
 
 private:
-    [[nodiscard]] bool isFull() const { return m_text.size() > debugDescriptionLimit; }
+    [[nodiscard]] bool isFull() const { return m_size > debugDescriptionLimit; }
 
-    void write(std::string_view text) { m_text += text.substr(0, debugDescriptionLimit + 4); }
+    void write(std::string_view text) { m_size += text.copy(m_text.data() + m_size, m_text.size() - m_size); }
 
     // Called for the innermost container or text first. The outermost overwrites it, because it says most.
     void leaveOut(std::size_t count, std::string_view what)
     {
-        if (count > 0)
-            m_leftOut = std::to_string(count) + " more " + std::string(what);
+        if (count == 0)
+            return;
+        m_leftOut = count;
+        m_whatWasLeftOut = what;
+    }
+
+    [[nodiscard]] std::string noteOfTheRest() const
+    {
+        if (m_leftOut == 0)
+            return "... (cut)";
+        return "... (" + std::to_string(m_leftOut) + " more " + std::string(m_whatWasLeftOut) + ")";
     }
 
     void describeText(std::string const& text)
@@ -117,8 +129,12 @@ private:
         write("}");
     }
 
-    std::string m_text;
-    std::string m_leftOut;
+    // One byte more than the limit, which tells that there was more. Every message of a page is described, so this
+    // needs no memory of its own.
+    std::array<char, debugDescriptionLimit + 1> m_text {};
+    std::size_t m_size = 0;
+    std::size_t m_leftOut = 0;
+    std::string_view m_whatWasLeftOut;
 };
 
 }

@@ -1,11 +1,41 @@
 #include "bench/Comparison.h"
 
+#include "bench/documentedFigure.h"
+
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdio>
+#include <utility>
 #include <vector>
 
 namespace zelvora::bench {
+
+namespace {
+
+// The SDK logs to standard output.
+void printLine(std::string const& name, double figure, std::string const& unit, std::string const& spread)
+{
+    auto const documented = documentedFigure(name, unit);
+    std::fprintf(stderr, "  %-58s %7.2f %s%s; in the docs: %s\n", name.c_str(), figure, unit.c_str(), spread.c_str(),
+        documented.empty() ? "nothing" : documented.c_str());
+}
+
+void printRatios(std::string const& name, Comparison::Ratios const& ratios, std::string const& reference)
+{
+    std::array<char, 64> spread {};
+    std::snprintf(spread.data(), spread.size(), " (%.2f to %.2f)", ratios.lower, ratios.upper);
+    printLine(name, ratios.median, "times " + reference, spread.data());
+}
+
+}
+
+Comparison Comparison::preparedBy(std::function<void()> prepare) const
+{
+    auto prepared = *this;
+    prepared.m_prepare = std::move(prepare);
+    return prepared;
+}
 
 double Comparison::seconds(std::function<void()> const& work) const
 {
@@ -15,14 +45,19 @@ double Comparison::seconds(std::function<void()> const& work) const
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
 }
 
-double Comparison::print(std::string const& name, std::function<void()> const& work, std::string const& reference,
-    std::function<void()> const& referenceWork) const
+Comparison::Ratios Comparison::measure(
+    std::function<void()> const& work, std::function<void()> const& referenceWork) const
 {
-    return printTimes(name, [&] { return seconds(work); }, reference, [&] { return seconds(referenceWork); });
+    auto const prepareAndWork = [&] {
+        if (m_prepare)
+            m_prepare();
+        return seconds(work);
+    };
+    return measureTimes(prepareAndWork, [&] { return seconds(referenceWork); });
 }
 
-double Comparison::printTimes(std::string const& name, std::function<double()> const& work,
-    std::string const& reference, std::function<double()> const& referenceWork) const
+Comparison::Ratios Comparison::measureTimes(
+    std::function<double()> const& work, std::function<double()> const& referenceWork) const
 {
     // A first call of each, which fills caches, is not counted.
     (void)work();
@@ -36,11 +71,28 @@ double Comparison::printTimes(std::string const& name, std::function<double()> c
         ratios.push_back(workFirst ? first / second : second / first);
     }
     std::ranges::sort(ratios);
-    auto const median = ratios[ratios.size() / 2];
-    // The SDK logs to standard output.
-    std::fprintf(stderr, "  %-58s %7.2f times %s (%.2f to %.2f)\n", name.c_str(), median, reference.c_str(),
-        ratios[ratios.size() / 4], ratios[ratios.size() * 3 / 4]);
-    return median;
+    return {
+        .median = ratios[ratios.size() / 2],
+        .lower = ratios[ratios.size() / 4],
+        .upper = ratios[ratios.size() * 3 / 4],
+    };
+}
+
+void Comparison::print(std::string const& name, std::function<void()> const& work, std::string const& reference,
+    std::function<void()> const& referenceWork) const
+{
+    printRatios(name, measure(work, referenceWork), reference);
+}
+
+void Comparison::printTimes(std::string const& name, std::function<double()> const& work, std::string const& reference,
+    std::function<double()> const& referenceWork) const
+{
+    printRatios(name, measureTimes(work, referenceWork), reference);
+}
+
+void printFigure(std::string const& name, double figure, std::string const& unit)
+{
+    printLine(name, figure, unit, "");
 }
 
 }

@@ -10,7 +10,7 @@
 namespace zelvora::bench {
 
 /// The platform in memory with the real preferences, so that only storage is measured.
-class JournalPlatform final : public memory::ForwardingPlatform {
+class JournalPlatform : public memory::ForwardingPlatform {
 public:
     /// Keeps the preferences in the file at `path`.
     explicit JournalPlatform(std::string const& path);

@@ -1,13 +1,8 @@
 // The cost of storing a value and an event, compared with one write(2) of the same bytes and with SQLite.
 
 #include "ZelvoraAdapters/shared/Journal/JournaledUserDefaults.h"
-#include "ZelvoraIOS/ZelvoraJavascriptInterface.h"
-#include "ZelvoraIOS/ZelvoraStorage.h"
 #include "ZelvoraPlatform/Foundation/Array.h"
-#include "ZelvoraPlatform/Foundation/Dictionary.h"
-#include "ZelvoraPlatform/Platform.h"
 #include "bench/Comparison.h"
-#include "bench/JournalPlatform.h"
 #include "bench/SQLiteStore.h"
 #include "bench/WriteFloor.h"
 #include "bench/makeEvent.h"
@@ -28,7 +23,6 @@ using bench::makeEvent;
 using bench::SQLiteStore;
 using bench::WriteFloor;
 using platform::Array;
-using platform::Dictionary;
 using platform::Value;
 using shared::JournaledUserDefaults;
 
@@ -155,26 +149,6 @@ void measureQueue(std::filesystem::path const& folder)
     drops.print("drop 500 of 100,000 events", [&] { longQueue.dropFirst(500); }, "append to 100,000", appendLong);
 }
 
-void measureSDK(std::filesystem::path const& folder)
-{
-    platform::Platform::install(std::make_unique<bench::JournalPlatform>((folder / "sdk.journal").string()));
-    WriteFloor const floor(folder / "sdk.floor", eventText.size());
-    auto save = [number = std::size_t(0)]() mutable { ZelvoraStorage::saveEventTrackingData(makeEvent(++number)); };
-    auto post = [number = std::size_t(0)]() mutable {
-        Dictionary const body { { "action", "saveEvent" }, { "data", makeEvent(++number) } };
-        ZelvoraJavascriptInterface::handle({ "zelvora", body }, nullptr, nullptr);
-    };
-
-    Comparison const comparison(31, 200);
-    for (std::size_t i = 0; i < few; ++i)
-        save();
-    comparison.print("an event through the SDK, short queue", save, "one write(2)", std::ref(floor));
-    comparison.print("a saveEvent message through handle", post, "saving the event only", save);
-    while (ZelvoraStorage::getEventTrackingData().size() < many)
-        save();
-    comparison.print("an event through the SDK, 100,000 queued", save, "one write(2)", std::ref(floor));
-}
-
 }
 
 int main()
@@ -183,6 +157,5 @@ int main()
     std::fprintf(stderr, "Storage (medians of ratios; in brackets the middle half)\n");
     measureSet(folder.path());
     measureQueue(folder.path());
-    measureSDK(folder.path());
     return EXIT_SUCCESS;
 }

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string>
+
+namespace zelvora::bench {
+
+/// What docs/performance.md has in its row for this name and unit, such as "4.9"; empty if it has no such row.
+[[nodiscard]] std::string documentedFigure(std::string const& name, std::string const& unit);
+
+}

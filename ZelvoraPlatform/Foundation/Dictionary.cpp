@@ -3,24 +3,17 @@
 #include "ZelvoraPlatform/Foundation/Dismantling.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace zelvora::platform {
 
 struct Dictionary::Contents {
-    explicit Contents(Entries unordered)
+    explicit Contents(Entries given) : entries(std::move(given))
     {
-        std::vector<Entry*> order;
-        order.reserve(unordered.size());
-        for (auto& entry : unordered)
-            order.push_back(&entry);
-        // Ties are broken by position, so that the last of several entries with one key wins.
-        std::ranges::sort(
-            order, {}, [](Entry* entry) { return std::pair<std::string_view, Entry*>(entry->first, entry); });
-        entries.reserve(order.size());
-        for (std::size_t i = 0; i < order.size(); ++i) {
-            if (i + 1 == order.size() || order[i]->first != order[i + 1]->first)
-                entries.push_back(std::move(*order[i]));
-        }
+        // Those that were read from a store are in order already.
+        auto const misplaced = std::ranges::adjacent_find(entries, std::greater_equal<>(), &Entry::first);
+        if (misplaced != entries.end())
+            entries = ordered(std::move(entries));
         for (auto const& entry : entries)
             nesting = std::max(nesting, entry.second.nesting() + 1);
     }
@@ -31,6 +24,24 @@ struct Dictionary::Contents {
     }
     Contents(Contents const&) = delete;
     Contents& operator=(Contents const&) = delete;
+
+    static Entries ordered(Entries unordered)
+    {
+        std::vector<Entry*> order;
+        order.reserve(unordered.size());
+        for (auto& entry : unordered)
+            order.push_back(&entry);
+        // Ties are broken by position, so that the last of several entries with one key wins.
+        std::ranges::sort(
+            order, {}, [](Entry* entry) { return std::pair<std::string_view, Entry*>(entry->first, entry); });
+        Entries ordered;
+        ordered.reserve(order.size());
+        for (std::size_t i = 0; i < order.size(); ++i) {
+            if (i + 1 == order.size() || order[i]->first != order[i + 1]->first)
+                ordered.push_back(std::move(*order[i]));
+        }
+        return ordered;
+    }
 
     Entries entries;
     std::size_t nesting = 1;

@@ -6,16 +6,20 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <string_view>
 
 namespace zelvora::platform {
 
-std::string numberText(double number)
+namespace {
+
+using Buffer = std::array<char, 64>;
+
+std::string_view write(double number, Buffer& buffer)
 {
     if (std::isnan(number))
         return "nan";
     if (std::isinf(number))
         return number < 0 ? "-inf" : "inf";
-    std::array<char, 64> buffer; // NOLINT(*-member-init): what is read of it was written
     auto* const first = buffer.data();
     auto* const last = first + buffer.size();
     // The shortest form writes 100000 as 1e+05. An integer has no negative zero.
@@ -27,11 +31,39 @@ std::string numberText(double number)
     return { first, written.ptr };
 }
 
-std::string numberText(Value const& number)
+std::string_view write(LargeInteger integer, Buffer& buffer)
+{
+    auto* const first = buffer.data();
+    *first = '-';
+    auto const written = std::to_chars(first + 1, first + buffer.size(), integer.magnitude);
+    return { integer.isNegative ? first : first + 1, written.ptr };
+}
+
+std::string_view write(Value const& number, Buffer& buffer)
 {
     if (auto const integer = number.largeInteger())
-        return (integer->isNegative ? "-" : "") + std::to_string(integer->magnitude);
-    return numberText(*number.number());
+        return write(*integer, buffer);
+    return write(*number.number(), buffer);
+}
+
+}
+
+std::string numberText(double number)
+{
+    Buffer buffer; // NOLINT(*-member-init): only what was written is read
+    return std::string(write(number, buffer));
+}
+
+std::string numberText(Value const& number)
+{
+    Buffer buffer; // NOLINT(*-member-init)
+    return std::string(write(number, buffer));
+}
+
+void appendNumberText(std::string& text, Value const& number)
+{
+    Buffer buffer; // NOLINT(*-member-init)
+    text += write(number, buffer);
 }
 
 }

@@ -14,5 +14,7 @@ class Value;
 [[nodiscard]] ZELVORA_API std::string numberText(double number);
 /// The same for a value that is a number. An integer that no double can hold is its digits.
 [[nodiscard]] ZELVORA_API std::string numberText(Value const& number);
+/// Appends it to a text that has many of them.
+ZELVORA_API void appendNumberText(std::string& text, Value const& number);
 
 }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace zelvora::platform {
 
@@ -51,7 +52,17 @@ std::size_t sequenceLength(std::string_view bytes)
 
 bool isValidUTF8(std::string_view bytes)
 {
+    // Most text is ASCII, or has long runs of it.
+    constexpr std::uint64_t highBits = 0x8080808080808080;
     while (!bytes.empty()) {
+        std::uint64_t word = 0;
+        if (bytes.size() >= sizeof word) {
+            std::memcpy(&word, bytes.data(), sizeof word);
+            if ((word & highBits) == 0) {
+                bytes.remove_prefix(sizeof word);
+                continue;
+            }
+        }
         auto const length = sequenceLength(bytes);
         if (length == 0)
             return false;

@@ -48,11 +48,13 @@ std::optional<bool> Value::boolean() const
 }
 std::optional<double> Value::number() const
 {
-    if (auto const integer = largeInteger()) {
-        auto const magnitude = static_cast<double>(integer->magnitude);
-        return integer->isNegative ? -magnitude : magnitude;
-    }
-    return plain<double>(m_held);
+    if (auto const* const number = std::get_if<double>(&m_held))
+        return *number;
+    auto const integer = largeInteger();
+    if (!integer)
+        return std::nullopt;
+    auto const magnitude = static_cast<double>(integer->magnitude);
+    return integer->isNegative ? -magnitude : magnitude;
 }
 std::optional<LargeInteger> Value::largeInteger() const
 {

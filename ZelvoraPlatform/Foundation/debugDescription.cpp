@@ -22,7 +22,7 @@ public:
         case Value::Kind::Null:
             return write("<null>");
         case Value::Kind::Boolean:
-            return write(*value.boolean() ? "true" : "false");
+            return write(std::string_view(*value.boolean() ? "true" : "false"));
         case Value::Kind::Number:
             return write(numberText(value));
         case Value::Kind::Text:
@@ -45,7 +45,7 @@ public:
     void writeText(std::string const& text)
     {
         auto const room = debugDescriptionLimit - std::min(debugDescriptionLimit, m_size);
-        write(text);
+        write(std::string_view(text));
         if (text.size() > room)
             leaveOut(text.size() - room, "bytes");
     }
@@ -58,16 +58,28 @@ public:
         // Not inside a character.
         while (cut > 0 && (static_cast<unsigned char>(m_text.at(cut)) & 0xC0U) == 0x80)
             --cut;
-        auto const note = noteOfTheRest();
+        constexpr std::size_t longestNote = 48;
         std::string text;
-        text.reserve(cut + note.size());
-        return text.append(m_text.data(), cut).append(note);
+        text.reserve(cut + longestNote);
+        text.append(m_text.data(), cut).append("... (");
+        if (m_leftOut == 0)
+            return text.append("cut)");
+        return text.append(std::to_string(m_leftOut)).append(" more ").append(m_whatWasLeftOut).append(")");
     }
 
 private:
     [[nodiscard]] bool isFull() const { return m_size > debugDescriptionLimit; }
 
-    void write(std::string_view text) { m_size += text.copy(m_text.data() + m_size, m_text.size() - m_size); }
+    void write(std::string_view text) { m_size += text.copy(m_text.data() + m_size, fullSize - m_size); }
+
+    // Most of what is written are brackets and quotes. Their lengths are known here, and they need no call.
+    template<std::size_t Size>
+    void write(char const (&literal)[Size]) // NOLINT(*-avoid-c-arrays): the type of a literal
+    {
+        static_assert(Size - 1 <= longestLiteral);
+        std::copy_n(literal, Size - 1, m_text.data() + m_size);
+        m_size = std::min(m_size + Size - 1, fullSize);
+    }
 
     // Called for the innermost container or text first. The outermost overwrites it, because it says most.
     void leaveOut(std::size_t count, std::string_view what)
@@ -76,13 +88,6 @@ private:
             return;
         m_leftOut = count;
         m_whatWasLeftOut = what;
-    }
-
-    [[nodiscard]] std::string noteOfTheRest() const
-    {
-        if (m_leftOut == 0)
-            return "... (cut)";
-        return "... (" + std::to_string(m_leftOut) + " more " + std::string(m_whatWasLeftOut) + ")";
     }
 
     void describeText(std::string const& text)
@@ -117,9 +122,10 @@ private:
             if (isFull())
                 break;
             if (told > 0)
-                write(", ");
-            write("\"");
-            write(key);
+                write(", \"");
+            else
+                write("\"");
+            write(std::string_view(key));
             write("\": ");
             describe(value);
             ++told;
@@ -129,9 +135,11 @@ private:
         write("}");
     }
 
-    // One byte more than the limit, which tells that there was more. Every message of a page is described, so this
-    // needs no memory of its own.
-    std::array<char, debugDescriptionLimit + 1> m_text {};
+    // One byte more than the limit, which tells that there was more.
+    static constexpr std::size_t fullSize = debugDescriptionLimit + 1;
+    static constexpr std::size_t longestLiteral = 8;
+    // Every message of a page is described, so this needs no memory of its own.
+    std::array<char, fullSize + longestLiteral> m_text {};
     std::size_t m_size = 0;
     std::size_t m_leftOut = 0;
     std::string_view m_whatWasLeftOut;

@@ -57,7 +57,8 @@ public:
         case Value::Kind::Boolean:
             return put(*value.boolean() ? "true" : "false");
         case Value::Kind::Number:
-            return put(platform::numberText(value));
+            platform::appendNumberText(m_text, value);
+            return true;
         case Value::Kind::Text:
             return writeText(*value.text());
         case Value::Kind::Array:
@@ -111,18 +112,26 @@ private:
         if (!platform::isValidUTF8(text))
             return false;
         m_text += '"';
-        for (char const character : text)
-            writeCharacter(character);
+        while (!text.empty()) {
+            auto const plain = static_cast<std::size_t>(std::ranges::find_if(text, needsEscape) - text.begin());
+            m_text += text.substr(0, plain);
+            text.remove_prefix(plain);
+            if (text.empty())
+                break;
+            writeEscaped(text.front());
+            text.remove_prefix(1);
+        }
         m_text += '"';
         return true;
     }
 
-    void writeCharacter(char character)
+    static bool needsEscape(char character)
     {
-        if (static_cast<unsigned char>(character) >= 0x20 && character != '"' && character != '\\') {
-            m_text += character;
-            return;
-        }
+        return static_cast<unsigned char>(character) < 0x20 || character == '"' || character == '\\';
+    }
+
+    void writeEscaped(char character)
+    {
         constexpr std::string_view shortForms = "\"\"\\\\\bb\ff\nn\rr\tt";
         for (std::size_t index = 0; index < shortForms.size(); index += 2) {
             if (character == shortForms[index]) {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <mutex>
 #include <utility>
 
 namespace zelvora::platform {
@@ -30,14 +31,30 @@ struct Array::Chunk {
         : lineage(chainLineage)
         , first(firstPosition)
         , capacity(chunkCapacity)
-        , elements(
-              std::make_unique<Value[]>(chunkCapacity)) // NOLINT(modernize-avoid-c-arrays): the capacity is the length
+        , elements(chunkCapacity)
+    {
+    }
+    // With these elements and no slot for another.
+    Chunk(std::uint64_t chainLineage, std::vector<Value> allElements)
+        : lineage(chainLineage)
+        , first(0)
+        , capacity(allElements.size())
+        , claimed(capacity)
+        , elements(std::move(allElements))
+    {
+    }
+    Chunk(std::uint64_t chainLineage, std::uint64_t firstPosition, Part part)
+        : lineage(chainLineage)
+        , first(firstPosition)
+        , capacity(part.count)
+        , claimed(part.count)
+        , unmade(std::make_unique<Unmade>(std::move(part.make)))
     {
     }
     ~Chunk()
     {
-        for (std::size_t i = 0; i < capacity; ++i)
-            Dismantling::take(elements[i]);
+        for (auto& element : elements)
+            Dismantling::take(element);
         drop(std::move(next));
     }
     Chunk(Chunk const&) = delete;
@@ -75,17 +92,65 @@ struct Array::Chunk {
         return claimed.compare_exchange_strong(expected, expected + 1);
     }
 
+    [[nodiscard]] Value const& at(std::uint64_t position) const
+    {
+        if (unmade && !unmade->isDone.load(std::memory_order_acquire))
+            makeElements();
+        return elements[static_cast<std::size_t>(position - first)];
+    }
+
+    // Elements to look at once: those that are there, or else some that nobody keeps.
+    [[nodiscard]] std::vector<Value> const& elementsOr(std::vector<Value>& temporary) const
+    {
+        if (!unmade || unmade->isDone.load(std::memory_order_acquire))
+            return elements;
+        std::scoped_lock const lock(unmade->mutex);
+        if (unmade->isDone.load(std::memory_order_relaxed))
+            return elements;
+        temporary = madeElements();
+        return temporary;
+    }
+
+    struct Unmade {
+        explicit Unmade(std::function<std::vector<Value>()> makeElements) : make(std::move(makeElements)) { }
+
+        std::atomic<bool> isDone = false;
+        std::mutex mutex;
+        std::function<std::vector<Value>()> make;
+    };
+
     std::uint64_t const lineage;
     std::uint64_t const first;
     std::size_t const capacity;
     std::atomic<std::size_t> claimed = 0;
-    std::unique_ptr<Value[]> const elements; // NOLINT(modernize-avoid-c-arrays): its length is the capacity
+    // As many as the capacity, or none before those of a part are made.
+    std::vector<Value> mutable elements;
+    std::unique_ptr<Unmade> const unmade;
     std::shared_ptr<Chunk> next;
+
+private:
+    [[nodiscard]] std::vector<Value> madeElements() const
+    {
+        auto made = unmade->make();
+        if (made.size() != capacity)
+            fatalError("a part of an array made another number of elements than it has");
+        return made;
+    }
+
+    void makeElements() const
+    {
+        std::scoped_lock const lock(unmade->mutex);
+        if (unmade->isDone.load(std::memory_order_relaxed))
+            return;
+        elements = madeElements();
+        unmade->make = nullptr;
+        unmade->isDone.store(true, std::memory_order_release);
+    }
 };
 
 Value const& Array::Iterator::operator*() const
 {
-    return m_chunk->elements[static_cast<std::size_t>(m_position - m_chunk->first)];
+    return m_chunk->at(m_position);
 }
 
 Array::Iterator& Array::Iterator::operator++()
@@ -110,10 +175,41 @@ Array::Array(std::initializer_list<Value> elements)
         append(element);
 }
 
-Array::Array(std::vector<Value> const& elements)
+Array::Array(std::vector<Value> const& elements) : Array(std::vector<Value>(elements)) { }
+
+Array::Array(std::vector<Value>&& elements)
 {
+    if (elements.empty() || elements.size() > largestChunk) {
+        for (auto& element : elements)
+            append(std::move(element));
+        return;
+    }
     for (auto const& element : elements)
-        append(element);
+        note(element);
+    m_end = elements.size();
+    m_head = m_tail = std::make_shared<Chunk>(makeLineage(), std::move(elements));
+}
+
+Array::Array(std::vector<Part> parts)
+{
+    auto const lineage = makeLineage();
+    for (auto& part : parts) {
+        if (part.count == 0)
+            continue;
+        m_nesting = std::max(m_nesting, part.nesting + 1);
+        m_kinds = static_cast<std::uint8_t>(m_kinds | part.kinds);
+        auto const count = part.count;
+        auto chunk = std::make_shared<Chunk>(lineage, m_end, std::move(part));
+        if (m_tail) {
+            // Whoever appended here last went on to the next link.
+            m_tail->claimed = m_tail->capacity + 1;
+            m_tail->next = chunk;
+        } else {
+            m_head = chunk;
+        }
+        m_tail = std::move(chunk);
+        m_end += count;
+    }
 }
 
 Array::Iterator Array::begin() const
@@ -134,13 +230,34 @@ Value const& Array::at(std::size_t index) const
     auto const* chunk = position >= m_tail->first ? m_tail.get() : m_head.get();
     while (position >= chunk->end())
         chunk = chunk->next.get();
-    return chunk->elements[static_cast<std::size_t>(position - chunk->first)];
+    return chunk->at(position);
+}
+
+bool Array::visit(std::function<bool(Value const&)> const& visit) const
+{
+    auto const* chunk = m_head.get();
+    for (auto position = m_begin; position != m_end;) {
+        if (position == chunk->end())
+            chunk = chunk->next.get();
+        std::vector<Value> temporary;
+        auto const& elements = chunk->elementsOr(temporary);
+        for (auto const end = std::min(m_end, chunk->end()); position != end; ++position) {
+            if (!visit(elements[static_cast<std::size_t>(position - chunk->first)]))
+                return false;
+        }
+    }
+    return true;
+}
+
+void Array::note(Value const& element)
+{
+    m_nesting = std::max(m_nesting, element.nesting() + 1);
+    m_kinds = static_cast<std::uint8_t>(m_kinds | (1U << static_cast<unsigned>(element.kind())));
 }
 
 void Array::append(Value element)
 {
-    m_nesting = std::max(m_nesting, element.nesting() + 1);
-    m_kinds = static_cast<std::uint8_t>(m_kinds | (1U << static_cast<unsigned>(element.kind())));
+    note(element);
     if (!m_tail)
         m_head = m_tail = std::make_shared<Chunk>(makeLineage(), m_end, smallestChunk);
     if (!m_tail->claim(m_end)) {

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <iterator>
 #include <memory>
@@ -21,7 +22,7 @@ namespace zelvora::platform {
 ///     Array const longer = queue.appending(3).droppingFirst(1); // queue is still 1, 2
 ///
 /// Versions may be used on different threads at once. A version keeps in memory what was appended after it; dropped
-/// elements are freed in chunks of at most 512.
+/// elements are freed in chunks of at most 512, or by parts.
 class ZELVORA_API Array final {
     struct Chunk;
 
@@ -60,9 +61,23 @@ public:
         std::size_t firstAppended = 0;
     };
 
+    /// Consecutive elements that are made when one of them is first read, such as those that a store keeps encoded.
+    struct Part {
+        std::size_t count = 0;
+        /// The deepest nesting of an element, or more.
+        std::size_t nesting = 0;
+        /// One bit for each kind that an element may be of: the kind's number is the bit's place.
+        std::uint8_t kinds = 0;
+        /// Makes the elements, all `count` of them. Called on the thread that reads one, possibly more than once, but
+        /// never after it was called for a reader that needs the elements to stay.
+        std::function<std::vector<Value>()> make;
+    };
+
     Array() = default;
     Array(std::initializer_list<Value> elements);
     explicit Array(std::vector<Value> const& elements);
+    explicit Array(std::vector<Value>&& elements);
+    explicit Array(std::vector<Part> parts);
 
     [[nodiscard]] std::size_t size() const { return static_cast<std::size_t>(m_end - m_begin); }
     [[nodiscard]] bool isEmpty() const { return m_begin == m_end; }
@@ -71,6 +86,10 @@ public:
 
     /// An index that is not below `size()` stops the process. Walks the chunks: iterate to read many elements.
     [[nodiscard]] Value const& at(std::size_t index) const;
+
+    /// Calls `visit` with the elements in their order, until it returns false; returns whether it never did. Elements
+    /// of a part that have to be made for it are not kept, so that a long array can be read in little memory.
+    bool visit(std::function<bool(Value const&)> const& visit) const;
 
     [[nodiscard]] Array appending(Value element) const;
     /// Without the first `count` elements; empty if there are no more than that.
@@ -92,6 +111,7 @@ public:
 
 private:
     void append(Value element);
+    void note(Value const& element);
 
     std::shared_ptr<Chunk> m_head;
     std::shared_ptr<Chunk> m_tail;

@@ -46,7 +46,7 @@ public:
     }
     bool end_object() override { return close(Dictionary(std::move(std::get<Members>(m_open.back()).entries))); }
     bool start_array(std::size_t) override { return open(Elements {}); }
-    bool end_array() override { return close(platform::Array(std::get<Elements>(m_open.back()))); }
+    bool end_array() override { return close(platform::Array(std::move(std::get<Elements>(m_open.back())))); }
     bool parse_error(std::size_t position, std::string const&, JSON::exception const&) override
     {
         return refuse("it is malformed at byte " + std::to_string(position));
@@ -82,16 +82,18 @@ private:
         return true;
     }
 
-    bool add(Value value)
+    // What the value is made of, because it is made in its place: moving one is not free.
+    template<typename Content>
+    bool add(Content&& content)
     {
         if (m_open.empty())
             return refuse("its top level is neither an array nor an object");
         if (auto* elements = std::get_if<Elements>(&m_open.back())) {
-            elements->push_back(std::move(value));
+            elements->emplace_back(std::forward<Content>(content));
             return true;
         }
         auto& members = std::get<Members>(m_open.back());
-        members.entries.emplace_back(std::move(members.key), std::move(value));
+        members.entries.emplace_back(std::move(members.key), std::forward<Content>(content));
         return true;
     }
 

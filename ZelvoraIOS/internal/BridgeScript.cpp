@@ -2,7 +2,6 @@
 
 #include "ZelvoraIOS/ZelvoraJavascriptInterface.h"
 #include "ZelvoraIOS/ZelvoraSDK/internal/SDKCore.h"
-#include "ZelvoraPlatform/Foundation/Array.h"
 #include "ZelvoraPlatform/Foundation/UTF8.h"
 #include "ZelvoraPlatform/Platform.h"
 
@@ -79,11 +78,8 @@ static_assert(fixedLength() == scriptLength);
 
 std::string customKeys()
 {
-    platform::Array names;
-    for (auto const& name : SDKCore::shared().customActions.names())
-        names = names.appending(name);
-    auto const written =
-        platform::Platform::current().jsonSerialization().data(names, platform::JSONWritingOptions::None);
+    auto const written = platform::Platform::current().jsonSerialization().data(
+        SDKCore::shared().customActions.names(), platform::JSONWritingOptions::None);
     if (!written)
         return "[]";
     return platform::decodeUTF8(written->bytes).value_or("[]");

@@ -76,7 +76,7 @@ TEST_F(CustomActionsTest, AnActionIsFoundUnderItsNameOnly)
     ASSERT_TRUE(actions.find("share"));
     actions.find("share")(std::nullopt);
     EXPECT_EQ(calls, 1);
-    EXPECT_EQ(actions.names(), (std::vector<std::string> { "pay", "share" }));
+    EXPECT_EQ(actions.names(), (platform::Array { "pay", "share" }));
 }
 
 TEST_F(CustomActionsTest, AnEmptyActionKeepsItsName)

@@ -1,6 +1,7 @@
 #include "ZelvoraIOS/ZelvoraSDK/internal/CustomActions.h"
 
 #include <utility>
+#include <vector>
 
 namespace zelvora::internal {
 
@@ -31,14 +32,14 @@ ZelvoraSDK::CustomAction CustomActions::find(std::string const& functionName) co
     return found.function();
 }
 
-std::vector<std::string> CustomActions::names() const
+platform::Array CustomActions::names() const
 {
+    std::vector<platform::Value> names;
     std::scoped_lock const lock(m_mutex);
-    std::vector<std::string> names;
     names.reserve(m_table.size());
     for (auto const& [name, action] : m_table)
-        names.push_back(name);
-    return names;
+        names.emplace_back(name);
+    return platform::Array(std::move(names));
 }
 
 CustomActions::Table CustomActions::table() const

@@ -2,11 +2,11 @@
 
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
 #include "ZelvoraIOS/ZelvoraSDK/internal/HostCallback.h"
+#include "ZelvoraPlatform/Foundation/Array.h"
 
 #include <map>
 #include <mutex>
 #include <string>
-#include <vector>
 
 namespace zelvora::internal {
 
@@ -18,7 +18,7 @@ public:
     [[nodiscard]] ZelvoraSDK::CustomActions all() const;
     /// Empty if there is none under this name.
     [[nodiscard]] ZelvoraSDK::CustomAction find(std::string const& functionName) const;
-    [[nodiscard]] std::vector<std::string> names() const;
+    [[nodiscard]] platform::Array names() const;
 
 private:
     using Table = std::map<std::string, HostCallback<ZelvoraSDK::CustomAction>>;

@@ -74,57 +74,58 @@ ChangeSize appendExtend(std::string& payload, std::string_view key, Array const&
     return { .kind = ChangeKind::Extend, .dropped = difference.dropped, .bytes = payload.size() - before };
 }
 
-std::optional<JournalChange> readSet(ByteReader& in, std::string_view key, std::size_t before)
+bool readSet(ByteReader& in, JournalChange& change)
 {
-    auto value = readValue(in);
-    if (!value)
-        return std::nullopt;
-    JournalChange change;
-    change.size = { .kind = ChangeKind::Set, .dropped = 0, .bytes = before - in.remaining() };
-    change.key = key;
-    change.value = *std::move(value);
-    return change;
+    auto const before = in.rest();
+    auto const shape = skipValue(in);
+    if (!shape)
+        return false;
+    change.bytes = before.substr(0, before.size() - in.remaining());
+    change.shape = *shape;
+    return true;
 }
 
-std::optional<JournalChange> readExtend(ByteReader& in, std::string_view key)
+bool readExtend(ByteReader& in, JournalChange& change)
 {
     auto const dropped = in.varint();
     auto const count = in.varint();
     if (!dropped || !count)
-        return std::nullopt;
-    JournalChange change;
-    change.key = key;
-    auto const before = in.remaining();
+        return false;
+    auto const before = in.rest();
     for (std::uint64_t i = 0; i < *count; ++i) {
-        auto element = readValue(in, Value::maximumNesting - 1);
-        if (!element)
-            return std::nullopt;
-        change.appended.push_back(*std::move(element));
+        auto const shape = skipValue(in, Value::maximumNesting - 1);
+        if (!shape)
+            return false;
+        change.shape = *shape;
     }
-    change.size = {
-        .kind = ChangeKind::Extend, .dropped = static_cast<std::size_t>(*dropped), .bytes = before - in.remaining()
-    };
-    return change;
+    change.bytes = before.substr(0, before.size() - in.remaining());
+    change.appended = *count;
+    change.size.dropped = static_cast<std::size_t>(*dropped);
+    change.size.bytes = change.bytes.size();
+    return true;
 }
 
-std::optional<JournalChange> readChange(ByteReader& in)
+bool readChange(ByteReader& in, JournalChange& change)
 {
     auto const before = in.remaining();
     auto const kind = in.byte();
     auto const key = in.lengthPrefixed();
     if (!key)
-        return std::nullopt;
-    switch (static_cast<ChangeKind>(*kind)) {
+        return false;
+    change.key = *key;
+    change.size.kind = static_cast<ChangeKind>(*kind);
+    switch (change.size.kind) {
     case ChangeKind::Set:
-        return readSet(in, *key, before);
+        if (!readSet(in, change))
+            return false;
+        change.size.bytes = before - in.remaining();
+        return true;
     case ChangeKind::Extend:
-        return readExtend(in, *key);
+        return readExtend(in, change);
     case ChangeKind::Remove:
-        JournalChange change;
-        change.key = *key;
-        return change;
+        return true;
     }
-    return std::nullopt;
+    return false;
 }
 
 }
@@ -157,16 +158,14 @@ void appendSetPrefix(std::string& payload, std::string_view key)
     appendPrefix(payload, ChangeKind::Set, key);
 }
 
-std::optional<std::vector<JournalChange>> readChanges(std::string_view payload)
+bool readChanges(std::string_view payload, std::vector<JournalChange>& changes)
 {
-    std::vector<JournalChange> changes;
+    changes.clear();
     for (ByteReader in { payload }; !in.isAtEnd();) {
-        auto change = readChange(in);
-        if (!change)
-            return std::nullopt;
-        changes.push_back(*std::move(change));
+        if (!readChange(in, changes.emplace_back()))
+            return false;
     }
-    return changes;
+    return true;
 }
 
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraAdapters/shared/Journal/internal/ValueCoding.h"
 #include "ZelvoraPlatform/Foundation/Value.h"
 
 #include <cstddef>
@@ -27,10 +28,12 @@ struct ChangeSize {
 struct JournalChange {
     ChangeSize size;
     std::string_view key;
-    /// For Set.
-    platform::Value value;
-    /// For Extend.
-    std::vector<platform::Value> appended;
+    /// For Set the encoded value, for Extend the encoded elements that it appends. They have been checked.
+    std::string_view bytes;
+    /// For Extend: how many elements it appends.
+    std::uint64_t appended = 0;
+    /// That of the value for Set, or of the last appended element.
+    ValueShape shape;
 };
 
 /// Appends the change from the stored value of a key to a new one; nullptr is no value. Appends nothing and returns
@@ -42,7 +45,7 @@ std::optional<ChangeSize> appendChange(
 /// Appends the beginning of a Set change; the encoded value must follow.
 void appendSetPrefix(std::string& payload, std::string_view key);
 
-/// Absent if the payload is not a sequence of complete changes.
-[[nodiscard]] std::optional<std::vector<JournalChange>> readChanges(std::string_view payload);
+/// Replaces `changes` by those of the payload. False if it is not a sequence of complete changes.
+[[nodiscard]] bool readChanges(std::string_view payload, std::vector<JournalChange>& changes);
 
 }

@@ -2,6 +2,7 @@
 
 #include "ZelvoraAdapters/shared/Journal/internal/JournalRecord.h"
 #include "ZelvoraAdapters/shared/Journal/internal/JournalRecordReader.h"
+#include "ZelvoraAdapters/shared/Journal/internal/JournalReplay.h"
 #include "ZelvoraAdapters/shared/Journal/internal/KeptFiles.h"
 
 #include <fcntl.h>
@@ -196,11 +197,11 @@ std::expected<JournalRecordReader::Stop, FileFailure> JournalFile::replay(Journa
     if (!size)
         return std::unexpected(size.error());
     JournalRecordReader reader { m_operations, number(), m_path, m_end, m_checksum, *size };
+    JournalReplay replay { table };
     auto stop = JournalRecordReader::Stop::EndOfFile;
     while (auto const payload = reader.next()) {
-        auto changes = readChanges(*payload);
         // A record that is intact but makes no sense is corruption, too.
-        if (!changes || !table.apply(*std::move(changes))) {
+        if (!replay.apply(*payload)) {
             stop = JournalRecordReader::Stop::Corruption;
             break;
         }

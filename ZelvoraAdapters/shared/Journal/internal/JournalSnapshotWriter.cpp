@@ -56,12 +56,13 @@ std::expected<void, FileFailure> JournalSnapshotWriter::writeEntry(std::string c
         return flushAbove(pieceSize);
     }
     appendArrayPrefix(m_pending, array->size());
-    for (auto const& element : *array) {
+    std::expected<void, FileFailure> flushed;
+    array->visit([&](platform::Value const& element) {
         appendValue(m_pending, element);
-        if (auto flushed = flushAbove(pieceSize); !flushed)
-            return flushed;
-    }
-    return {};
+        flushed = flushAbove(pieceSize);
+        return flushed.has_value();
+    });
+    return flushed;
 }
 
 std::expected<void, FileFailure> JournalSnapshotWriter::flushAbove(std::size_t limit)

@@ -3,6 +3,7 @@
 #include "ZelvoraPlatform/Foundation/Array.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zelvora::shared {
 
@@ -11,15 +12,14 @@ using platform::Value;
 namespace {
 
 // The size of a single element is not known, so dropped elements count as average ones.
-std::uint64_t estimatedBytes(JournalTable::Entry const& entry, std::size_t dropped)
+std::uint64_t estimatedBytes(std::uint64_t bytes, std::size_t elements, std::size_t dropped)
 {
     if (dropped == 0)
         return 0;
-    auto const* const array = entry.value.array();
-    if (!array || dropped >= array->size())
-        return entry.bytes;
-    auto const share = static_cast<double>(dropped) / static_cast<double>(array->size());
-    return static_cast<std::uint64_t>(static_cast<double>(entry.bytes) * share);
+    if (dropped >= elements)
+        return bytes;
+    auto const share = static_cast<double>(dropped) / static_cast<double>(elements);
+    return static_cast<std::uint64_t>(static_cast<double>(bytes) * share);
 }
 
 }
@@ -36,59 +36,25 @@ Value const* JournalTable::value(std::string const& key) const
     return found != m_entries.end() ? &found->second.value : nullptr;
 }
 
-bool JournalTable::apply(std::vector<JournalChange> changes)
-{
-    if (!std::ranges::all_of(changes, [this](JournalChange const& change) { return isApplicable(change); }))
-        return false;
-    for (auto& change : changes)
-        applyChange(change);
-    return true;
-}
-
-bool JournalTable::isApplicable(JournalChange const& change) const
-{
-    if (change.size.kind != ChangeKind::Extend)
-        return true;
-    auto const* const stored = value(std::string { change.key });
-    auto const* const array = stored ? stored->array() : nullptr;
-    return array && change.size.dropped <= array->size();
-}
-
-void JournalTable::applyChange(JournalChange& change)
-{
-    std::string const key { change.key };
-    auto* const found = find(key);
-    switch (change.size.kind) {
-    case ChangeKind::Set:
-        return commit(key, found, std::move(change.value), change.size);
-    case ChangeKind::Remove:
-        return remove(key);
-    case ChangeKind::Extend:
-        break;
-    }
-    // Can only fail if a record changes one key twice, which we never write. Such a change is ignored.
-    auto const* const stored = found ? found->value.array() : nullptr;
-    if (!stored)
-        return;
-    auto array = stored->droppingFirst(change.size.dropped);
-    for (auto& element : change.appended)
-        array = array.appending(std::move(element));
-    commit(key, found, Value { std::move(array) }, change.size);
-}
-
 void JournalTable::commit(std::string const& key, Entry* found, Value value, ChangeSize size)
 {
     auto& entry = found ? *found : m_entries[key];
+    auto const* const array = entry.value.array();
+    account(entry, size, array ? array->size() : 0);
+    entry.value = std::move(value);
+}
+
+void JournalTable::account(Entry& entry, ChangeSize size, std::size_t elements)
+{
     m_liveBytes -= entry.bytes;
     if (size.kind == ChangeKind::Set) {
         entry.bytes = size.bytes;
         entry.version = ++m_lastVersion;
     } else {
-        entry.bytes -= estimatedBytes(entry, size.dropped);
+        entry.bytes -= estimatedBytes(entry.bytes, elements, size.dropped);
         entry.bytes += size.bytes;
     }
     m_liveBytes += entry.bytes;
-    entry.value = std::move(value);
 }
 
 void JournalTable::remove(std::string const& key)

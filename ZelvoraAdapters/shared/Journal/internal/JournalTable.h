@@ -3,10 +3,10 @@
 #include "ZelvoraAdapters/shared/Journal/internal/JournalChange.h"
 #include "ZelvoraPlatform/Foundation/Value.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
 namespace zelvora::shared {
@@ -32,10 +32,11 @@ public:
     [[nodiscard]] Entry* find(std::string const& key);
     [[nodiscard]] platform::Value const* value(std::string const& key) const;
 
-    /// Applies all changes, or none if one is not applicable, such as one that extends a value that is not an array.
-    [[nodiscard]] bool apply(std::vector<JournalChange> changes);
     /// Stores a value after its change was written. `found` is the result of `find` for the key.
     void commit(std::string const& key, Entry* found, platform::Value value, ChangeSize size);
+    /// Accounts for a change of an entry that had so many elements, if it was an array, and leaves its value to the
+    /// caller.
+    void account(Entry& entry, ChangeSize size, std::size_t elements);
     void remove(std::string const& key);
 
     [[nodiscard]] std::uint64_t liveBytes() const { return m_liveBytes; }
@@ -46,9 +47,6 @@ public:
 
 private:
     using Entries = std::unordered_map<std::string, Entry>;
-
-    [[nodiscard]] bool isApplicable(JournalChange const& change) const;
-    void applyChange(JournalChange& change);
 
     Entries m_entries;
     std::uint64_t m_liveBytes = 0;

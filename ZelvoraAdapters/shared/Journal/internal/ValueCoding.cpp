@@ -6,7 +6,9 @@
 #include "ZelvoraPlatform/Foundation/Date.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 
+#include <algorithm>
 #include <bit>
+#include <cstdint>
 #include <string_view>
 #include <utility>
 
@@ -91,6 +93,8 @@ std::optional<Value> readDictionary(ByteReader& in, std::size_t nesting)
     if (!count || nesting == 0)
         return std::nullopt;
     Dictionary::Entries entries;
+    // A damaged count may be anything, but an entry has two bytes at least.
+    entries.reserve(static_cast<std::size_t>(std::min<std::uint64_t>(*count, in.remaining() / 2)));
     for (std::uint64_t i = 0; i < *count; ++i) {
         auto const key = in.lengthPrefixed();
         if (!key)
@@ -101,6 +105,23 @@ std::optional<Value> readDictionary(ByteReader& in, std::size_t nesting)
         entries.emplace_back(std::string { *key }, *std::move(value));
     }
     return Value { Dictionary { std::move(entries) } };
+}
+
+std::optional<ValueShape> skipContainer(ByteReader& in, Value::Kind kind, std::size_t nesting)
+{
+    auto const count = in.varint();
+    if (!count || nesting == 0)
+        return std::nullopt;
+    ValueShape shape { .kind = kind, .nesting = 1 };
+    for (std::uint64_t i = 0; i < *count; ++i) {
+        if (kind == Value::Kind::Dictionary && !in.lengthPrefixed())
+            return std::nullopt;
+        auto const item = skipValue(in, nesting - 1);
+        if (!item)
+            return std::nullopt;
+        shape.nesting = std::max(shape.nesting, item->nesting + 1);
+    }
+    return shape;
 }
 
 }
@@ -164,6 +185,39 @@ std::optional<Value> readValue(ByteReader& in, std::size_t nesting)
         return readArray(in, nesting);
     case ValueTag::Dictionary:
         return readDictionary(in, nesting);
+    }
+    return std::nullopt;
+}
+
+std::optional<ValueShape> skipValue(ByteReader& in, std::size_t nesting)
+{
+    using Kind = Value::Kind;
+    auto const tag = in.byte();
+    if (!tag)
+        return std::nullopt;
+    auto const shapeIf = [](bool isThere, Kind kind) {
+        return isThere ? std::optional(ValueShape { .kind = kind }) : std::nullopt;
+    };
+    switch (static_cast<ValueTag>(*tag)) {
+    case ValueTag::Null:
+        return ValueShape { .kind = Kind::Null };
+    case ValueTag::False:
+    case ValueTag::True:
+        return ValueShape { .kind = Kind::Boolean };
+    case ValueTag::Number:
+    case ValueTag::Unsigned:
+    case ValueTag::Signed:
+        return shapeIf(in.fixed64().has_value(), Kind::Number);
+    case ValueTag::Date:
+        return shapeIf(in.fixed64().has_value(), Kind::Date);
+    case ValueTag::Text:
+        return shapeIf(in.lengthPrefixed().has_value(), Kind::Text);
+    case ValueTag::Data:
+        return shapeIf(in.lengthPrefixed().has_value(), Kind::Data);
+    case ValueTag::Array:
+        return skipContainer(in, Kind::Array, nesting);
+    case ValueTag::Dictionary:
+        return skipContainer(in, Kind::Dictionary, nesting);
     }
     return std::nullopt;
 }

@@ -23,4 +23,15 @@ void appendArrayPrefix(std::string& out, std::size_t count);
 [[nodiscard]] std::optional<platform::Value> readValue(
     ByteReader& in, std::size_t nesting = platform::Value::maximumNesting);
 
+/// What is known of an encoded value without making it.
+struct ValueShape {
+    platform::Value::Kind kind = platform::Value::Kind::Null;
+    /// As `Value::nesting`, or more if the bytes repeat a key.
+    std::size_t nesting = 0;
+};
+
+/// Reads past the value that `readValue` would make; absent if it would make none.
+[[nodiscard]] std::optional<ValueShape> skipValue(
+    ByteReader& in, std::size_t nesting = platform::Value::maximumNesting);
+
 }

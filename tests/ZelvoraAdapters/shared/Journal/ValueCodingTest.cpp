@@ -38,6 +38,21 @@ std::optional<Value> decoded(std::string const& bytes)
     return in.isAtEnd() ? value : std::nullopt;
 }
 
+// Whether skipping the value comes to the same as reading it.
+void expectSkippedAsRead(std::string const& bytes)
+{
+    shared::ByteReader reader { bytes };
+    shared::ByteReader skipper { bytes };
+    auto const value = shared::readValue(reader);
+    auto const shape = shared::skipValue(skipper);
+    ASSERT_EQ(shape.has_value(), value.has_value());
+    if (!value)
+        return;
+    EXPECT_EQ(skipper.remaining(), reader.remaining());
+    EXPECT_EQ(shape->kind, value->kind());
+    EXPECT_GE(shape->nesting, value->nesting());
+}
+
 Value nested(std::size_t levels)
 {
     Value value { Array {} };
@@ -56,6 +71,7 @@ TEST_P(ValueCodingTest, ReadsBackAsTheSameValueOfTheSameKind)
     ASSERT_TRUE(value);
     EXPECT_EQ(value->kind(), GetParam().kind());
     EXPECT_EQ(*value, GetParam());
+    expectSkippedAsRead(encoded(GetParam()));
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, ValueCodingTest,
@@ -98,6 +114,8 @@ TEST(ValueCodingBitsTest, ReadsTheDeepestValueAndNothingDeeper)
     ASSERT_TRUE(value);
     EXPECT_EQ(*value, deepest);
     EXPECT_FALSE(decoded(encoded(nested(Value::maximumNesting + 1))));
+    expectSkippedAsRead(encoded(deepest));
+    expectSkippedAsRead(encoded(nested(Value::maximumNesting + 1)));
 }
 
 TEST(ValueCodingBitsTest, TrustsNoLength)
@@ -116,12 +134,15 @@ TEST(ValueCodingBitsTest, SurvivesAnyBytes)
     auto const whole = encoded(Array { "text", Dictionary { { "key", Array { 1.5, Null {} } } }, Data { "bytes" } });
     for (std::size_t cut = 0; cut < whole.size(); ++cut)
         EXPECT_FALSE(decoded(whole.substr(0, cut))) << cut;
+    for (std::size_t cut = 0; cut < whole.size(); ++cut)
+        expectSkippedAsRead(whole.substr(0, cut));
     std::mt19937 random { 11 };
     int read = 0;
     for (int i = 0; i < 20'000; ++i) {
         auto bytes = whole;
         for (int changes = 0; changes < 3; ++changes)
             bytes[random() % bytes.size()] = static_cast<char>(random());
+        expectSkippedAsRead(bytes);
         // What can be read at all can be written and read again.
         if (auto const value = decoded(bytes)) {
             ++read;

@@ -53,6 +53,14 @@ std::string preferencesFile(std::filesystem::path const& dataDirectory)
     return dataDirectory / "preferences.journal";
 }
 
+// A host starts no later because of a long queue: the SDK reads the preferences on a thread of its own.
+shared::JournalOptions preferencesOptions()
+{
+    shared::JournalOptions options;
+    options.opening = shared::JournalOpening::InBackground;
+    return options;
+}
+
 // GLib writes it to the system's journal if standard error leads there, and to standard error otherwise.
 void warn(std::string const& line)
 {
@@ -106,7 +114,7 @@ struct Platform::Services {
         : options(withReadableCertificates(std::move(hostOptions)))
         , directory(dataDirectoryFor(options))
         , mainBundle(options.bundleIdentifier)
-        , userDefaults(preferencesFile(directory), warn)
+        , userDefaults(preferencesFile(directory), warn, preferencesOptions())
         , urlSession(urlSessionOptions(options))
         , trackingStore(directory)
         , trackingManager(trackingStore, options.appName)

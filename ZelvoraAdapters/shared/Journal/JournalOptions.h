@@ -7,6 +7,10 @@ namespace zelvora::shared {
 
 class FileOperations;
 
+/// Whether a journal reads its file before its constructor returns, or on a thread of its own. Then whoever needs a
+/// value first waits until it is read.
+enum class JournalOpening : std::uint8_t { BeforeReturning, InBackground };
+
 /// How a preferences journal behaves. The defaults are for apps; tests change them.
 struct JournalOptions {
     /// The longest time that a write stays unsynced.
@@ -17,6 +21,7 @@ struct JournalOptions {
     std::chrono::milliseconds lockTimeout { 3000 };
     /// How long the lock is kept for further changes, while other processes and instances wait for it.
     std::chrono::microseconds turnLength { 1000 };
+    JournalOpening opening = JournalOpening::BeforeReturning;
     /// A test's file system, which must outlive the journal; nullptr is the system's.
     FileOperations* fileOperations = nullptr;
 };

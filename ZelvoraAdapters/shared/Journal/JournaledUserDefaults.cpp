@@ -33,10 +33,11 @@ JournaledUserDefaults::JournaledUserDefaults(std::string path, LogError logError
     , m_journal(std::make_unique<Journal>(std::move(path), options))
     , m_turnLength(options.turnLength)
 {
+    if (options.opening == JournalOpening::BeforeReturning)
+        open();
     m_turnThread = startWithoutSignals([this] { runTurnThread(); });
     m_syncThread = startWithoutSignals([this] { runSyncThread(); });
     m_compactionThread = startWithoutSignals([this] { runCompactionThread(); });
-    withJournal([](Journal&) { });
 }
 
 JournaledUserDefaults::~JournaledUserDefaults()
@@ -61,11 +62,20 @@ void JournaledUserDefaults::withJournal(Work work)
     std::vector<std::string> lines;
     {
         std::lock_guard const lock { m_mutex };
+        if (!m_journal->isOpen()) {
+            m_journal->open();
+            wakeThreads(false, false);
+        }
         work(*m_journal);
         tendTurn();
         lines = m_journal->takeLogLines();
     }
     log(lines);
+}
+
+void JournaledUserDefaults::open()
+{
+    withJournal([](Journal&) { });
 }
 
 std::optional<Value> JournaledUserDefaults::object(std::string const& key)
@@ -152,10 +162,11 @@ void JournaledUserDefaults::synchronize()
     {
         std::lock_guard const syncLock { m_syncMutex };
         std::unique_lock lock { m_mutex };
-        if (auto const work = m_journal->beginSync()) {
+        if (auto work = m_journal->beginSync()) {
             tendTurn();
             lock.unlock();
             auto const result = m_journal->sync(*work);
+            work->replaced.clear();
             lock.lock();
             m_journal->endSync(*work, result);
         }
@@ -169,6 +180,7 @@ void JournaledUserDefaults::synchronize()
 
 void JournaledUserDefaults::runSyncThread()
 {
+    open();
     std::unique_lock lock { m_mutex };
     while (!m_isEnding) {
         auto const due = m_journal->syncDue();

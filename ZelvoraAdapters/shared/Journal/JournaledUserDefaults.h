@@ -53,7 +53,8 @@ public:
     /// Called with one line for the log, on any thread, with no lock held.
     using LogError = std::function<void(std::string const& line)>;
 
-    /// Opens or creates the file and its directory. Failing to do so is logged and retried with each change.
+    /// Opens or creates the file and its directory, in the background if the options say so. Failing to do so is logged
+    /// and retried with each change.
     JournaledUserDefaults(std::string path, LogError logError, JournalOptions const& options = {});
     ~JournaledUserDefaults() override;
     JournaledUserDefaults(JournaledUserDefaults const&) = delete;
@@ -74,6 +75,8 @@ private:
     /// Calls the work with the journal and does what it makes necessary.
     template<typename Work>
     void withJournal(Work work);
+    /// Opens the journal unless it is open.
+    void open();
     void wakeThreads(bool wasSyncDue, bool wasCompactionNeeded);
     void tendTurn();
     void runTurnThread();

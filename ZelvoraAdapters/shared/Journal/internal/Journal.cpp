@@ -2,6 +2,7 @@
 
 #include "ZelvoraAdapters/shared/Journal/internal/JournalChange.h"
 #include "ZelvoraAdapters/shared/Journal/internal/JournalRecord.h"
+#include "ZelvoraPlatform/Foundation/Array.h"
 
 #include <cerrno>
 #include <filesystem>
@@ -13,6 +14,9 @@ namespace zelvora::shared {
 using platform::Value;
 
 namespace {
+
+// So many elements are freed by the next sync, on its own thread, because that takes longer than the change.
+constexpr std::size_t manyElements = 64;
 
 // A larger buffer is freed after its write.
 constexpr std::size_t keptRecordCapacity = 1024UL * 1024;
@@ -36,6 +40,11 @@ Journal::Journal(std::string path, JournalOptions const& options)
     , m_sharedFile(m_operations, m_path, options.lockTimeout)
     , m_compactionThreshold(options.minimumCompactionSize)
 {
+}
+
+void Journal::open()
+{
+    m_isOpen = true;
     if (auto locked = lock(); !locked)
         didFailToWrite(locked.error());
     m_needsCompaction = isMostlyGarbage();
@@ -89,11 +98,23 @@ void Journal::setObject(std::optional<Value> value, std::string const& key)
         return;
     if (auto written = m_sharedFile.file()->append(m_record); !written)
         return keepPending(std::move(value), key, written.error());
+    if (entry)
+        keepReplaced(entry->value, *change);
     if (value)
         table.commit(key, entry, *std::move(value), *change);
     else
         table.remove(key);
     didWrite();
+}
+
+void Journal::keepReplaced(Value const& value, ChangeSize const& change)
+{
+    auto const* const array = value.array();
+    if (!array)
+        return;
+    auto const freed = change.kind == ChangeKind::Extend ? change.dropped : array->size();
+    if (freed >= manyElements)
+        m_replaced.push_back(value);
 }
 
 void Journal::writePending()
@@ -165,7 +186,11 @@ std::optional<Journal::SyncWork> Journal::beginSync()
         return std::nullopt;
     m_syncDue.reset();
     auto file = std::exchange(m_hasUnsyncedWrites, false) ? m_sharedFile.file() : nullptr;
-    return SyncWork { .file = std::move(file), .includesDirectory = m_sharedFile.takeDirectoryChange() };
+    return SyncWork {
+        .file = std::move(file),
+        .includesDirectory = m_sharedFile.takeDirectoryChange(),
+        .replaced = std::exchange(m_replaced, {}),
+    };
 }
 
 std::expected<void, Journal::SyncFailure> Journal::sync(SyncWork const& work) const

@@ -28,6 +28,10 @@ class Journal final {
 public:
     Journal(std::string path, JournalOptions const& options);
 
+    /// Reads the file. Call it once, before anything else.
+    void open();
+    [[nodiscard]] bool isOpen() const { return m_isOpen; }
+
     /// Whether the file is locked.
     [[nodiscard]] bool hasTurn() const { return m_sharedFile.isLocked(); }
     void endTurn() { m_sharedFile.unlock(); }
@@ -42,6 +46,8 @@ public:
         /// nullptr if only the directory must be synced.
         std::shared_ptr<JournalFile const> file;
         bool includesDirectory = false;
+        /// Long arrays that were replaced since the last sync, to be destroyed without a mutex.
+        std::vector<platform::Value> replaced;
     };
     struct SyncFailure {
         enum class Part : std::uint8_t { File, Directory };
@@ -64,6 +70,7 @@ public:
 
 private:
     [[nodiscard]] std::expected<void, FileFailure> lock();
+    void keepReplaced(platform::Value const& value, ChangeSize const& change);
     void keepPending(std::optional<platform::Value> value, std::string const& key, FileFailure const& failure);
     void writePending();
     void didWrite();
@@ -78,9 +85,11 @@ private:
     SharedJournalFile m_sharedFile;
     /// Changes that could not be written yet; absent means removed.
     std::unordered_map<std::string, std::optional<platform::Value>> m_pending;
+    std::vector<platform::Value> m_replaced;
     /// Reused, to allocate less.
     std::string m_record;
     std::optional<std::chrono::steady_clock::time_point> m_syncDue;
+    bool m_isOpen = false;
     bool m_hasUnsyncedWrites = false;
     std::uint64_t m_compactionThreshold;
     bool m_needsCompaction = false;

@@ -136,7 +136,7 @@ void measureEvents(std::filesystem::path const& folder)
     WriteFloor const floor(folder / "event.floor", eventBytes);
     auto const messages = makeMessages();
     auto const save = [&messages, number = std::size_t(0)]() mutable { handle(messages[++number % few]); };
-    Comparison const comparison(41, 200);
+    Comparison const comparison(401, 20);
     enqueue(few);
     comparison.print("an event, from handle to its write, 100 queued", save, "one write(2)", std::ref(floor));
     printAllocations("an event, from handle to its write", save);

@@ -1,5 +1,5 @@
-// What writing JSON costs, against the JSON library that reads it: converting a value to the library's own type, which
-// it needs, and writing that. Both check what JSON cannot represent and give the same text.
+// What writing and reading JSON costs, against the JSON library. To write, it needs the value converted to its own
+// type; both check what JSON cannot represent and give the same text. To read, both make values of their own.
 
 #include "ZelvoraAdapters/shared/JSON/JSONSerialization.h"
 #include "ZelvoraPlatform/Foundation/Array.h"
@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -109,19 +110,26 @@ void measure(std::string const& name, Value const& value)
     auto const ready = converted(value);
     auto const writeReady = [&] { theirs = ready.dump(); };
     bench::Comparison const comparison(401, 2);
-    comparison.print(name + " through the library", convertAndWrite, "our writer", write);
-    comparison.print(name + " in the library, already converted", writeReady, "our writer", write);
+    comparison.print("writing " + name, write, "the library", convertAndWrite);
+    comparison.print("writing " + name + ", already converted", write, "the library", writeReady);
     if (ours != theirs) {
         std::fprintf(stderr, "  The two texts differ.\n");
         std::exit(EXIT_FAILURE);
     }
+
+    platform::Data const data { ours };
+    std::optional<Value> read;
+    nlohmann::json parsed;
+    comparison.print(
+        "reading " + name, [&] { read = *serialization.jsonObject(data); }, "the library",
+        [&] { parsed = nlohmann::json::parse(data.bytes); });
 }
 
 }
 
 int main()
 {
-    std::fprintf(stderr, "Writing JSON\n");
+    std::fprintf(stderr, "JSON\n");
     measure("an upload of 500 events", makeUpload());
     measure("500 texts with escapes", makeTexts());
     measure("1,000 numbers", makeNumbers());

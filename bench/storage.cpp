@@ -110,7 +110,7 @@ void measureSet(std::filesystem::path const& folder)
     auto const setFewQueued = [&] { fewQueued.setObject(next(), "key"); };
     auto const setManyQueued = [&] { manyQueued.setObject(next(), "key"); };
     auto const setSQLite = [&] { sqlite.set("key", change()); };
-    Comparison const comparison(41, 500);
+    Comparison const comparison(401, 50);
     comparison.print("set of 100 bytes in the journal", set, "one write(2)", std::ref(floor));
     comparison.print("set of 100 bytes, the value made each time", setMade, "one write(2)", std::ref(floor));
     comparison.print("set with 100 queued events", setFewQueued, "one write(2)", std::ref(floor));
@@ -131,7 +131,7 @@ void measureQueue(std::filesystem::path const& folder)
     WriteFloor const floor(folder / "queue.floor", longQueue.bytesOfAppending());
 
     std::fprintf(stderr, "  (every line below adds about 8,000 events to the queues that it measures)\n");
-    Comparison const comparison(41, 200);
+    Comparison const comparison(401, 20);
     auto const appendLong = [&] { longQueue.append(); };
     auto const appendShort = [&] { shortQueue.append(); };
     auto const appendShortTable = [&] { shortTable.append(eventText); };
@@ -145,7 +145,7 @@ void measureQueue(std::filesystem::path const& folder)
     comparison.print("append to 100,000 rows in SQLite, WAL", appendLongTable, "the journal", appendLong);
 
     // The drops shrink the queue to about half. Their cost depends only on the number of events that are dropped.
-    Comparison const drops(21, 5);
+    Comparison const drops(51, 2);
     drops.print("drop 500 of 100,000 events", [&] { longQueue.dropFirst(500); }, "append to 100,000", appendLong);
 }
 

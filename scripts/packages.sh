@@ -2,8 +2,8 @@
 
 PACKAGES_BUILD=(
     cmake ninja-build pkgconf binutils libstdc++-12-dev libgtest-dev
-    libgtk-4-dev libadwaita-1-dev libwebkitgtk-6.0-dev libsoup-3.0-dev libsystemd-dev libsqlite3-dev nlohmann-json3-dev
-    gnutls-bin esbuild
+    libgtk-4-dev libadwaita-1-dev libwebkitgtk-6.0-dev libsoup-3.0-dev libsystemd-dev libsqlite3-dev libsimdjson-dev
+    nlohmann-json3-dev gnutls-bin esbuild
 )
 PACKAGES_GCC=(gcc-12 g++-12)
 PACKAGES_CLANG=(clang-19 lld-19)

@@ -68,8 +68,8 @@ public:
         std::size_t nesting = 0;
         /// One bit for each kind that an element may be of: the kind's number is the bit's place.
         std::uint8_t kinds = 0;
-        /// Makes the elements, all `count` of them. Called on the thread that reads one, possibly more than once, but
-        /// never after it was called for a reader that needs the elements to stay.
+        /// Makes the elements, all `count` of them, on the thread that reads one. They are kept, and it is not called
+        /// again. Only `visit` may have called it before.
         std::function<std::vector<Value>()> make;
     };
 

@@ -30,7 +30,7 @@ public:
     {
         std::unique_lock lock(m_mutex);
         if (!m_changed.wait_for(lock, std::chrono::seconds(30), [this] { return m_mayOpen; }))
-            m_hasTimedOut = true;
+            m_hasTimedOut = m_mayOpen = true;
         return FileOperations::open(path, flags, mode);
     }
 

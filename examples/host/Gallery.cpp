@@ -11,6 +11,7 @@ namespace zelvora::examples {
 void Gallery::makeSteps()
 {
     std::cerr << "\nA picture of every screen\n";
+    step("the service is as at its start", service().order("/reset", R"({ "collected": true })"));
     showHome();
     showLoading();
     showShop();

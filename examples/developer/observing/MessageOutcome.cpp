@@ -211,7 +211,7 @@ std::optional<Text> warningFor(Dictionary const& message)
 Outcome judge(Value const& body, Effects const& effects)
 {
     auto const* const message = body.dictionary();
-    if (!message || !effects.errors.empty() || (!effects.answer && !effects.action && !effects.didChange))
+    if (!message || (!effects.answer && !effects.action && !effects.didChange))
         return { .verdict = Verdict::Dropped, .explanation = dropped(body, effects) };
     if (effects.answer) {
         auto const answer = shortened(*effects.answer, mostShown);

@@ -137,4 +137,10 @@ TEST_F(MessageOutcomeTest, AMessageThatTheSDKSilentlyIgnoredIsNeverToldAsDone)
         judge(message("setItem", { { "key", "k" }, { "value", 1 } }), {}).explanation.english, "the SDK did nothing");
 }
 
+TEST_F(MessageOutcomeTest, AnErrorInTheLogDoesNotMeanThatTheMessageWasDropped)
+{
+    auto const call = message("invokeCustomAction", { { "name", "share" } });
+    EXPECT_EQ(judge(call, { .errors = { "the action complains" }, .action = "share" }).verdict, Verdict::Done);
+}
+
 }

@@ -12,6 +12,7 @@ page() {
         say "The package: $(ls build/page/*.tgz)"
         ;;
     --serve) page_serve "$@" ;;
+    --in-app) page_in_app "$@" ;;
     *) stop "There is no \"$verb\"; ./run help lists what there is." ;;
     esac
 }
@@ -28,6 +29,14 @@ page_serve() {
         stop "The build failed; build/logs/page.log has the whole story."
     fi
     exec node page/serve/serve.mjs "$@"
+}
+
+page_in_app() {
+    (($#)) || stop "Say what to show: ./run page --in-app FOLDER|URL"
+    install_packages "${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_DISPLAY[@]}"
+    say "Building the app"
+    build_or_stop release zelvora-developer
+    exec examples/developer/in_app.sh build/release "$@"
 }
 
 stage_page() {

@@ -3,7 +3,7 @@
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "examples/service/Faults.h"
 
-#include <gtk/gtk.h>
+#include <adwaita.h>
 
 #include <array>
 #include <chrono>
@@ -36,7 +36,8 @@ void Surroundings::apply(Switches const& switches) const
     for (auto const target : { Target::Lookup, Target::Collector, Target::Site })
         m_service.faults().set(target, faultOf(switches, target));
     m_platform.setOffline(switches.network == NetworkState::Off);
-    g_object_set(gtk_settings_get_default(), "gtk-application-prefer-dark-theme", switches.look == Look::Dark, nullptr);
+    adw_style_manager_set_color_scheme(adw_style_manager_get_default(),
+        switches.look == Look::Dark ? ADW_COLOR_SCHEME_FORCE_DARK : ADW_COLOR_SCHEME_FORCE_LIGHT);
     std::array const languages { switches.language == Language::Korean ? "ko-KR" : "en-US",
         static_cast<char const*>(nullptr) };
     webkit_web_context_set_preferred_languages(webkit_web_context_get_default(), languages.data());

@@ -1,7 +1,6 @@
 #include "examples/host/Conformance.h"
 
 #include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
-#include "ZelvoraAdapters/gtk/Tracking/TrackingStore.h"
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
 #include "ZelvoraIOS/ZelvoraStorage.h"
 #include "ZelvoraPlatform/Foundation/Array.h"
@@ -40,11 +39,6 @@ bool isShown()
     return ZelvoraSDK::shared().activeWebView() != nullptr;
 }
 
-}
-
-void Conformance::answerQuestionAboutTracking(Options const& options)
-{
-    gtk::TrackingStore(options.data).setStatus(platform::ATTrackingAuthorizationStatus::Denied);
 }
 
 Conformance::Conformance(ShopHost& host, MovablePlatform& platform, Options const& options)

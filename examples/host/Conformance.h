@@ -19,9 +19,6 @@ namespace zelvora::examples {
 /// file; whoever has the answers of another side compares them. Main thread.
 class Conformance final {
 public:
-    /// Call before the platform is made: the user has refused, so that nothing waits for a person.
-    static void answerQuestionAboutTracking(Options const& options);
-
     /// The host runs on this platform and is not initialized yet. Its site is the suite's.
     Conformance(ShopHost& host, MovablePlatform& platform, Options const& options);
 

@@ -6,6 +6,8 @@
 
 namespace zelvora::examples {
 
+using platform::ATTrackingAuthorizationStatus;
+
 MovablePlatform::MovablePlatform(gtk::HostOptions options)
     : ForwardingPlatform(std::make_unique<gtk::Platform>(std::move(options)))
 {
@@ -14,6 +16,17 @@ MovablePlatform::MovablePlatform(gtk::HostOptions options)
 platform::Date MovablePlatform::MovedClock::now() const
 {
     return { owner.target().clock().now().timeIntervalSince1970 + ahead };
+}
+
+ATTrackingAuthorizationStatus MovablePlatform::RefusedTracking::trackingAuthorizationStatus() const
+{
+    return ATTrackingAuthorizationStatus::Denied;
+}
+
+void MovablePlatform::RefusedTracking::requestTrackingAuthorization(
+    platform::CompletionHandler<void(ATTrackingAuthorizationStatus)> completion)
+{
+    completion(ATTrackingAuthorizationStatus::Denied);
 }
 
 }

@@ -9,7 +9,7 @@
 namespace zelvora::examples {
 
 /// The Linux platform with a wall clock that can be moved, so that what the SDK keeps for a time expires without a
-/// wait.
+/// wait. The user has refused to be tracked, so that nothing waits for a person.
 class MovablePlatform final : public memory::ForwardingPlatform {
 public:
     /// After `gtk_init`.
@@ -20,6 +20,7 @@ public:
 
     // platform::Platform
     [[nodiscard]] platform::Clock& clock() override { return m_clock; }
+    [[nodiscard]] platform::ATTrackingManager& trackingManager() override { return m_trackingManager; }
 
 private:
     struct MovedClock final : platform::Clock {
@@ -32,7 +33,15 @@ private:
         std::atomic<platform::TimeInterval> ahead = 0;
     };
 
+    struct RefusedTracking final : platform::ATTrackingManager {
+        // platform::ATTrackingManager
+        [[nodiscard]] platform::ATTrackingAuthorizationStatus trackingAuthorizationStatus() const override;
+        void requestTrackingAuthorization(
+            platform::CompletionHandler<void(platform::ATTrackingAuthorizationStatus)> completion) override;
+    };
+
     MovedClock m_clock { *this };
+    RefusedTracking m_trackingManager;
 };
 
 }

@@ -70,10 +70,8 @@ ShopHost::MakePlatform platformFor(Program& program)
 {
     if (program.options.walk == "soak")
         return making(program.watched);
-    if (program.options.walk == "conformance") {
-        Conformance::answerQuestionAboutTracking(program.options);
+    if (program.options.walk == "conformance")
         return making(program.movable);
-    }
     return nullptr;
 }
 

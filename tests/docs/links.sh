@@ -2,10 +2,12 @@
 # links.sh: whether the links of the documents lead to files of the tree, and to headings in them.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
+# Headings are in Korean, too.
+export LC_ALL=C.UTF-8
 
 # headings PAGE: as links name them.
 headings() {
-    sed -nE '/^```/,/^```$/!s/^#+ //p' "$1" | tr '[:upper:]' '[:lower:]' | sed -E -e 's/[^a-z0-9 _-]//g' -e 's/ /-/g'
+    sed -nE '/^```/,/^```$/!s/^#+ //p' "$1" | tr '[:upper:]' '[:lower:]' | sed -E -e 's/[^[:alnum:] _-]//g' -e 's/ /-/g'
 }
 
 # links: "PAGE:LINK" of each in the text, but for those that lead elsewhere in the world.

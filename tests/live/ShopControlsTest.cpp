@@ -25,7 +25,7 @@ constexpr char const* namelessControls = R"((() => {
     const all = [...document.querySelectorAll('a[href], button, input, select, textarea, iframe')];
     const name = (control) => control.ariaLabel || control.title || control.textContent.trim()
         || [...(control.labels ?? [])].map((label) => label.textContent.trim()).join('');
-    return all.filter((control) => !name(control)).map((control) => control.id || control.tagName);
+    return all.filter((control) => !control.hidden && !name(control)).map((control) => control.id || control.tagName);
 })())";
 
 // Names of what reaches out of the window at a side or out of a control, and the words that continue on another line.

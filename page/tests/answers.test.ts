@@ -122,6 +122,15 @@ test('two copies of the package on one page get their own answers', async () => 
     assert.deepEqual(await Promise.all(waiting), ['of a', 'of b']);
 });
 
+test('questions get their own answers also where every random number is the same', async () => {
+    const page = new AppPage();
+    page.window.eval('Math.random = () => 0.25');
+    const waiting = ['a', 'b'].map((key) => page.package.getItem(key));
+    for (const message of page.posted)
+        page.answer(`of ${message['key']}`, message);
+    assert.deepEqual(await Promise.all(waiting), ['of a', 'of b']);
+});
+
 test('an answer to the page that was here before does nothing', async () => {
     const before = new AppPage();
     void before.package.getItem('cart');

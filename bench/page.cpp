@@ -189,8 +189,7 @@ void measurePrewarming(std::filesystem::path const& folder)
             return measured.seconds;
         },
         "a fresh view", [&] { return measureFirstPage("fresh", page, folder).seconds; });
-    std::fprintf(
-        stderr, "  %-58s %7.1f MiB in all processes\n", "what a view made ahead takes until it is used", memory);
+    bench::printFigure("what a view made ahead takes until it is used", memory, "MiB in all processes");
 }
 
 void install(std::filesystem::path const& data)

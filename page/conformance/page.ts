@@ -5,6 +5,7 @@ import { events } from './cases/events.js';
 import { footer } from './cases/footer.js';
 import { frames } from './cases/frames.js';
 import { items } from './cases/items.js';
+import { packageInAnyApp, packageWithActions } from './cases/package.js';
 import { script } from './cases/script.js';
 import { values } from './cases/values.js';
 
@@ -16,8 +17,8 @@ export interface Outcome {
 }
 
 const cases: Record<World, readonly Case[]> = {
-    bare: [...script, ...values, ...items, ...answers, ...events, ...footer, ...frames],
-    actions,
+    bare: [...script, ...values, ...items, ...answers, ...events, ...footer, ...frames, ...packageInAnyApp],
+    actions: [...actions, ...packageWithActions],
 };
 
 /** In milliseconds. */

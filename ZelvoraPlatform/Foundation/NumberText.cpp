@@ -25,7 +25,7 @@ std::string_view write(double number, Buffer& buffer)
     // The shortest form writes 100000 as 1e+05. An integer has no negative zero.
     constexpr double plainLimit = 1e16;
     auto const isPlain = std::trunc(number) == number && std::abs(number) < plainLimit;
-    auto const isInteger = isPlain && !(number == 0 && std::signbit(number));
+    auto const isInteger = isPlain && (number != 0 || !std::signbit(number));
     auto const written =
         isInteger ? std::to_chars(first, last, static_cast<std::int64_t>(number)) : std::to_chars(first, last, number);
     return { first, written.ptr };

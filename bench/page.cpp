@@ -7,19 +7,15 @@
 #include "ZelvoraAdapters/gtk/Host.h"
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
-#include "ZelvoraPlatform/Platform.h"
 #include "bench/BareBridge.h"
 #include "bench/Comparison.h"
-#include "examples/driving/ChildProcesses.h"
+#include "bench/runAgain.h"
 #include "examples/driving/engineOf.h"
 #include "tests/support/TemporaryDirectory.h"
-#include "tests/support/gtk/LoopbackServer.h"
 
-#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <string>
 
@@ -40,17 +36,13 @@ constexpr char const* tripScript = R"((window.run = (count) => {
     ask();
 }, true))";
 
-[[noreturn]] void stop(std::string const& reason)
-{
-    std::fprintf(stderr, "%s\n", reason.c_str());
-    std::exit(EXIT_FAILURE); // NOLINT(concurrency-mt-unsafe)
-}
-
 void makeTrips(Page& page)
 {
     (void)page.evaluate("(run(" + std::to_string(trips) + "), true)");
-    if (!page.waitFor("isDone"))
-        stop("The page got no answers.");
+    if (page.waitFor("isDone"))
+        return;
+    std::fprintf(stderr, "The page got no answers.\n");
+    std::exit(EXIT_FAILURE); // NOLINT(concurrency-mt-unsafe)
 }
 
 std::shared_ptr<ZelvoraWebView> makeSDKView()
@@ -72,25 +64,14 @@ void measureRoundTrips()
         [&] { makeTrips(barePage); });
 }
 
-// Runs this program as a freshly installed app, in a new process. Its data stays in the folder.
-std::filesystem::path runApp(std::string kind, std::string page, std::filesystem::path const& folder)
+// Runs this program as a freshly installed app, in a new process that exits after the page's first message. Its data
+// stays in the folder.
+void start(std::string const& kind, std::filesystem::path const& folder)
 {
     static int s_number = 0;
-    auto program = "/proc/" + std::to_string(getpid()) + "/exe";
-    auto data = (folder / std::to_string(++s_number)).string();
-    std::array<char*, 5> arguments { program.data(), kind.data(), data.data(), page.data(), nullptr };
-    int status = -1;
-    if (!g_spawn_sync(
-            nullptr, arguments.data(), nullptr, G_SPAWN_DEFAULT, nullptr, nullptr, nullptr, nullptr, &status, nullptr)
-        || status != 0)
-        stop("The process for \"" + kind + "\" failed.");
-    return data;
+    bench::runAgain({ kind, (folder / std::to_string(++s_number)).string() });
 }
 
-constexpr char const* readyScript =
-    "webkit.messageHandlers.zelvora.postMessage({ action: 'invokeCustomAction', name: 'ready', data: null })";
-
-// Exits after the page's first message, without the teardown, which is not measured.
 int receiveFirstMessage(bool withSDK)
 {
     auto isReceived = false;
@@ -103,93 +84,12 @@ int receiveFirstMessage(bool withSDK)
         bare = std::make_unique<bench::BareBridge>([&isReceived] { isReceived = true; });
     }
     auto* const engine = withSDK ? engineOf(*view) : bare->webView();
-    webkit_web_view_evaluate_javascript(engine, readyScript, -1, nullptr, nullptr, nullptr, nullptr, nullptr);
+    auto const* const script =
+        "webkit.messageHandlers.zelvora.postMessage({ action: 'invokeCustomAction', name: 'ready', data: null })";
+    webkit_web_view_evaluate_javascript(engine, script, -1, nullptr, nullptr, nullptr, nullptr, nullptr);
     bool const wasReceived = gtk::runMainLoopUntil([&isReceived] { return isReceived; });
+    // Exits without the teardown, which is not measured.
     std::_Exit(wasReceived ? EXIT_SUCCESS : EXIT_FAILURE);
-}
-
-// What an app does between its user's steps.
-void rest()
-{
-    constexpr gint64 pause = gint64 { 2 } * G_USEC_PER_SEC;
-    (void)gtk::runMainLoopUntil([end = g_get_monotonic_time() + pause] { return g_get_monotonic_time() > end; });
-}
-
-void prewarm()
-{
-    gtk::prewarm();
-    if (!gtk::runMainLoopUntil([] { return !examples::webProcesses().empty(); }))
-        stop("There is no web process.");
-    rest();
-}
-
-// Of this process and its children, the pages that several share in proportion.
-double memoryMiB()
-{
-    auto processes = examples::childProcesses();
-    processes.push_back({ .id = getpid(), .parent = getppid(), .name = "this one" });
-    double kibibytes = 0;
-    for (auto const& process : processes) {
-        std::ifstream stream("/proc/" + std::to_string(process.id) + "/smaps_rollup");
-        for (std::string line; std::getline(stream, line);) {
-            if (line.starts_with("Pss:"))
-                kibibytes += std::strtod(line.c_str() + line.find(':') + 1, nullptr);
-        }
-    }
-    return kibibytes / 1024;
-}
-
-// In an app that shows its first page a while after its start. Leaves what it measured in the folder.
-int showFirstPage(bool isPrewarmed, std::filesystem::path const& data, std::string const& page)
-{
-    rest();
-    auto const memory = memoryMiB();
-    if (isPrewarmed)
-        prewarm();
-    auto const memoryAhead = memoryMiB() - memory;
-    auto isReceived = false;
-    ZelvoraSDK::shared().addCustomAction("ready", [&isReceived](auto const&) { isReceived = true; });
-    auto const begin = g_get_monotonic_time();
-    ZelvoraWebView const view(platform::CGRect {}, page, false);
-    if (!gtk::runMainLoopUntil([&isReceived] { return isReceived; }))
-        stop("The page said nothing.");
-    auto const seconds = static_cast<double>(g_get_monotonic_time() - begin) / G_USEC_PER_SEC;
-    std::ofstream(data / "measured") << seconds << ' ' << memoryAhead;
-    std::_Exit(EXIT_SUCCESS);
-}
-
-struct FirstPage {
-    double seconds = 0;
-    double memoryAheadMiB = 0;
-};
-
-FirstPage measureFirstPage(std::string const& kind, std::string const& page, std::filesystem::path const& folder)
-{
-    FirstPage measured;
-    std::ifstream(runApp(kind, page, folder) / "measured") >> measured.seconds >> measured.memoryAheadMiB;
-    return measured;
-}
-
-void measurePrewarming(std::filesystem::path const& folder)
-{
-    tests::LoopbackServer server;
-    auto const page = server
-                          .serve("/",
-                              [](SoupServerMessage* message) {
-                                  tests::answer(message, 200, "<script>ZelvoraSDKBridge.ready()</script>");
-                              })
-                          .absoluteString();
-    double memory = 0;
-    bench::Comparison const comparison(7, 1);
-    comparison.printTimes(
-        "from opening a view made ahead to its page's first message",
-        [&] {
-            auto const measured = measureFirstPage("ahead", page, folder);
-            memory = measured.memoryAheadMiB;
-            return measured.seconds;
-        },
-        "a fresh view", [&] { return measureFirstPage("fresh", page, folder).seconds; });
-    bench::printFigure("what a view made ahead takes until it is used", memory, "MiB in all processes");
 }
 
 void install(std::filesystem::path const& data)
@@ -197,29 +97,22 @@ void install(std::filesystem::path const& data)
     gtk::install({ .bundleIdentifier = "com.zelvora.bench", .appName = "Bench", .dataDirectory = data });
 }
 
-int runAs(std::string const& kind, std::filesystem::path const& data, std::string const& page)
-{
-    install(data);
-    if (kind == "ahead" || kind == "fresh")
-        return showFirstPage(kind == "ahead", data, page);
-    return receiveFirstMessage(kind == "sdk");
-}
-
 }
 
 int main(int count, char** arguments)
 {
     gtk_init();
-    if (count == 4)
-        return runAs(arguments[1], arguments[2], arguments[3]);
+    if (count == 3) {
+        install(arguments[2]);
+        return receiveFirstMessage(std::string(arguments[1]) == "sdk");
+    }
     tests::TemporaryDirectory const folder;
     install(folder.path());
     std::fprintf(stderr, "With a real engine\n");
     measureRoundTrips();
-    measurePrewarming(folder.path());
     bench::Comparison const comparison(9, 1);
     comparison.print(
-        "from process start to the page's first message", [&] { (void)runApp("sdk", "", folder.path()); },
-        "a bare web view", [&] { (void)runApp("bare", "", folder.path()); });
+        "from process start to the page's first message", [&] { start("sdk", folder.path()); }, "a bare web view",
+        [&] { start("bare", folder.path()); });
     return EXIT_SUCCESS;
 }

@@ -26,8 +26,10 @@ print_size() {
 "$folder/zelvora-bench-storage" >/dev/null
 "$folder/zelvora-bench-json" >/dev/null
 "$folder/zelvora-bench-bridge" >/dev/null
-if ! with_display "$folder" "$folder/zelvora-bench-page" 2>&1 >/dev/null \
-    | grep -v -e '^dbus-daemon' -e '^$' -e WARNING -e '^X connection'; then
-    stop "The benchmark in the engine failed."
-fi
+for program in page prewarm; do
+    if ! with_display "$folder" "$folder/zelvora-bench-$program" 2>&1 >/dev/null \
+        | grep -v -e '^dbus-daemon' -e '^$' -e WARNING -e '^X connection'; then
+        stop "The benchmark \"$program\" in the engine failed."
+    fi
+done
 print_size

@@ -10,13 +10,16 @@ headings() {
     sed -nE '/^```/,/^```$/!s/^#+ //p' "$1" | tr '[:upper:]' '[:lower:]' | sed -E -e 's/[^[:alnum:] _-]//g' -e 's/ /-/g'
 }
 
+# pages: the documents of the tree. Sources that were downloaded as an archive have no Git to ask.
+pages() { find . \( -name build -o -name node_modules -o -name '.?*' \) -prune -o -name '*.md' -printf '%P\n'; }
+
 # links: "PAGE:LINK" of each in the text, but for those that lead elsewhere in the world.
 links() {
     local page
     while IFS= read -r page; do
         sed '/^```/,/^```$/d' "$page" | { grep -oE '\]\([^) ]+\)' || true; } \
             | sed -nE -e '/\(https?:/d' -e "s|^\]\((.*)\)$|$page:\1|p"
-    done < <(git ls-files --cached --others --exclude-standard '*.md')
+    done < <(pages)
 }
 
 broken=0 count=0

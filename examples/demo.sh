@@ -37,14 +37,14 @@ gallery() {
         --pictures "$folder/$name" "$@" >/dev/null
 }
 
-# What a screen reader is told of some of these screens, beside what it should be told.
+# compare_trees LANGUAGE: what a screen reader is told of some of these screens, beside what it should be told.
 compare_trees() {
-    local expected name
-    for expected in examples/accessibility/ko/*.tree; do
+    local language="$1" expected name
+    for expected in "examples/accessibility/$language"/*.tree; do
         name="$(basename "$expected")"
-        diff -u "$expected" "$folder/ko-light/$name" || stop "A screen reader is told something else of $name."
+        diff -u "$expected" "$folder/$language-light/$name" || stop "A screen reader is told something else of $name."
     done
-    say "A screen reader is told what it should: examples/accessibility/ko"
+    say "A screen reader is told what it should: examples/accessibility/$language"
 }
 
 # opening ARGUMENT...: the milliseconds that the app needs, the middle one of three times.
@@ -69,10 +69,10 @@ else
     done
     say ""
     say "From start to the page's first message: $(opening) ms, and after gtk::prewarm() $(opening --prewarm) ms."
-    gallery ko light --trees "$PWD/$build/examples/accessibility/zelvora-accessibility"
-    compare_trees
-    gallery ko dark
-    gallery en light
-    gallery en dark
+    for language in ko en; do
+        gallery "$language" light --trees "$PWD/$build/examples/accessibility/zelvora-accessibility"
+        compare_trees "$language"
+        gallery "$language" dark
+    done
     say "Pictures and logs are in $folder."
 fi

@@ -43,7 +43,9 @@ GtkWidget* makeStack()
 GtkWidget* makeProgress()
 {
     auto* const progress = gtk_progress_bar_new();
+    gtk_widget_set_name(progress, "progress");
     gtk_widget_add_css_class(progress, "loading");
+    gtk_accessible_update_property(GTK_ACCESSIBLE(progress), GTK_ACCESSIBLE_PROPERTY_LABEL, texts().loading, -1);
     return progress;
 }
 
@@ -150,6 +152,7 @@ void ShopCover::didStartLoad()
 void ShopCover::didProgress(double progress)
 {
     gtk_progress_bar_set_fraction(GTK_PROGRESS_BAR(m_progress), progress);
+    gtk_widget_set_visible(m_progress, progress < 1);
 }
 
 void ShopCover::didCommitLoad()
@@ -160,7 +163,7 @@ void ShopCover::didCommitLoad()
 
 void ShopCover::didFinishLoad()
 {
-    gtk_progress_bar_set_fraction(GTK_PROGRESS_BAR(m_progress), 0);
+    gtk_widget_set_visible(m_progress, FALSE);
 }
 
 void ShopCover::didFailLoad(std::string const& url, std::string const& reason, PageBefore pageBefore)
@@ -169,6 +172,7 @@ void ShopCover::didFailLoad(std::string const& url, std::string const& reason, P
     m_failedURL = url;
     m_hasPage = m_hasPage && pageBefore == PageBefore::Kept;
     gtk_widget_set_visible(m_back, m_hasPage);
+    gtk_widget_set_visible(m_progress, FALSE);
     show(failurePage);
 }
 

@@ -55,6 +55,12 @@ protected:
         return runMainLoopUntil([this] { return cover.lock()->showsFailure(); });
     }
 
+    bool showsProgress()
+    {
+        auto* const line = examples::findNamed(GTK_WIDGET(shop.window()), "progress");
+        return line && gtk_widget_get_mapped(line);
+    }
+
     void press(char const* name)
     {
         auto* const button = examples::findNamed(GTK_WIDGET(shop.window()), name);
@@ -131,6 +137,19 @@ TEST_F(ShopCoverTest, APageThatFailsLaterLeavesTheOneBeforeItToGoBackTo)
     press("back");
     EXPECT_TRUE(cover.lock()->isHidden());
     EXPECT_EQ(shop.page().evaluate("location.pathname"), R"("/v1/links.html")");
+}
+
+TEST_F(ShopCoverTest, ALineShowsHowFarAPageIsUntilItIsThereOrHasFailed)
+{
+    siteMeets({ .delay = std::chrono::milliseconds(700), .requests = 1 });
+    start();
+    EXPECT_TRUE(runMainLoopUntil([this] { return showsProgress(); }));
+    ASSERT_TRUE(becomesHidden());
+    EXPECT_TRUE(runMainLoopUntil([this] { return !showsProgress(); }));
+    siteMeets({ .cut = Cut::BeforeAnswer });
+    webkit_web_view_reload(examples::engineOf(*ZelvoraSDK::shared().activeWebView()));
+    ASSERT_TRUE(showsFailure());
+    EXPECT_FALSE(runMainLoopUntil([this] { return showsProgress(); }, 0.3));
 }
 
 TEST_F(ShopCoverTest, WhatIsShownAgainIsAlsoDrawn)

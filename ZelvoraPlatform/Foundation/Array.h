@@ -57,12 +57,15 @@ public:
     /// How an array is made from an older one: drop `dropped` elements from the front of the older one, then append the
     /// newer one's elements from index `firstAppended` on.
     struct Difference {
+        /// How many elements at the front of the older array are not in the newer one.
         std::size_t dropped = 0;
+        /// The index, in the newer array, of what the older one lacks; the newer one's size if that is nothing.
         std::size_t firstAppended = 0;
     };
 
     /// Consecutive elements that are made when one of them is first read, such as those that a store keeps encoded.
     struct Part {
+        /// How many elements `make` returns: any other number stops the process. A part without elements is left out.
         std::size_t count = 0;
         /// The deepest nesting of an element, or more.
         std::size_t nesting = 0;
@@ -74,13 +77,21 @@ public:
     };
 
     Array() = default;
+    /// These elements, in this order.
     Array(std::initializer_list<Value> elements);
+    /// These elements, in this order. Up to 512 of them are taken over as they are if the vector is moved in.
+    /// @{
     explicit Array(std::vector<Value> const& elements);
     explicit Array(std::vector<Value>&& elements);
+    /// @}
+    /// The elements of these parts, in this order. None is made yet.
     explicit Array(std::vector<Part> parts);
 
+    /// Elements of a part that have not been made yet count as well. O(1).
+    /// @{
     [[nodiscard]] std::size_t size() const { return static_cast<std::size_t>(m_end - m_begin); }
     [[nodiscard]] bool isEmpty() const { return m_begin == m_end; }
+    /// @}
     [[nodiscard]] Iterator begin() const;
     [[nodiscard]] Iterator end() const;
 
@@ -91,6 +102,7 @@ public:
     /// of a part that have to be made for it are not kept, so that a long array can be read in little memory.
     bool visit(std::function<bool(Value const&)> const& visit) const;
 
+    /// With this element after the last one.
     [[nodiscard]] Array appending(Value element) const;
     /// Without the first `count` elements; empty if there are no more than that.
     [[nodiscard]] Array droppingFirst(std::size_t count) const;

@@ -28,6 +28,7 @@ struct Null {
 
 /// An integer of up to 64 bits and a sign.
 struct LargeInteger {
+    /// From an integer of any built-in type.
     template<std::integral Integer>
     [[nodiscard]] static constexpr LargeInteger of(Integer integer)
     {
@@ -42,7 +43,9 @@ struct LargeInteger {
 
     bool operator==(LargeInteger const&) const = default;
 
+    /// Without the sign.
     std::uint64_t magnitude = 0;
+    /// False for 0, so that equal integers have equal members.
     bool isNegative = false;
 };
 
@@ -63,18 +66,23 @@ struct LargeInteger {
 /// accepts.
 class ZELVORA_API Value final {
 public:
+    /// What a value is. `Array::Part::kinds` relies on the order.
     enum class Kind : std::uint8_t { Null, Boolean, Number, Text, Date, Data, Array, Dictionary };
 
     /// The deepest nesting that the services which write values down (preferences, JSON) accept: the phone's own limit.
     static constexpr std::size_t maximumNesting = 512;
 
     /// The null marker.
+    /// @{
     Value() = default;
     Value(Null) { }
+    /// @}
+    /// A boolean. Only a `bool` is one: neither an integer nor a pointer becomes a boolean by itself.
     template<std::same_as<bool> Boolean>
     Value(Boolean boolean) : m_held(boolean)
     {
     }
+    /// A number. An integer stays exact even if no double can hold it.
     template<typename Number>
         requires((std::integral<Number> || std::floating_point<Number>) && !std::same_as<Number, bool>)
     Value(Number number) : m_held(static_cast<double>(number))
@@ -84,31 +92,42 @@ public:
                 m_held = integer;
         }
     }
+    /// Text, which may contain NULs.
+    /// @{
     Value(std::string text);
     Value(std::string_view text);
-    /// Must not be null.
+    /// @}
+    /// Text up to the first NUL. Must not be null.
     Value(char const* text);
+    /// A value of this kind. The elements of a container are shared, not copied.
+    /// @{
     Value(platform::Date date);
     Value(platform::Data data);
     Value(platform::Array array);
     Value(platform::Dictionary dictionary);
+    /// @}
 
+    /// What this value is, and so which accessor has its content.
     [[nodiscard]] Kind kind() const
     {
         return std::holds_alternative<LargeInteger>(m_held) ? Kind::Number : static_cast<Kind>(m_held.index());
     }
+    /// Whether this is the null marker, which has no content.
     [[nodiscard]] bool isNull() const { return kind() == Kind::Null; }
+    /// The content of a value of this kind; absent, or nullptr, for any other. The pointers stay valid while this value
+    /// or a copy of it lives.
+    /// @{
     [[nodiscard]] std::optional<bool> boolean() const;
     /// Rounded if the number is an integer that no double can hold.
     [[nodiscard]] std::optional<double> number() const;
     /// The number, if it is an integer that no double can hold.
     [[nodiscard]] std::optional<LargeInteger> largeInteger() const;
-    /// These pointers stay valid while this value or a copy of it lives.
     [[nodiscard]] std::string const* text() const;
     [[nodiscard]] std::optional<platform::Date> date() const;
     [[nodiscard]] platform::Data const* data() const;
     [[nodiscard]] platform::Array const* array() const;
     [[nodiscard]] platform::Dictionary const* dictionary() const;
+    /// @}
 
     /// How deep containers nest: 0 for a plain value, 1 for an empty array. An upper bound if an array lost elements.
     [[nodiscard]] std::size_t nesting() const;
@@ -126,10 +145,13 @@ private:
 
 /// A readable text for log lines. What exceeds `debugDescriptionLimit` bytes is replaced by a note of how much was left
 /// out, so that the cost does not grow with the value. An absent value reads "nil".
+/// @{
 [[nodiscard]] ZELVORA_API std::string debugDescription(Value const& value);
 [[nodiscard]] ZELVORA_API std::string debugDescription(std::optional<Value> const& value);
+/// @}
 /// The same, but text is not quoted unless it is inside a container.
 [[nodiscard]] ZELVORA_API std::string description(Value const& value);
+/// In bytes, the note not included.
 inline constexpr std::size_t debugDescriptionLimit = 512;
 
 }

@@ -23,6 +23,8 @@
 #include <string>
 #include <string_view>
 
+/// What the SDK needs of a system, under the phone's own names. An adapter implements the interfaces, from `Platform`
+/// down; the other classes are the same on every system.
 namespace zelvora::platform {
 
 /// What the SDK runs on: every service of the system, and factories for the things that there can be many of. An
@@ -31,7 +33,9 @@ namespace zelvora::platform {
 ///     platform::Platform::install(std::make_unique<MyPlatform>());
 ///
 /// Once installed, a platform is never destroyed: threads of the system may still call in while the process ends. It
-/// owns the services that it returns by reference. Their own comments name their threads.
+/// owns the services that it returns by reference. Any thread may ask for them, and gets the same object every time;
+/// their own comments name the threads that may use them. No factory (`make...`) returns null, and all but `makeLogger`
+/// are for the main thread.
 class ZELVORA_API Platform {
 public:
     /// Call once per process, on any thread, before `current`: a host whose first use of the SDK is a log line in the
@@ -54,7 +58,7 @@ public:
     /// sentence for the adapter's own log. Any thread. By default nobody is told.
     virtual void complain(std::string const& /*sentence*/) { }
 
-    /// The services. Any thread. Each function returns the same object every time, so callers may keep the reference.
+    /// The host app's bundle.
     [[nodiscard]] virtual Bundle& mainBundle() = 0;
     /// The wall clock.
     [[nodiscard]] virtual Clock& clock() = 0;
@@ -79,7 +83,7 @@ public:
     /// The running app.
     [[nodiscard]] virtual UIApplication& application() = 0;
 
-    /// Factories. None returns null. `makeLogger` is for any thread, the others for the main thread.
+    /// A handle to the system log that writes under these two names. Any thread.
     [[nodiscard]] virtual std::unique_ptr<Logger> makeLogger(
         std::string const& subsystem, std::string const& category) = 0;
     /// Called by the constructor of `owner`: the peer may keep its address but must not call it yet. `frame` is in

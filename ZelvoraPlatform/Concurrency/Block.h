@@ -8,6 +8,7 @@
 
 namespace zelvora::platform {
 
+/// Named with a signature, such as `Block<void(int)>`.
 template<typename Signature>
 class Block;
 
@@ -15,8 +16,12 @@ class Block;
 template<typename Result, typename... Arguments>
 class Block<Result(Arguments...)> final {
 public:
+    /// An empty block.
+    /// @{
     Block() = default;
     Block(std::nullptr_t) { }
+    /// @}
+    /// Holds the callable, which is moved or copied in.
     template<typename Callable>
         requires(!std::same_as<std::remove_cvref_t<Callable>, Block>
             && std::is_invocable_r_v<Result, std::remove_cvref_t<Callable>&, Arguments...>)
@@ -25,7 +30,9 @@ public:
     {
     }
 
+    /// Whether the block holds a callable.
     explicit operator bool() const { return static_cast<bool>(m_held); }
+    /// Calls what the block holds, as often as it is asked to. The block must outlive the call.
     Result operator()(Arguments... arguments) { return m_held->call(std::forward<Arguments>(arguments)...); }
 
 private:

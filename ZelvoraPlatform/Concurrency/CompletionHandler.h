@@ -8,6 +8,7 @@
 
 namespace zelvora::platform {
 
+/// Named with a signature, such as `CompletionHandler<void(int)>`.
 template<typename Signature>
 class CompletionHandler;
 
@@ -21,12 +22,14 @@ class CompletionHandler;
 template<typename... Arguments>
 class CompletionHandler<void(Arguments...)> final {
 public:
+    /// Holds the callback, which is moved or copied in. It must not be empty.
     template<typename Callable>
         requires(!std::same_as<std::remove_cvref_t<Callable>, CompletionHandler>
             && std::is_invocable_v<std::remove_cvref_t<Callable>&, Arguments...>)
     CompletionHandler(Callable&& callable) : m_block(std::forward<Callable>(callable))
     {
     }
+    /// Takes over the duty to call: the other handler must not be called any more and may be destroyed.
     CompletionHandler(CompletionHandler&& other) noexcept : m_block(std::exchange(other.m_block, nullptr)) { }
     CompletionHandler& operator=(CompletionHandler&&) = delete;
     ~CompletionHandler()
@@ -35,6 +38,7 @@ public:
             fatalError("a completion handler was destroyed without having been called");
     }
 
+    /// The one call that every handler must get.
     void operator()(Arguments... arguments)
     {
         if (!m_block)

@@ -11,6 +11,7 @@ namespace zelvora::platform {
 /// that have not started when the queue is destroyed are destroyed with it. A block must not be empty.
 class ZELVORA_API DispatchQueue {
 public:
+    /// What a queue runs once, and destroys when it has run.
     using Work = Block<void()>;
 
     virtual ~DispatchQueue() = default;

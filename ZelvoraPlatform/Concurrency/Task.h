@@ -81,9 +81,12 @@ template<typename Result = void>
 class [[nodiscard]] Task final {
 public:
     using promise_type = detail::TaskPromise<Result>;
+    /// The suspended coroutine that a task owns.
     using Handle = std::coroutine_handle<promise_type>;
 
+    /// Takes ownership of a coroutine that has not started. Only the coroutine's own promise has such a handle.
     explicit Task(Handle handle) : m_handle(handle) { }
+    /// The other task is left without a coroutine: it may only be destroyed.
     Task(Task&& other) noexcept : m_handle(std::exchange(other.m_handle, nullptr)) { }
     Task& operator=(Task&&) = delete;
     ~Task()

@@ -22,6 +22,7 @@ namespace zelvora::platform {
 template<typename Result, typename Start>
 class [[nodiscard]] Completion final {
 public:
+    /// Nothing is called before the object is awaited, which may be done once.
     explicit Completion(Start start) : m_start(std::move(start)) { }
 
     bool await_ready() const noexcept { return false; }
@@ -44,6 +45,7 @@ private:
     std::atomic<bool> m_other = false;
 };
 
+/// Makes a `Completion`: see there. `start` is called when the result is awaited, on the awaiter's thread.
 template<typename Result, typename Start>
 Completion<Result, Start> completion(Start start)
 {

@@ -11,6 +11,7 @@ namespace zelvora::platform {
 /// coroutine stays suspended forever.
 class [[nodiscard]] ZELVORA_API ResumeOn final {
 public:
+    /// The queue must exist when the object is awaited.
     explicit ResumeOn(DispatchQueue& queue) : m_queue(queue) { }
 
     bool await_ready() const noexcept { return false; }
@@ -24,6 +25,7 @@ private:
     DispatchQueue& m_queue;
 };
 
+/// Makes a `ResumeOn`: `co_await resumeOn(queue);` goes on with what follows on the queue.
 inline ResumeOn resumeOn(DispatchQueue& queue)
 {
     return ResumeOn(queue);

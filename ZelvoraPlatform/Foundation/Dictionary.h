@@ -17,16 +17,23 @@ namespace zelvora::platform {
 /// dictionary may be read on many threads. A dictionary that was moved from may only be assigned or destroyed.
 class ZELVORA_API Dictionary final {
 public:
+    /// A key, which is UTF-8, and its value.
     using Entry = std::pair<std::string, Value>;
+    /// Entries in any order where they are given, and in the order of their keys' bytes where they are read.
     using Entries = std::vector<Entry>;
 
     Dictionary();
     /// If a key repeats, the last entry wins.
+    /// @{
     Dictionary(std::initializer_list<Entry> entries);
     explicit Dictionary(Entries entries);
+    /// @}
 
+    /// Each key counts once. O(1).
+    /// @{
     [[nodiscard]] std::size_t size() const;
     [[nodiscard]] bool isEmpty() const { return size() == 0; }
+    /// @}
     /// The value under the key, or nullptr. Valid while this dictionary or a copy of it lives. O(log n).
     [[nodiscard]] Value const* find(std::string_view key) const;
     [[nodiscard]] Entries::const_iterator begin() const;

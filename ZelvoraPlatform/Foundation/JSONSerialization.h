@@ -10,6 +10,7 @@
 
 namespace zelvora::platform {
 
+/// How a text is laid out: compact, or indented for people. Where exactly the blanks are differs between adapters.
 enum class JSONWritingOptions : std::uint8_t { None, PrettyPrinted };
 
 /// The platform's JSON reader and writer, UTF-8 only. Any thread.

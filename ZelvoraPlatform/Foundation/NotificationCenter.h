@@ -15,7 +15,9 @@ class DispatchQueue;
 
 /// A notification. It names no sender, because the SDK neither posts nor observes with one.
 struct Notification {
+    /// Handlers that were registered with exactly this name are called.
     std::string name;
+    /// What the poster tells besides; absent if that is nothing.
     std::optional<Dictionary> userInfo;
 
     bool operator==(Notification const&) const = default;
@@ -25,7 +27,9 @@ struct Notification {
 /// remove.
 class ZELVORA_API NotificationCenter {
 public:
+    /// Called with each notification of the name. Must not be empty.
     using Handler = std::function<void(Notification const&)>;
+    /// Names one registration of a handler with a queue, and never another one of the same center.
     using Token = std::uint64_t;
 
     virtual ~NotificationCenter() = default;

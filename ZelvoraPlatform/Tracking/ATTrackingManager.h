@@ -21,6 +21,7 @@ class ZELVORA_API ATTrackingManager {
 public:
     virtual ~ATTrackingManager() = default;
 
+    /// What has been decided by now. Asks nobody. The user may change it in the system's settings at any time.
     [[nodiscard]] virtual ATTrackingAuthorizationStatus trackingAuthorizationStatus() const = 0;
     /// Shows the system's prompt if the status is not determined; requests made while it is shown share it. The
     /// completion is called with the resulting status, which is still "not determined" if the prompt was closed without

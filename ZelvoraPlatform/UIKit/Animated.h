@@ -4,6 +4,7 @@
 
 namespace zelvora::platform {
 
+/// Whether a screen comes or goes with the system's own animation or at once.
 enum class Animated : std::uint8_t { No, Yes };
 
 }

@@ -14,10 +14,13 @@ enum class UIApplicationState : std::uint8_t { Active = 0, Inactive = 1, Backgro
 /// the main thread, when the state has changed to active; an app that is active from the start gets none.
 class ZELVORA_API UIApplication {
 public:
+    /// The notification's name. It comes without user info.
     static constexpr char const* didBecomeActiveNotification = "UIApplicationDidBecomeActiveNotification";
 
     virtual ~UIApplication() = default;
 
+    /// Active while the app gets the user's input, inactive while it is on the screen without it, or else in the
+    /// background.
     [[nodiscard]] virtual UIApplicationState applicationState() const = 0;
     /// Whether an app is registered for the URL's scheme, in upper or lower case. False for a relative URL.
     [[nodiscard]] virtual bool canOpenURL(URL const& url) const = 0;

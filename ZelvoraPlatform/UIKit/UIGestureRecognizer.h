@@ -44,12 +44,16 @@ public:
 
     /// The state reported last; "possible" before the first.
     [[nodiscard]] UIGestureRecognizerState state() const { return m_state; }
-    /// A disabled recognizer begins no gesture and does not ask its delegate.
+    /// Enabled at first. A disabled recognizer begins no gesture and does not ask its delegate.
+    /// @{
     [[nodiscard]] bool isEnabled() const { return m_enabled; }
     virtual void setEnabled(bool enabled) { m_enabled = enabled; }
+    /// @}
     /// Referenced weakly: nullptr if it was never set or has been destroyed.
+    /// @{
     [[nodiscard]] std::shared_ptr<UIGestureRecognizerDelegate> delegate() const { return m_delegate.lock(); }
     virtual void setDelegate(std::weak_ptr<UIGestureRecognizerDelegate> delegate) { m_delegate = std::move(delegate); }
+    /// @}
 
     /// For adapters: whether the recognizer is enabled and its delegate does not object.
     [[nodiscard]] bool shouldBegin();

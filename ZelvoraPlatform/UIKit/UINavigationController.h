@@ -13,6 +13,7 @@ class UIGestureRecognizer;
 /// on it, and must itself be owned by a `std::shared_ptr`.
 class ZELVORA_API UINavigationController : public UIViewController {
 public:
+    /// From the bottom of the stack to its top.
     [[nodiscard]] virtual std::vector<std::shared_ptr<UIViewController>> viewControllers() const = 0;
     /// Puts the controller on top: its view is loaded, then the covered screen's `viewWillDisappear` is called. The
     /// controller must not be null, on a stack or presented.

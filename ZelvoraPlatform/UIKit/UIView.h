@@ -48,11 +48,13 @@ public:
         virtual void bringSubviewToFront(UIView& child) = 0;
         /// A hidden view is not shown, nor are its subviews, but all keep their places in the layout.
         virtual void setHidden(bool hidden) = 0;
+        /// Fills the view, behind its subviews. Transparent until the first call.
         virtual void setBackgroundColor(UIColor color) = 0;
         /// While true, as at first, the view keeps its frame; while false, constraints place it.
         virtual void setTranslatesAutoresizingMaskIntoConstraints(bool translates) = 0;
         /// The constraint was not active. Each of its anchors belongs to the owner or to a view inside it.
         virtual void activate(NSLayoutConstraint const& constraint) = 0;
+        /// The constraint was active. What it placed stays where it is until the next layout.
         virtual void deactivate(NSLayoutConstraint const& constraint) = 0;
         /// Lays out the whole tree that the owner is in, if anything changed, before it returns. Inside
         /// `UIView::animate` the views move to their new frames over its duration.
@@ -68,6 +70,7 @@ public:
     UIView(UIView const&) = delete;
     UIView& operator=(UIView const&) = delete;
 
+    /// The origin is 0, 0; the size is that of the latest layout, or of the initial frame before the first.
     [[nodiscard]] CGRect bounds() const;
     /// The view that this one is in, or nullptr.
     [[nodiscard]] UIView* superview() const { return m_superview; }
@@ -85,6 +88,7 @@ public:
     /// Does nothing if the view is not a subview of this one.
     void bringSubviewToFront(UIView& child);
 
+    /// Whether this view itself was hidden: a view that is not may still be in one that is.
     [[nodiscard]] bool isHidden() const { return m_hidden; }
     /// A hidden view is not shown, nor are its subviews, but all keep their places in the layout.
     void setHidden(bool hidden);
@@ -93,16 +97,22 @@ public:
     /// While true, as at first, the view keeps its frame; while false, constraints place it.
     void setTranslatesAutoresizingMaskIntoConstraints(bool translates);
 
+    /// An edge of this view, to make constraints with.
+    /// @{
     [[nodiscard]] NSLayoutAnchor topAnchor() { return anchor(NSLayoutAttribute::Top); }
     [[nodiscard]] NSLayoutAnchor leadingAnchor() { return anchor(NSLayoutAttribute::Leading); }
     [[nodiscard]] NSLayoutAnchor trailingAnchor() { return anchor(NSLayoutAttribute::Trailing); }
     [[nodiscard]] NSLayoutAnchor bottomAnchor() { return anchor(NSLayoutAttribute::Bottom); }
+    /// @}
+    /// The part of this view that the system's bars and notches leave free, which is all of a view that they do not
+    /// reach.
     [[nodiscard]] UILayoutGuide safeAreaLayoutGuide() { return UILayoutGuide(*this); }
     /// The active constraints of which this view is the nearest common ancestor, in the order of activation.
     [[nodiscard]] std::vector<NSLayoutConstraint> const& constraints() const { return m_constraints; }
 
     /// The view keeps the recognizer, which must not be null, for as long as it lives. Add each one once.
     void addGestureRecognizer(std::shared_ptr<UIGestureRecognizer> const& recognizer);
+    /// In the order in which they were added.
     [[nodiscard]] std::vector<std::shared_ptr<UIGestureRecognizer>> const& gestureRecognizers() const
     {
         return m_gestureRecognizers;

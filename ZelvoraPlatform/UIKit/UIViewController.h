@@ -51,20 +51,22 @@ public:
 
     /// The root view. The first call makes it and then calls `viewDidLoad`.
     [[nodiscard]] UIView& view();
+    /// Whether the root view has been made. Asking does not make it.
     [[nodiscard]] bool isViewLoaded() const { return static_cast<bool>(m_view); }
 
-    /// These ask the peer: see there.
+    /// Asks the peer, where the method of the same name says more.
+    /// @{
     [[nodiscard]] std::shared_ptr<UINavigationController> navigationController() const;
     void setModalPresentationStyle(UIModalPresentationStyle style);
     void present(std::shared_ptr<UIViewController> presented, Animated animated);
     void dismiss(Animated animated);
+    /// @}
 
-    /// Hooks, called by the native side. An override calls its base first.
-    ///
-    /// Once, when the root view has been made.
+    /// A hook: called by the native side once, when the root view has been made. An override calls its base first.
     virtual void viewDidLoad() { }
-    /// When a screen that is shown is popped, dismissed, or covered by a push or a full-screen presentation; on Linux
-    /// also when its window closes. Called once each time.
+    /// A hook: called by the native side once each time that the screen, while it is shown, is popped, dismissed, or
+    /// covered by a push or a full-screen presentation; on Linux also when its window closes. An override calls its
+    /// base first.
     virtual void viewWillDisappear(Animated) { }
 
     /// For adapters.

@@ -24,6 +24,7 @@ struct WKNavigationAction {
 /// Decides on navigations and is told of them. Main thread.
 class ZELVORA_API WKNavigationDelegate {
 public:
+    /// Takes the decision on one navigation.
     using DecisionHandler = CompletionHandler<void(WKNavigationActionPolicy)>;
 
     virtual ~WKNavigationDelegate() = default;

@@ -10,7 +10,10 @@ namespace zelvora::platform {
 /// What a page posted: the handler's name, and the object with its types kept. A boolean stays a boolean; members that
 /// are undefined are left out.
 struct WKScriptMessage {
+    /// The name that the handler was added under.
     std::string name;
+    /// Any value, a bare null marker and a number that is not finite included. A message that has too many values or
+    /// nests too deep for the adapter is dropped.
     Value body;
 
     bool operator==(WKScriptMessage const&) const = default;

@@ -20,6 +20,7 @@ namespace zelvora::platform {
 /// repeatedly.
 class ZELVORA_API WKWebView : public UIView {
 public:
+    /// What the view was made with.
     [[nodiscard]] virtual WKWebViewConfiguration const& configuration() const = 0;
     /// Whether the system lets developer tools inspect the pages.
     virtual void setInspectable(bool inspectable) = 0;
@@ -32,6 +33,7 @@ public:
     virtual void load(URLRequest request) = 0;
     /// The address of the page that is shown or being loaded, verbatim; absent before the first.
     [[nodiscard]] virtual std::optional<URL> url() const = 0;
+    /// Whether the history has a page before the one that is shown.
     [[nodiscard]] virtual bool canGoBack() const = 0;
     /// Does nothing if `canGoBack` is false.
     virtual void goBack() = 0;

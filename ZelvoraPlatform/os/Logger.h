@@ -15,6 +15,8 @@ class ZELVORA_API Logger {
 public:
     virtual ~Logger() = default;
 
+    /// Whether the system wants entries of this type: `Debug` only if somebody asks for it, the others always. An
+    /// adapter may look that up once, when the logger is made.
     [[nodiscard]] virtual bool isEnabled(OSLogType type) const = 0;
 
     /// Writes one entry with the format "[ZelvoraSDK] %s" and the message as its only argument, at the system's default

@@ -34,6 +34,7 @@ public:
     ForwardingPlatform& operator=(ForwardingPlatform const&) = delete;
     ~ForwardingPlatform() override;
 
+    /// What the calls are passed to, for overrides that add something to it.
     [[nodiscard]] platform::Platform& target() const { return m_target; }
 
     // platform::Platform

@@ -23,16 +23,23 @@
 #include <thread>
 #include <vector>
 
+/// An adapter for tests: a whole system in memory, which the test drives and reads. Most tests of a host need
+/// `readyShop` and `Page` only; the rest is reached from `Platform`.
 namespace zelvora::memory {
 
 /// The initial state of a platform. Each part can also be set later.
 struct Options {
+    /// The app's identifier. If it is absent, the app has none.
     std::optional<std::string> bundleIdentifier = "com.example.host";
+    /// What the wall clock shows at first; the test moves it.
     platform::Date now = Clock::start;
     /// What earlier launches left in the preferences.
     UserDefaults::Contents storedValues {};
+    /// The state that the app starts in.
     platform::UIApplicationState applicationState = platform::UIApplicationState::Active;
+    /// What the user decided in an earlier launch. Not determined, the first request shows the prompt.
     platform::ATTrackingAuthorizationStatus trackingStatus = platform::ATTrackingAuthorizationStatus::NotDetermined;
+    /// Used instead of the addresses that are compiled in.
     std::optional<platform::ServiceAddresses> serviceAddresses {};
 };
 
@@ -47,6 +54,7 @@ struct Options {
 ///     platform.runUntilIdle();
 class ZELVORA_API Platform final : public platform::Platform {
 public:
+    /// Installs nothing: see `memory::install`. The thread that makes a platform is its main thread.
     explicit Platform(Options options = {});
 
     /// Call before the SDK first reads them.
@@ -60,7 +68,9 @@ public:
     /// See `Screen::layout`.
     void layout() { m_screen.layout(); }
 
+    /// What the user sees and has seen.
     [[nodiscard]] Screen& screen() { return m_screen; }
+    /// What the SDK has logged.
     [[nodiscard]] Log& log() { return m_log; }
     /// The web views that still exist, oldest first.
     [[nodiscard]] std::vector<std::shared_ptr<WebView>> webViews() const;

@@ -21,6 +21,7 @@ public:
     /// How many blocks `runAll` runs before it takes the queue for a runaway loop.
     static constexpr std::size_t runawayLimit = 100'000;
 
+    /// The clock, which must outlive the queue, says which delayed blocks are due.
     explicit DispatchQueue(Clock& clock);
     ~DispatchQueue() override;
     DispatchQueue(DispatchQueue const&) = delete;

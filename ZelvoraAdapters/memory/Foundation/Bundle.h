@@ -10,6 +10,7 @@ namespace zelvora::memory {
 /// The host app's bundle. Set its identifier before other threads may read it.
 class ZELVORA_API Bundle final : public platform::Bundle {
 public:
+    /// The identifier is "com.example.host" at first. If it is absent, the app has none.
     void setBundleIdentifier(std::optional<std::string> identifier) { m_identifier = std::move(identifier); }
 
     // platform::Bundle

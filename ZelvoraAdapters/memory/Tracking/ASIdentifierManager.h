@@ -10,6 +10,7 @@ namespace zelvora::memory {
 /// The device's advertising identifier. Set it before other threads may read it.
 class ZELVORA_API ASIdentifierManager final : public platform::ASIdentifierManager {
 public:
+    /// An upper-case UUID; all zeros, as from a system that withholds it.
     void setAdvertisingIdentifier(std::string identifier) { m_identifier = std::move(identifier); }
 
     // platform::ASIdentifierManager

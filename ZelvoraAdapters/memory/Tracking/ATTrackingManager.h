@@ -18,9 +18,13 @@ namespace zelvora::memory {
 /// given queue; those that have not run when the manager is destroyed are called then. Main thread.
 class ZELVORA_API ATTrackingManager final : public platform::ATTrackingManager {
 public:
+    /// Short for the type that the interface names.
+    /// @{
     using Status = platform::ATTrackingAuthorizationStatus;
     using Completion = platform::CompletionHandler<void(Status)>;
+    /// @}
 
+    /// Completions run on the queue. It must not run any more when the manager has been destroyed.
     explicit ATTrackingManager(platform::DispatchQueue& completionQueue) : m_completionQueue(completionQueue) { }
     ~ATTrackingManager() override;
     ATTrackingManager(ATTrackingManager const&) = delete;
@@ -37,6 +41,8 @@ public:
 
     // platform::ATTrackingManager
     [[nodiscard]] Status trackingAuthorizationStatus() const override { return m_status; }
+    /// Shows the prompt, which stays until `answer`, if the status is not determined; otherwise the completion is
+    /// called when the queue runs.
     void requestTrackingAuthorization(Completion completion) override;
 
 private:

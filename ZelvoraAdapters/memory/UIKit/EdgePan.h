@@ -10,6 +10,7 @@
 
 namespace zelvora::memory {
 
+/// What a recognizer goes through during one gesture, in order.
 using GestureStates = std::vector<platform::UIGestureRecognizerState>;
 
 /// The states of a completed gesture.

@@ -15,12 +15,14 @@ namespace zelvora::memory {
 /// covers. Pushing a controller that is in a stack or presented stops the process.
 class ZELVORA_API NavigationController final : public platform::UINavigationController {
 public:
+    /// Whether a stack has a recognizer for the swipe that pops.
     enum class SwipeToPop : std::uint8_t { No, Yes };
 
     /// With or without a swipe to pop: a completed swipe (see `memory::perform`) pops the top controller.
     explicit NavigationController(SwipeToPop swipe = SwipeToPop::Yes);
     ~NavigationController() override;
 
+    /// The controller that is shown; nullptr before the first push.
     [[nodiscard]] std::shared_ptr<platform::UIViewController> topViewController() const;
 
     // platform::UINavigationController

@@ -16,6 +16,7 @@ namespace zelvora::memory {
 /// The running app. It starts active, on a device where no app is registered for any scheme. Main thread.
 class ZELVORA_API UIApplication final : public platform::UIApplication {
 public:
+    /// The center, on which the app posts that it became active, must outlive it.
     explicit UIApplication(platform::NotificationCenter& notificationCenter) : m_notificationCenter(notificationCenter)
     {
     }
@@ -25,6 +26,7 @@ public:
     /// The schemes that `canOpenURL` accepts: in lower case, without the colon, such as "tel".
     void setOpenableSchemes(std::set<std::string> schemes) { m_openableSchemes = std::move(schemes); }
 
+    /// The URLs that `open` was called with, whether or not their schemes can be opened.
     [[nodiscard]] std::vector<platform::URL> const& openedURLs() const { return m_openedURLs; }
     /// The URLs that `canOpenURL` was asked about.
     [[nodiscard]] std::vector<platform::URL> const& askedURLs() const { return m_askedURLs; }

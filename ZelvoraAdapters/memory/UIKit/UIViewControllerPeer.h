@@ -21,6 +21,7 @@ class ZELVORA_API UIViewControllerPeer final
     : public platform::UIViewController::Peer
     , private shared::PresentationChain::Client {
 public:
+    /// Made by the platform with each controller. The screen must outlive it.
     UIViewControllerPeer(Screen& screen, platform::UIViewController& owner);
     UIViewControllerPeer(UIViewControllerPeer const&) = delete;
     UIViewControllerPeer& operator=(UIViewControllerPeer const&) = delete;
@@ -36,14 +37,17 @@ public:
     [[nodiscard]] platform::UIViewController* presentingViewController() const;
     /// Whether the owner is neither below another one in a stack nor covered by a full-screen presentation.
     [[nodiscard]] bool isOnScreen() const;
+    /// As it was set last; automatic at first.
     [[nodiscard]] platform::UIModalPresentationStyle modalPresentationStyle() const { return m_style; }
 
     /// For the adapter itself.
+    /// @{
     void setNavigationController(std::weak_ptr<platform::UINavigationController> navigation)
     {
         m_navigation = std::move(navigation);
     }
     [[nodiscard]] Screen& screen() const { return m_screen; }
+    /// @}
 
     // platform::UIViewController::Peer
     [[nodiscard]] std::shared_ptr<platform::UIView> loadView() override;

@@ -13,8 +13,11 @@ class Screen;
 
 /// The size that a view has from its content; absent if constraints alone decide.
 struct IntrinsicSize {
+    /// In points.
+    /// @{
     std::optional<double> width {};
     std::optional<double> height {};
+    /// @}
 
     bool operator==(IntrinsicSize const&) const = default;
 };
@@ -23,6 +26,7 @@ struct IntrinsicSize {
 /// record under the owner's address.
 class ZELVORA_API UIViewPeer final : public platform::UIView::Peer {
 public:
+    /// Made by the platform with each view. The screen must outlive it.
     UIViewPeer(Screen& screen, platform::UIView& owner, platform::CGRect frame);
     ~UIViewPeer() override;
     UIViewPeer(UIViewPeer const&) = delete;
@@ -36,15 +40,21 @@ public:
     /// Places the view as a host does without constraints; it has an effect while the autoresizing mask is translated.
     void setFrame(platform::CGRect frame) { m_frame = m_ownFrame = frame; }
 
+    /// As it was set last; absent if it never was, so that the view is transparent.
     [[nodiscard]] std::optional<platform::UIColor> backgroundColor() const { return m_backgroundColor; }
+    /// Whether the view keeps its own frame: true at first.
     [[nodiscard]] bool translatesAutoresizingMaskIntoConstraints() const { return m_translates; }
+    /// The size of the view's content; none at first. A change takes effect at the next layout.
+    /// @{
     [[nodiscard]] IntrinsicSize intrinsicSize() const { return m_intrinsicSize; }
     void setIntrinsicSize(IntrinsicSize size) { m_intrinsicSize = size; }
+    /// @}
 
-    /// For the adapter itself.
+    /// The view that this is the native side of.
     [[nodiscard]] platform::UIView& owner() const { return m_owner; }
+    /// For the adapter itself: whether the layout gives the view the whole screen, as it does a controller's root view.
     void setFillsScreen(bool fills) { m_fillsScreen = fills; }
-    /// Lays out the tree of views that the owner is the root of.
+    /// For the adapter itself: lays out the tree of views that the owner is the root of.
     void layOutTree();
     /// See `Screen::ambiguities`: of the latest layout pass of that tree.
     [[nodiscard]] std::vector<std::string> const& ambiguities() const { return m_ambiguities; }

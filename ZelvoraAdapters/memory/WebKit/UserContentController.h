@@ -16,6 +16,7 @@ class CallRecord;
 /// process. Main thread.
 class ZELVORA_API UserContentController final : public platform::WKUserContentController {
 public:
+    /// The record, into which the calls go, must outlive the controller.
     explicit UserContentController(CallRecord& calls) : m_calls(calls) { }
     ~UserContentController() override;
     UserContentController(UserContentController const&) = delete;
@@ -23,6 +24,7 @@ public:
 
     /// nullptr if there is none of this name.
     [[nodiscard]] platform::WKScriptMessageHandler* handler(std::string const& name) const;
+    /// The scripts in the order in which they were added.
     [[nodiscard]] std::vector<platform::WKUserScript> const& userScripts() const { return m_userScripts; }
 
     // platform::WKUserContentController

@@ -26,12 +26,16 @@ class ZELVORA_API WebView final : public platform::WKWebView {
 public:
     /// What the delegate decided about an action.
     struct Decision {
+        /// The question and the answer. Without a delegate, the answer is to allow.
+        /// @{
         platform::WKNavigationAction action;
         platform::WKNavigationActionPolicy policy = platform::WKNavigationActionPolicy::Cancel;
+        /// @}
 
         bool operator==(Decision const&) const = default;
     };
 
+    /// Made by `Platform::makeWebView`. The screen and the queue must outlive it.
     WebView(Screen& screen, platform::DispatchQueue& mainQueue, platform::CGRect frame,
         platform::WKWebViewConfiguration configuration);
 
@@ -47,17 +51,25 @@ public:
 
     /// The evaluated scripts, in order.
     [[nodiscard]] std::vector<std::string> const& evaluated() const { return m_evaluated; }
+    /// What `load` was called with, in order, even if the delegate refused it.
     [[nodiscard]] std::vector<platform::URLRequest> const& loadedRequests() const { return m_loadedRequests; }
+    /// Every navigation that was decided on, in the order of the answers.
     [[nodiscard]] std::vector<Decision> const& decisions() const { return m_decisions; }
+    /// The frame that the view was made with.
     [[nodiscard]] platform::CGRect initialFrame() const { return m_initialFrame; }
+    /// As it was set last; at first false or nullptr.
+    /// @{
     [[nodiscard]] bool isInspectable() const { return m_inspectable; }
     [[nodiscard]] bool allowsBackForwardNavigationGestures() const { return m_allowsGestures; }
     [[nodiscard]] platform::WKNavigationDelegate* navigationDelegate() const { return m_delegate; }
+    /// @}
+    /// How many observations of the URL have not ended.
     [[nodiscard]] std::size_t observerCount() const;
     /// The calls to the content controller, this view and its peer, in one common order: "makeWebView", "setInspectable
     /// true", "setNavigationDelegate", "setAllowsBackForwardNavigationGestures false", "load URL", "observeURL",
     /// "goBack", "evaluateJavaScript", and those that the other two document.
     [[nodiscard]] std::vector<std::string> calls() const;
+    /// Where the SDK's scripts and message handlers are. One of another adapter stops the process.
     [[nodiscard]] UserContentController& userContentController() const;
 
     // platform::WKWebView
@@ -70,6 +82,8 @@ public:
     [[nodiscard]] bool canGoBack() const override { return m_place > 1; }
     void goBack() override;
     void evaluateJavaScript(std::string const& script) override;
+    /// Calls the handler whenever the URL has changed, after those that were added before it and before the call that
+    /// changed the URL returns.
     [[nodiscard]] std::unique_ptr<platform::NSKeyValueObservation> observeURL(
         std::function<void(platform::WKWebView&)> handler) override;
 

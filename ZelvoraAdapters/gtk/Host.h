@@ -14,16 +14,16 @@
 // As in <webkit/webkit.h>, which only a host that uses the engine itself needs.
 typedef struct _WebKitWebView WebKitWebView; // NOLINT(modernize-use-using): as the engine declares it
 
-// What a host with GTK widgets calls. Main thread. Where a widget, a window or a controller is asked for, anything else
-// gives nullptr and a warning.
-//
-//     gtk::install({ .bundleIdentifier = "com.example.shop", .appName = "Example" });
-//     auto home = gtk::wrapScreen(homePage);
-//     auto navigation = gtk::makeNavigationController(home);
-//     gtk::setRootViewController(window, navigation);
-//     ...
-//     sdk.setHeaderViewProvider([](auto&) { return gtk::wrapWidget(makeHeader()); });
-//     sdk.start(home);
+/// What a host with GTK widgets calls. Main thread. Where a widget, a window or a controller is asked for, anything
+/// else gives nullptr and a warning.
+///
+///     gtk::install({ .bundleIdentifier = "com.example.shop", .appName = "Example" });
+///     auto home = gtk::wrapScreen(homePage);
+///     auto navigation = gtk::makeNavigationController(home);
+///     gtk::setRootViewController(window, navigation);
+///     ...
+///     sdk.setHeaderViewProvider([](auto&) { return gtk::wrapWidget(makeHeader()); });
+///     sdk.start(home);
 namespace zelvora::gtk {
 
 /// Makes a `gtk::Platform` and installs it. Call it once, after `gtk_init` (an application's "startup" signal is late

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 
+/// The SDK. A host begins with `ZelvoraSDK`; what else is here, it gets from there or gives to it.
 namespace zelvora {
 
 class ZelvoraWebView;

@@ -1,5 +1,6 @@
 #pragma once
 
+/// What adapters need not write twice.
 namespace zelvora::shared {
 
 /// How far bars and notches reach into the screen, in points.

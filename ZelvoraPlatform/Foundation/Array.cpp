@@ -35,9 +35,9 @@ struct Array::Chunk {
     {
     }
     // With these elements and no slot for another.
-    Chunk(std::uint64_t chainLineage, std::vector<Value> allElements)
+    Chunk(std::uint64_t chainLineage, std::uint64_t firstPosition, std::vector<Value> allElements)
         : lineage(chainLineage)
-        , first(0)
+        , first(firstPosition)
         , capacity(allElements.size())
         , claimed(capacity)
         , elements(std::move(allElements))
@@ -179,15 +179,21 @@ Array::Array(std::vector<Value> const& elements) : Array(std::vector<Value>(elem
 
 Array::Array(std::vector<Value>&& elements)
 {
-    if (elements.empty() || elements.size() > largestChunk) {
-        for (auto& element : elements)
-            append(std::move(element));
+    if (elements.empty())
         return;
-    }
+    auto const lineage = makeLineage();
     for (auto const& element : elements)
         note(element);
-    m_end = elements.size();
-    m_head = m_tail = std::make_shared<Chunk>(makeLineage(), std::move(elements));
+    if (elements.size() <= largestChunk) {
+        link(std::make_shared<Chunk>(lineage, 0, std::move(elements)));
+        return;
+    }
+    auto const end = std::move_iterator(elements.end());
+    for (auto next = std::move_iterator(elements.begin()); next != end;) {
+        auto const last = next + std::min<std::ptrdiff_t>(end - next, largestChunk);
+        link(std::make_shared<Chunk>(lineage, m_end, std::vector<Value>(next, last)));
+        next = last;
+    }
 }
 
 Array::Array(std::vector<Part> parts)
@@ -198,18 +204,21 @@ Array::Array(std::vector<Part> parts)
             continue;
         m_nesting = std::max(m_nesting, part.nesting + 1);
         m_kinds = static_cast<std::uint8_t>(m_kinds | part.kinds);
-        auto const count = part.count;
-        auto chunk = std::make_shared<Chunk>(lineage, m_end, std::move(part));
-        if (m_tail) {
-            // Whoever appended here last went on to the next link.
-            m_tail->claimed = m_tail->capacity + 1;
-            m_tail->next = chunk;
-        } else {
-            m_head = chunk;
-        }
-        m_tail = std::move(chunk);
-        m_end += count;
+        link(std::make_shared<Chunk>(lineage, m_end, std::move(part)));
     }
+}
+
+void Array::link(std::shared_ptr<Chunk> chunk)
+{
+    if (m_tail) {
+        // Whoever appended here last went on to the next link.
+        m_tail->claimed = m_tail->capacity + 1;
+        m_tail->next = chunk;
+    } else {
+        m_head = chunk;
+    }
+    m_end = chunk->end();
+    m_tail = std::move(chunk);
 }
 
 Array::Iterator Array::begin() const

@@ -122,6 +122,8 @@ public:
     bool operator==(Array const& other) const;
 
 private:
+    /// Appends a link that is full, while nobody else has this array.
+    void link(std::shared_ptr<Chunk> chunk);
     void append(Value element);
     void note(Value const& element);
 

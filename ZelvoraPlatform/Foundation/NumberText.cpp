@@ -16,19 +16,20 @@ using Buffer = std::array<char, 64>;
 
 std::string_view write(double number, Buffer& buffer)
 {
-    if (std::isnan(number))
-        return "nan";
-    if (std::isinf(number))
-        return number < 0 ? "-inf" : "inf";
     auto* const first = buffer.data();
     auto* const last = first + buffer.size();
     // The shortest form writes 100000 as 1e+05. An integer has no negative zero.
     constexpr double plainLimit = 1e16;
-    auto const isPlain = std::trunc(number) == number && std::abs(number) < plainLimit;
-    auto const isInteger = isPlain && (number != 0 || !std::signbit(number));
-    auto const written =
-        isInteger ? std::to_chars(first, last, static_cast<std::int64_t>(number)) : std::to_chars(first, last, number);
-    return { first, written.ptr };
+    if (std::abs(number) < plainLimit) {
+        auto const integer = static_cast<std::int64_t>(number);
+        if (static_cast<double>(integer) == number && (integer != 0 || !std::signbit(number)))
+            return { first, std::to_chars(first, last, integer).ptr };
+    } else if (std::isnan(number)) {
+        return "nan";
+    } else if (std::isinf(number)) {
+        return number < 0 ? "-inf" : "inf";
+    }
+    return { first, std::to_chars(first, last, number).ptr };
 }
 
 std::string_view write(LargeInteger integer, Buffer& buffer)

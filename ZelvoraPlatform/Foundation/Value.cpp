@@ -27,9 +27,9 @@ std::optional<Content> plain(Held const& held)
 
 Value::Value(std::string text) : m_held(std::make_shared<std::string const>(std::move(text))) { }
 
-Value::Value(std::string_view text) : Value(std::string(text)) { }
+Value::Value(std::string_view text) : m_held(std::make_shared<std::string const>(text)) { }
 
-Value::Value(char const* text) : Value(std::string(text)) { }
+Value::Value(char const* text) : Value(std::string_view(text)) { }
 
 Value::Value(platform::Date date) : m_held(date) { }
 

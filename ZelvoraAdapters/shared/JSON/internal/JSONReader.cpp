@@ -5,11 +5,12 @@
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 
 #include <cstddef>
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
-#include <variant>
 #include <vector>
 
 namespace zelvora::shared {
@@ -21,6 +22,9 @@ using platform::Dictionary;
 using platform::Value;
 
 /// Builds a value from the parser's events. A handler that returns false stops the parser.
+///
+/// What the open containers hold so far is in two stacks that they share, so that each is made in one piece, of its
+/// size.
 class ValueBuilder final : public nlohmann::json_sax<JSON> {
 public:
     [[nodiscard]] std::expected<Value, platform::Error> takeResult()
@@ -36,28 +40,29 @@ public:
     bool number_integer(number_integer_t number) override { return add(number); }
     bool number_unsigned(number_unsigned_t number) override { return add(number); }
     bool number_float(number_float_t number, string_t const&) override { return add(number); }
-    bool string(string_t& text) override { return add(std::move(text)); }
+    // Copied, because the parser goes on with its buffer, which it would have to allocate again.
+    bool string(string_t& text) override { return add(std::string_view(text)); }
     bool binary(binary_t&) override { return refuse("it contains binary data"); }
-    bool start_object(std::size_t) override { return open(Members {}); }
+    bool start_object(std::size_t) override { return open(Value::Kind::Dictionary, m_entries.size()); }
     bool key(string_t& key) override
     {
-        std::get<Members>(m_open.back()).key = std::move(key);
+        m_entries.emplace_back(key, platform::Null {});
         return true;
     }
-    bool end_object() override { return close(Dictionary(std::move(std::get<Members>(m_open.back()).entries))); }
-    bool start_array(std::size_t) override { return open(Elements {}); }
-    bool end_array() override { return close(platform::Array(std::move(std::get<Elements>(m_open.back())))); }
+    bool end_object() override { return close(Dictionary(takeFromOpen(m_entries))); }
+    bool start_array(std::size_t) override { return open(Value::Kind::Array, m_elements.size()); }
+    bool end_array() override { return close(platform::Array(takeFromOpen(m_elements))); }
     bool parse_error(std::size_t position, std::string const&, JSON::exception const&) override
     {
         return refuse("it is malformed at byte " + std::to_string(position));
     }
 
 private:
-    struct Members {
-        Dictionary::Entries entries;
-        std::string key;
+    struct Container {
+        Value::Kind kind;
+        /// The place of its first item in its stack.
+        std::size_t first;
     };
-    using Elements = std::vector<Value>;
 
     bool refuse(std::string const& reason)
     {
@@ -65,12 +70,21 @@ private:
         return false;
     }
 
-    bool open(std::variant<Elements, Members> container)
+    bool open(Value::Kind kind, std::size_t first)
     {
         if (m_open.size() == Value::maximumNesting)
             return refuse("it nests deeper than " + std::to_string(Value::maximumNesting) + " levels");
-        m_open.push_back(std::move(container));
+        m_open.push_back({ .kind = kind, .first = first });
         return true;
+    }
+
+    template<typename Item>
+    std::vector<Item> takeFromOpen(std::vector<Item>& stack)
+    {
+        auto const first = stack.begin() + static_cast<std::ptrdiff_t>(m_open.back().first);
+        std::vector<Item> items(std::move_iterator(first), std::move_iterator(stack.end()));
+        stack.erase(first, stack.end());
+        return items;
     }
 
     bool close(Value container)
@@ -88,16 +102,16 @@ private:
     {
         if (m_open.empty())
             return refuse("its top level is neither an array nor an object");
-        if (auto* elements = std::get_if<Elements>(&m_open.back())) {
-            elements->emplace_back(std::forward<Content>(content));
-            return true;
-        }
-        auto& members = std::get<Members>(m_open.back());
-        members.entries.emplace_back(std::move(members.key), std::forward<Content>(content));
+        if (m_open.back().kind == Value::Kind::Array)
+            m_elements.emplace_back(std::forward<Content>(content));
+        else
+            m_entries.back().second = std::forward<Content>(content);
         return true;
     }
 
-    std::vector<std::variant<Elements, Members>> m_open;
+    std::vector<Container> m_open;
+    std::vector<Value> m_elements;
+    Dictionary::Entries m_entries;
     Value m_result;
     std::optional<platform::Error> m_error;
 };

@@ -114,6 +114,7 @@
     _history.push_back(url);
     ++_place;
     [self setDoubleURL:url];
+    [self doubleCommitNavigation];
 }
 
 - (void)askAbout:(NSURL*)url orElse:(std::function<void()>)refused then:(std::function<void()>)allowed
@@ -149,6 +150,12 @@
 - (BOOL)doublePost:(id)body toHandler:(NSString*)name
 {
     return [_configuration.userContentController doublePass:body toHandler:name from:self];
+}
+
+- (void)doubleFailLoad:(NSInteger)code
+{
+    _pendingLoad = nil;
+    [self doubleFailNavigation:code];
 }
 
 - (void)doubleTerminateProcess

@@ -49,7 +49,9 @@ public:
 /// Asks the delegate, which answers now or later; without one every navigation is allowed. The URL may be nil. The
 /// process stops where a decision is made twice, and nothing ever happens where none is made.
 - (void)doubleAskAbout:(NSURL*)url then:(std::function<void(bool isAllowed)>)decided;
-/// These tell the delegate.
+/// These tell the delegate. The code is one of NSURLErrorDomain.
 - (void)doubleStartNavigation;
+- (void)doubleCommitNavigation;
+- (void)doubleFailNavigation:(NSInteger)code;
 - (void)doubleLoseProcess;
 @end

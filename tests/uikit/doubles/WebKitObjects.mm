@@ -209,6 +209,19 @@
         [_delegate webView:self didStartProvisionalNavigation:nil];
 }
 
+- (void)doubleCommitNavigation
+{
+    if ([_delegate respondsToSelector:@selector(webView:didCommitNavigation:)])
+        [_delegate webView:self didCommitNavigation:nil];
+}
+
+- (void)doubleFailNavigation:(NSInteger)code
+{
+    NSError* error = [NSError errorWithDomain:NSURLErrorDomain code:code userInfo:nil];
+    if ([_delegate respondsToSelector:@selector(webView:didFailProvisionalNavigation:withError:)])
+        [_delegate webView:self didFailProvisionalNavigation:nil withError:error];
+}
+
 - (void)doubleLoseProcess
 {
     if ([_delegate respondsToSelector:@selector(webViewWebContentProcessDidTerminate:)])

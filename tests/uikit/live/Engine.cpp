@@ -32,6 +32,7 @@ public:
         gtk_window_present(m_window);
         g_signal_connect(m_view, "decide-policy", G_CALLBACK(decidePolicy), this);
         g_signal_connect(m_view, "load-changed", G_CALLBACK(loadDidChange), this);
+        g_signal_connect(m_view, "load-failed", G_CALLBACK(loadDidFail), this);
         g_signal_connect(m_view, "notify::uri", G_CALLBACK(urlDidChange), this);
         g_signal_connect(m_view, "web-process-terminated", G_CALLBACK(processDidDie), this);
     }
@@ -97,6 +98,16 @@ private:
     {
         if (event == WEBKIT_LOAD_STARTED)
             of(self).m_callbacks.didStart();
+        if (event == WEBKIT_LOAD_COMMITTED)
+            of(self).m_callbacks.didCommit();
+    }
+
+    static gboolean loadDidFail(WebKitWebView*, WebKitLoadEvent event, char const*, GError const* error, gpointer self)
+    {
+        if (event == WEBKIT_LOAD_COMMITTED)
+            return FALSE;
+        of(self).m_callbacks.didFail(g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED));
+        return FALSE;
     }
 
     static void urlDidChange(GObject*, GParamSpec*, gpointer self)

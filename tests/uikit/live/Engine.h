@@ -21,6 +21,9 @@ public:
         /// later, also when the engine is gone.
         std::function<void(std::string const& url, std::function<void(bool isAllowed)> decide)> decideNavigation;
         std::function<void()> didStart;
+        std::function<void()> didCommit;
+        /// A load ends without a page, for another one or because it failed.
+        std::function<void(bool isCancelled)> didFail;
         std::function<void(std::string const& url)> urlDidChange;
         std::function<void()> processDidDie;
     };

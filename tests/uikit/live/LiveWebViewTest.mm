@@ -96,6 +96,17 @@ TEST_F(LiveWebViewTest, APageWhoseProcessDiesIsLoadedAgainWithItsHandlersUnlessT
     m_delegate.pending.front()(WKNavigationActionPolicy::Cancel);
 }
 
+TEST_F(LiveWebViewTest, ARequestWhoseProcessDiesBeforeThereIsAPageIsMadeAgainWithItsHeaders)
+{
+    auto const url = *platform::URL::parse(m_harness.server().serveNothing("/slow"));
+    m_view->load({ .url = url, .httpHeaderFields = { { "X-Zelvora", "yes" } } });
+    ASSERT_TRUE(m_harness.runUntil([&] { return m_harness.server().received().size() == 1; }));
+    EXPECT_EQ(m_harness.server().received().back().headers.at("x-zelvora"), "yes");
+    live::killProcess(m_native);
+    ASSERT_TRUE(m_harness.runUntil([&] { return m_harness.server().received().size() == 2; }));
+    EXPECT_EQ(m_harness.server().received().back().headers.at("x-zelvora"), "yes");
+}
+
 TEST_F(LiveWebViewTest, ANavigationWaitsForADecisionThatIsMadeLater)
 {
     auto const url = m_harness.page("late", "<script>webkit.messageHandlers.zelvora.postMessage('loaded')</script>");

@@ -106,6 +106,12 @@ private:
                 tell([&](WKWebView* view) { [view doubleAskAbout:urlOf(url) then:decide]; });
             },
         .didStart = [tell] { tell([](WKWebView* view) { [view doubleStartNavigation]; }); },
+        .didCommit = [tell] { tell([](WKWebView* view) { [view doubleCommitNavigation]; }); },
+        .didFail =
+            [tell](bool isCancelled) {
+                auto const code = isCancelled ? NSURLErrorCancelled : NSURLErrorCannotConnectToHost;
+                tell([&](WKWebView* view) { [view doubleFailNavigation:code]; });
+            },
         .urlDidChange = [tell](std::string const& url) { tell([&](WKWebView* view) { [view changeURL:urlOf(url)]; }); },
         .processDidDie = [tell] { tell([](WKWebView* view) { [view doubleLoseProcess]; }); },
     };

@@ -67,18 +67,11 @@ phone_seeds() {
     counted tests/uikit/seeds.sh
 }
 
-# On a display.
+# With a real engine, on a display.
 phone_live() {
-    build_phone uikit uikit_live || return 1
-    local output status=0
-    output="$(with_sanitizers with_display "$PWD/build/uikit" tests/uikit/in_new_home.sh \
-        build/uikit/tests/uikit/live/uikit_live 2>&1)" || status=$?
-    say "$output"
-    s_passed="$(sed -nE 's/^\[  PASSED  \] ([0-9]+) tests?\..*/\1/p' <<<"$output")"
-    s_failed="$(grep -cE '^\[  FAILED  \] .*\([0-9]+ ms\)$' <<<"$output")" || true
-    s_passed="${s_passed:-0}"
-    ((s_passed > 0 && s_failed == 0 && status == 0))
+    build_phone uikit all && with_sanitizers run_phone_tests live with_display "$PWD/build/uikit"
 }
+
 phone_package() { counted tests/uikit/package.sh; }
 phone_swift() { counted tests/uikit/swift.sh; }
 
@@ -94,10 +87,11 @@ build_phone() {
     build "$preset" "$target" "${launcher[@]}"
 }
 
-# run_phone_tests PRESET: as run_tests, without displays.
+# run_phone_tests LABEL [COMMAND...]: as run_tests, those with this label, by a ctest that the command runs.
 run_phone_tests() {
-    local preset="$1" report="$PWD/build/$1/tests.xml" status=0
+    local label="$1" report="$PWD/build/uikit/tests-$1.xml" status=0
+    shift
     rm -f "$report"
-    ctest --test-dir "build/$preset" -j "$(nproc)" --output-on-failure --output-junit "$report" || status=$?
+    "$@" ctest --test-dir build/uikit -L "^$label\$" -j "$(nproc)" --output-on-failure --output-junit "$report" || status=$?
     count_tests "$report" "$status"
 }

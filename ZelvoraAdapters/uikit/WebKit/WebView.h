@@ -31,6 +31,8 @@ public:
     void decidePolicyFor(
         platform::WKNavigationAction const& action, platform::WKNavigationDelegate::DecisionHandler decisionHandler);
     void didStartProvisionalNavigation();
+    void didCommitNavigation();
+    void didFailProvisionalNavigation(NSError* error);
     void webProcessDidTerminate();
     void urlDidChange();
 
@@ -59,6 +61,8 @@ private:
     ZLVWebViewObserver* m_observer;
     // Reset by the delegate, before it is destroyed.
     platform::WKNavigationDelegate* m_navigationDelegate = nullptr;
+    // Until there is a page, which the system can reload by itself.
+    NSURLRequest* m_uncommittedRequest = nil;
     std::string m_reportedURL;
     std::vector<std::shared_ptr<Observer>> m_observers;
     bool m_isObserving = false;

@@ -38,6 +38,18 @@ typedef void (^DecisionHandler)(WKNavigationActionPolicy);
         _view->didStartProvisionalNavigation();
 }
 
+- (void)webView:(WKWebView*)webView didCommitNavigation:(WKNavigation*)navigation
+{
+    if (_view)
+        _view->didCommitNavigation();
+}
+
+- (void)webView:(WKWebView*)webView didFailProvisionalNavigation:(WKNavigation*)navigation withError:(NSError*)error
+{
+    if (_view)
+        _view->didFailProvisionalNavigation(error);
+}
+
 - (void)webViewWebContentProcessDidTerminate:(WKWebView*)webView
 {
     if (_view)
@@ -141,6 +153,18 @@ void WebView::didStartProvisionalNavigation()
         m_navigationDelegate->didStartProvisionalNavigation();
 }
 
+void WebView::didCommitNavigation()
+{
+    m_uncommittedRequest = nil;
+}
+
+void WebView::didFailProvisionalNavigation(NSError* error)
+{
+    // A request that is replaced by a newer one is cancelled.
+    if (error.code != NSURLErrorCancelled)
+        m_uncommittedRequest = nil;
+}
+
 void WebView::webProcessDidTerminate()
 {
     constexpr int mostReloads = 3;
@@ -150,7 +174,11 @@ void WebView::webProcessDidTerminate()
         m_firstReload = now;
         m_reloads = 0;
     }
-    if (++m_reloads <= mostReloads)
+    if (++m_reloads > mostReloads)
+        return;
+    if (m_uncommittedRequest)
+        [m_native loadRequest:m_uncommittedRequest];
+    else
         [m_native reload];
 }
 
@@ -190,8 +218,9 @@ void WebView::setAllowsBackForwardNavigationGestures(bool allows)
 void WebView::load(platform::URLRequest request)
 {
     // Without one the view stays blank.
-    if (NSURLRequest* native = nativeRequest(request))
-        [m_native loadRequest:native];
+    m_uncommittedRequest = nativeRequest(request);
+    if (m_uncommittedRequest)
+        [m_native loadRequest:m_uncommittedRequest];
 }
 
 std::optional<URL> WebView::url() const

@@ -2,6 +2,7 @@
 
 #include "ZelvoraPlatform/Platform.h"
 #include "ZelvoraPlatform/UIKit/UINavigationController.h"
+#include "tests/uikit/contract/AutoreleasePool.h"
 
 #import <UIKit/UIKit.h>
 #import <WebKit/WebKit.h>
@@ -56,8 +57,7 @@ public:
     std::vector<std::string> openedURLs();
 
 private:
-    // The main loop of a phone drains one in each turn.
-    void* m_pool;
+    AutoreleasePool m_pool;
     UIWindow* m_window;
     WKWebView* m_shownWebView = nil;
 };

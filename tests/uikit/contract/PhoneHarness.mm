@@ -10,10 +10,6 @@
 
 #include <string_view>
 
-// What `@autoreleasepool` calls.
-extern "C" void* objc_autoreleasePoolPush(void);
-extern "C" void objc_autoreleasePoolPop(void* pool);
-
 /// A host's view with a height of its own.
 @interface ZLVContentView : UIView {
 @public
@@ -36,7 +32,6 @@ PhoneHarness::PhoneHarness()
 {
     uikit::install();
     m_window = [[UIWindow alloc] initWithFrame:CGRectMake(0, 0, 390, 844)];
-    m_pool = objc_autoreleasePoolPush();
     doubles::setOpenableSchemes({ "zelvora-test" });
     doubles::setApplicationState(UIApplicationStateBackground);
 }
@@ -44,15 +39,13 @@ PhoneHarness::PhoneHarness()
 PhoneHarness::~PhoneHarness()
 {
     m_window.rootViewController = nil;
-    objc_autoreleasePoolPop(m_pool);
 }
 
 bool PhoneHarness::runUntil(std::function<bool()> const& done)
 {
     return doubles::runMainUntil([this, &done] {
         doubles::finishTransitions();
-        objc_autoreleasePoolPop(m_pool);
-        m_pool = objc_autoreleasePoolPush();
+        m_pool.drain();
         return done();
     });
 }

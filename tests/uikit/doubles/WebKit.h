@@ -14,6 +14,8 @@
 - (void)doubleNavigateFrameTo:(NSURL*)url;
 /// The page posts an object. False if the name has no handler.
 - (BOOL)doublePost:(id)body toHandler:(NSString*)name;
+/// A navigation fails before there is a page, with a code of NSURLErrorDomain.
+- (void)doubleFailLoad:(NSInteger)code;
 /// The process of the page dies.
 - (void)doubleTerminateProcess;
 /// Tells the observers of the URL although it is the same.

@@ -7,7 +7,6 @@
 
 #include <cstddef>
 #include <functional>
-#include <memory>
 
 @implementation WKUserContentController (Double)
 
@@ -110,33 +109,22 @@
 
 - (void)commit:(NSURL*)url
 {
-    if ([_delegate respondsToSelector:@selector(webView:didStartProvisionalNavigation:)])
-        [_delegate webView:self didStartProvisionalNavigation:nil];
+    [self doubleStartNavigation];
     _history.resize(_place);
     _history.push_back(url);
     ++_place;
     [self setDoubleURL:url];
+    [self doubleCommitNavigation];
 }
 
-/// The engine stops the process where a decision is made twice, and waits forever where none is made.
 - (void)askAbout:(NSURL*)url orElse:(std::function<void()>)refused then:(std::function<void()>)allowed
 {
-    if (![_delegate respondsToSelector:@selector(webView:decidePolicyForNavigationAction:decisionHandler:)]) {
-        allowed();
-        return;
-    }
-    auto const count = std::make_shared<int>(0);
-    [_delegate webView:self
-        decidePolicyForNavigationAction:[WKNavigationAction doubleActionTo:url]
-                        decisionHandler:^(WKNavigationActionPolicy policy) {
-                            zelvora::doubles::requireMainThread("decisionHandler");
-                            if (++*count > 1)
-                                [NSException raise:NSInternalInconsistencyException format:@"decided twice"];
-                            bool const isAllowed = policy == WKNavigationActionPolicyAllow;
-                            char const* const text = url ? url.absoluteString.UTF8String : "none";
-                            self->_decisions.push_back((isAllowed ? "allow " : "cancel ") + std::string(text));
-                            isAllowed ? allowed() : refused();
-                        }];
+    [self doubleAskAbout:url
+                    then:[self, url, refused, allowed](bool isAllowed) {
+                        char const* const text = url ? url.absoluteString.UTF8String : "none";
+                        _decisions.push_back((isAllowed ? "allow " : "cancel ") + std::string(text));
+                        isAllowed ? allowed() : refused();
+                    }];
 }
 
 - (void)evaluateJavaScript:(NSString*)script completionHandler:(void (^)(id, NSError*))completion
@@ -164,10 +152,15 @@
     return [_configuration.userContentController doublePass:body toHandler:name from:self];
 }
 
+- (void)doubleFailLoad:(NSInteger)code
+{
+    _pendingLoad = nil;
+    [self doubleFailNavigation:code];
+}
+
 - (void)doubleTerminateProcess
 {
-    if ([_delegate respondsToSelector:@selector(webViewWebContentProcessDidTerminate:)])
-        [_delegate webViewWebContentProcessDidTerminate:self];
+    [self doubleLoseProcess];
 }
 
 @end

@@ -2,6 +2,8 @@
 
 #include "tests/uikit/doubles/Calls.h"
 
+#include <memory>
+
 // GNUstep's has no context.
 @implementation NSObject (ZelvoraKVO)
 
@@ -81,6 +83,8 @@
 {
     zelvora::doubles::requireMainThread("addUserScript");
     [_scripts addObject:script];
+    for (auto* observer : _observers)
+        observer->didAddScript(script);
 }
 
 - (void)addScriptMessageHandler:(id<WKScriptMessageHandler>)handler name:(NSString*)name
@@ -89,14 +93,16 @@
     if ([_handlers objectForKey:name])
         [NSException raise:NSInvalidArgumentException format:@"A handler named '%@' exists already.", name];
     [_handlers setObject:handler forKey:name];
+    for (auto* observer : _observers)
+        observer->didAddHandler(name);
 }
 
 - (void)removeScriptMessageHandlerForName:(NSString*)name
 {
     zelvora::doubles::requireMainThread("removeScriptMessageHandler");
     [_handlers removeObjectForKey:name];
-    if (_didRemoveHandler)
-        _didRemoveHandler(name);
+    for (auto* observer : _observers)
+        observer->didRemoveHandler(name);
 }
 
 - (BOOL)doublePass:(id)body toHandler:(NSString*)name from:(WKWebView*)webView
@@ -158,7 +164,7 @@
 
 @end
 
-@implementation WKWebView (Accessors)
+@implementation WKWebView (Delegate)
 
 - (WKWebViewConfiguration*)configuration
 {
@@ -178,6 +184,48 @@
 - (NSURL*)URL
 {
     return _url;
+}
+
+- (void)doubleAskAbout:(NSURL*)url then:(std::function<void(bool)>)decided
+{
+    if (![_delegate respondsToSelector:@selector(webView:decidePolicyForNavigationAction:decisionHandler:)]) {
+        decided(true);
+        return;
+    }
+    auto const count = std::make_shared<int>(0);
+    [_delegate webView:self
+        decidePolicyForNavigationAction:[WKNavigationAction doubleActionTo:url]
+                        decisionHandler:^(WKNavigationActionPolicy policy) {
+                            zelvora::doubles::requireMainThread("decisionHandler");
+                            if (++*count > 1)
+                                [NSException raise:NSInternalInconsistencyException format:@"decided twice"];
+                            decided(policy == WKNavigationActionPolicyAllow);
+                        }];
+}
+
+- (void)doubleStartNavigation
+{
+    if ([_delegate respondsToSelector:@selector(webView:didStartProvisionalNavigation:)])
+        [_delegate webView:self didStartProvisionalNavigation:nil];
+}
+
+- (void)doubleCommitNavigation
+{
+    if ([_delegate respondsToSelector:@selector(webView:didCommitNavigation:)])
+        [_delegate webView:self didCommitNavigation:nil];
+}
+
+- (void)doubleFailNavigation:(NSInteger)code
+{
+    NSError* error = [NSError errorWithDomain:NSURLErrorDomain code:code userInfo:nil];
+    if ([_delegate respondsToSelector:@selector(webView:didFailProvisionalNavigation:withError:)])
+        [_delegate webView:self didFailProvisionalNavigation:nil withError:error];
+}
+
+- (void)doubleLoseProcess
+{
+    if ([_delegate respondsToSelector:@selector(webViewWebContentProcessDidTerminate:)])
+        [_delegate webViewWebContentProcessDidTerminate:self];
 }
 
 @end

@@ -1,5 +1,10 @@
 #include "tests/uikit/live/Engine.h"
 
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+#include "ZelvoraAdapters/gtk/WebKit/ScriptValue.h"
+#include "ZelvoraAdapters/gtk/WebKit/UserContentController.h"
+#include "ZelvoraAdapters/gtk/WebKit/refusePanels.h"
+
 #include <gtk/gtk.h>
 #include <webkit/webkit.h>
 
@@ -11,90 +16,81 @@ namespace zelvora::live {
 
 namespace {
 
-std::string jsonOf(JSCValue* value)
-{
-    if (!value || jsc_value_is_undefined(value))
-        return {};
-    char* const json = jsc_value_to_json(value, 0);
-    std::string text = json ? json : "";
-    g_free(json);
-    return text;
-}
+using Finish = std::function<void(std::optional<platform::Value> const& result, std::string const& error)>;
 
-class WebKitEngine final : public Engine {
+class WebKitEngine final
+    : public Engine
+    , private platform::WKScriptMessageHandler {
 public:
     explicit WebKitEngine(Callbacks callbacks) : m_callbacks(std::move(callbacks))
     {
-        m_view = WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "user-content-manager", m_content, nullptr));
+        m_view =
+            WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "user-content-manager", m_content.manager(), nullptr));
+        gtk::refusePanels(m_view);
         m_window = GTK_WINDOW(gtk_window_new());
         gtk_window_set_child(m_window, GTK_WIDGET(m_view));
         gtk_window_present(m_window);
         g_signal_connect(m_view, "decide-policy", G_CALLBACK(decidePolicy), this);
         g_signal_connect(m_view, "load-changed", G_CALLBACK(loadDidChange), this);
+        g_signal_connect(m_view, "load-failed", G_CALLBACK(loadDidFail), this);
         g_signal_connect(m_view, "notify::uri", G_CALLBACK(urlDidChange), this);
-        g_signal_connect(m_view, "script-dialog", G_CALLBACK(closeDialog), nullptr);
+        g_signal_connect(m_view, "web-process-terminated", G_CALLBACK(processDidDie), this);
     }
-
+    WebKitEngine(WebKitEngine const&) = delete;
+    WebKitEngine& operator=(WebKitEngine const&) = delete;
     ~WebKitEngine() override
     {
         g_signal_handlers_disconnect_by_data(m_view, this);
-        g_signal_handlers_disconnect_by_data(m_content, this);
         gtk_window_destroy(m_window);
-        g_object_unref(m_content);
     }
 
     // Engine
     void addScript(std::string const& source, bool atStart, bool inMainFrameOnly) override
     {
-        auto* const script = webkit_user_script_new(source.c_str(),
-            inMainFrameOnly ? WEBKIT_USER_CONTENT_INJECT_TOP_FRAME : WEBKIT_USER_CONTENT_INJECT_ALL_FRAMES,
-            atStart ? WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START : WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_END, nullptr,
-            nullptr);
-        webkit_user_content_manager_add_script(m_content, script);
-        webkit_user_script_unref(script);
+        auto const time = atStart ? platform::WKUserScriptInjectionTime::AtDocumentStart
+                                  : platform::WKUserScriptInjectionTime::AtDocumentEnd;
+        m_content.addUserScript({ source, time, inMainFrameOnly });
     }
-    void addHandler(std::string const& name) override
+    void addHandler(std::string const& name) override { m_content.addScriptMessageHandler(*this, name); }
+    void removeHandler(std::string const& name) override { m_content.removeScriptMessageHandler(name); }
+    void load(std::string const& url, std::map<std::string, std::string> const& headers) override
     {
-        g_signal_connect(m_content, ("script-message-received::" + name).c_str(), G_CALLBACK(didReceive), this);
-        m_handler = name;
-        webkit_user_content_manager_register_script_message_handler(m_content, name.c_str(), nullptr);
+        auto const request = gtk::adopt(webkit_uri_request_new(url.c_str()));
+        for (auto const& [name, value] : headers) {
+            soup_message_headers_replace(
+                webkit_uri_request_get_http_headers(request.get()), name.c_str(), value.c_str());
+        }
+        webkit_web_view_load_request(m_view, request.get());
     }
-    void removeHandler(std::string const& name) override
+    void reload() override { webkit_web_view_reload(m_view); }
+    bool canGoBack() override { return webkit_web_view_can_go_back(m_view); }
+    void goBack() override { webkit_web_view_go_back(m_view); }
+    void evaluate(std::string const& script, Finish done) override
     {
-        webkit_user_content_manager_unregister_script_message_handler(m_content, name.c_str(), nullptr);
-    }
-    void load(std::string const& html, std::string const& url) override
-    {
-        webkit_web_view_load_html(m_view, html.c_str(), url.c_str());
-    }
-    void evaluate(
-        std::string const& script, std::function<void(std::string const& json, std::string const& error)> done) override
-    {
-        auto finish = std::make_unique<decltype(done)>(std::move(done));
+        auto finish = std::make_unique<Finish>(std::move(done));
         webkit_web_view_evaluate_javascript(m_view, script.c_str(), static_cast<gssize>(script.size()), nullptr,
             nullptr, nullptr, didEvaluate, finish.release());
     }
+    void killProcess() override { webkit_web_view_terminate_web_process(m_view); }
 
 private:
     static WebKitEngine& of(gpointer self) { return *static_cast<WebKitEngine*>(self); }
 
-    static void didReceive(WebKitUserContentManager*, JSCValue* value, gpointer self)
-    {
-        of(self).m_callbacks.didReceive(of(self).m_handler, jsonOf(value));
-    }
-
     static gboolean decidePolicy(
         WebKitWebView*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type, gpointer self)
     {
-        if (type != WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION)
+        if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE)
             return FALSE;
         auto* const action =
             webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
-        auto* const request = webkit_navigation_action_get_request(action);
-        if (of(self).m_callbacks.mayNavigate(webkit_uri_request_get_uri(request)))
-            webkit_policy_decision_use(decision);
-        else
-            webkit_policy_decision_ignore(decision);
+        char const* const url = webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
+        std::shared_ptr<WebKitPolicyDecision> const held(gtk::retain(decision));
+        of(self).m_callbacks.decideNavigation(url ? url : "", [held](bool isAllowed) {
+            if (isAllowed)
+                webkit_policy_decision_use(held.get());
+            else
+                webkit_policy_decision_ignore(held.get());
+        });
         return TRUE;
     }
 
@@ -102,10 +98,17 @@ private:
     {
         if (event == WEBKIT_LOAD_STARTED)
             of(self).m_callbacks.didStart();
+        if (event == WEBKIT_LOAD_COMMITTED)
+            of(self).m_callbacks.didCommit();
     }
 
-    // A page that is answered alerts first, and waits: what is handled without a panel is closed at once.
-    static gboolean closeDialog(WebKitWebView*, WebKitScriptDialog*, gpointer) { return TRUE; }
+    static gboolean loadDidFail(WebKitWebView*, WebKitLoadEvent event, char const*, GError const* error, gpointer self)
+    {
+        if (event == WEBKIT_LOAD_COMMITTED)
+            return FALSE;
+        of(self).m_callbacks.didFail(g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED));
+        return FALSE;
+    }
 
     static void urlDidChange(GObject*, GParamSpec*, gpointer self)
     {
@@ -113,23 +116,39 @@ private:
         of(self).m_callbacks.urlDidChange(url ? url : "");
     }
 
+    static void processDidDie(WebKitWebView*, WebKitWebProcessTerminationReason, gpointer self)
+    {
+        of(self).m_callbacks.processDidDie();
+    }
+
     static void didEvaluate(GObject* view, GAsyncResult* result, gpointer data)
     {
-        std::unique_ptr<std::function<void(std::string const&, std::string const&)>> const finish(
-            static_cast<std::function<void(std::string const&, std::string const&)>*>(data));
-        GError* error = nullptr;
-        auto* value = webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(view), result, &error);
-        (*finish)(jsonOf(value), error ? error->message : "");
-        g_clear_object(&value);
-        g_clear_error(&error);
+        std::unique_ptr<Finish> const finish(static_cast<Finish*>(data));
+        gtk::GErrorPlace error;
+        auto const value =
+            gtk::adopt(webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(view), result, error.out()));
+        if (!value || jsc_value_is_undefined(value.get())) {
+            (*finish)(std::nullopt, error ? error->message : "");
+            return;
+        }
+        auto const converted = gtk::toValue(value.get());
+        if (converted)
+            (*finish)(*converted, "");
+        else
+            (*finish)(std::nullopt, converted.error());
+    }
+
+    // platform::WKScriptMessageHandler
+    void didReceiveScriptMessage(platform::WKScriptMessage const& message) override
+    {
+        m_callbacks.didReceive(message.name, message.body);
     }
 
     Callbacks m_callbacks;
-    WebKitUserContentManager* m_content = webkit_user_content_manager_new();
+    gtk::UserContentController m_content;
+    // Owned by the window.
     WebKitWebView* m_view = nullptr;
     GtkWindow* m_window = nullptr;
-    // The SDK has one handler.
-    std::string m_handler;
 };
 
 }

@@ -1,67 +1,66 @@
 #import "tests/uikit/live/WebKit.h"
 
+#import "tests/uikit/doubles/Calls.h"
 #import "tests/uikit/doubles/Dispatch.h"
 #import "tests/uikit/doubles/WebKitObjects.h"
 #import "tests/uikit/live/Engine.h"
+#import "tests/uikit/live/Objects.h"
 
+#include <algorithm>
+#include <map>
 #include <memory>
+#include <string>
 #include <utility>
 
 using zelvora::live::Engine;
+using zelvora::live::objectOf;
+using zelvora::live::stringOf;
+using zelvora::platform::Value;
 
 using Completion = void (^)(id, NSError*);
 
 namespace {
 
-std::function<std::string(std::string const&)>& pages()
+NSURL* urlOf(std::string const& text)
 {
-    static std::function<std::string(std::string const&)> s_pages;
-    return s_pages;
+    return text.empty() ? nil : [NSURL URLWithString:stringOf(text)];
 }
 
-NSString* stringOf(std::string const& text)
-{
-    return [[NSString alloc] initWithBytes:text.data() length:text.size() encoding:NSUTF8StringEncoding];
-}
+/// Gives an engine what a content controller has, and what it is given and loses from now on.
+class Content final : public zelvora::doubles::ContentObserver {
+public:
+    Content(WKUserContentController* controller, Engine& engine) : m_controller(controller), m_engine(engine)
+    {
+        for (WKUserScript* script in m_controller->_scripts)
+            didAddScript(script);
+        for (NSString* name in m_controller->_handlers)
+            didAddHandler(name);
+        m_controller->_observers.push_back(this);
+    }
+    Content(Content const&) = delete;
+    Content& operator=(Content const&) = delete;
+    ~Content() override { std::erase(m_controller->_observers, this); }
 
-id objectOf(std::string const& json)
-{
-    // The reader takes no bare values.
-    NSData* data = [stringOf("[" + json + "]") dataUsingEncoding:NSUTF8StringEncoding];
-    return [[NSJSONSerialization JSONObjectWithData:data options:0 error:nil] lastObject];
-}
-
-}
-
-@interface WKUserContentController (Engine)
-/// Gives an engine the scripts and the names of the handlers, and takes those that are removed later from it. It must
-/// live until `detach`.
-- (void)attachTo:(Engine*)engine;
-- (void)detach;
-@end
-
-@implementation WKUserContentController (Engine)
-
-- (void)attachTo:(Engine*)engine
-{
-    for (WKUserScript* script in _scripts) {
-        engine->addScript(script.source.UTF8String, script.injectionTime == WKUserScriptInjectionTimeAtDocumentStart,
+    // zelvora::doubles::ContentObserver
+    void didAddScript(WKUserScript* script) override
+    {
+        m_engine.addScript(script.source.UTF8String, script.injectionTime == WKUserScriptInjectionTimeAtDocumentStart,
             script.forMainFrameOnly);
     }
-    for (NSString* name in _handlers)
-        engine->addHandler(name.UTF8String);
-    _didRemoveHandler = [engine](NSString* name) { engine->removeHandler(name.UTF8String); };
-}
+    void didAddHandler(NSString* name) override { m_engine.addHandler(name.UTF8String); }
+    void didRemoveHandler(NSString* name) override { m_engine.removeHandler(name.UTF8String); }
 
-- (void)detach
-{
-    _didRemoveHandler = nullptr;
-}
+private:
+    WKUserContentController* m_controller;
+    Engine& m_engine;
+};
 
-@end
+}
 
 @implementation WKWebView {
+@public
     std::unique_ptr<Engine> _engine;
+    std::unique_ptr<Content> _content;
 }
 
 @synthesize allowsBackForwardNavigationGestures = _allowsBackForwardNavigationGestures;
@@ -69,65 +68,53 @@ id objectOf(std::string const& json)
 
 - (instancetype)initWithFrame:(CGRect)frame configuration:(WKWebViewConfiguration*)configuration
 {
+    zelvora::doubles::requireMainThread("WKWebView init");
     if ((self = [super initWithFrame:frame])) {
         _configuration = [configuration copy];
         _engine = zelvora::live::makeEngine([self callbacks]);
-        [_configuration.userContentController attachTo:_engine.get()];
+        _content = std::make_unique<Content>(_configuration.userContentController, *_engine);
     }
     return self;
 }
 
 - (void)dealloc
 {
-    [_configuration.userContentController detach];
+    _content.reset();
 }
 
 - (Engine::Callbacks)callbacks
 {
     __weak WKWebView* weak = self;
+    // What the engine says is said to the view that there still is.
+    auto const tell = [weak](auto const& call) {
+        @autoreleasepool {
+            if (WKWebView* view = weak)
+                call(view);
+        }
+    };
     return {
         .didReceive =
-            [weak](std::string const& handler, std::string const& json) {
-                @autoreleasepool {
-                    WKWebView* view = weak;
-                    [view.configuration.userContentController doublePass:objectOf(json)
-                                                               toHandler:stringOf(handler)
-                                                                    from:view];
-                }
+            [tell](std::string const& handler, Value const& body) {
+                tell([&](WKWebView* view) {
+                    [view->_configuration.userContentController doublePass:objectOf(body)
+                                                                 toHandler:stringOf(handler)
+                                                                      from:view];
+                });
             },
-        .mayNavigate =
-            [weak](std::string const& url) {
-                @autoreleasepool {
-                    WKWebView* view = weak;
-                    return view && [view mayNavigateTo:[NSURL URLWithString:stringOf(url)]];
-                }
+        .decideNavigation =
+            [tell](std::string const& url, std::function<void(bool)> const& decide) {
+                tell([&](WKWebView* view) { [view doubleAskAbout:urlOf(url) then:decide]; });
             },
-        .didStart =
-            [weak] {
-                @autoreleasepool {
-                    WKWebView* view = weak;
-                    [view.navigationDelegate webView:view didStartProvisionalNavigation:nil];
-                }
+        .didStart = [tell] { tell([](WKWebView* view) { [view doubleStartNavigation]; }); },
+        .didCommit = [tell] { tell([](WKWebView* view) { [view doubleCommitNavigation]; }); },
+        .didFail =
+            [tell](bool isCancelled) {
+                auto const code = isCancelled ? NSURLErrorCancelled : NSURLErrorCannotConnectToHost;
+                tell([&](WKWebView* view) { [view doubleFailNavigation:code]; });
             },
-        .urlDidChange =
-            [weak](std::string const& url) {
-                @autoreleasepool {
-                    WKWebView* view = weak;
-                    [view changeURL:[NSURL URLWithString:stringOf(url)]];
-                }
-            },
+        .urlDidChange = [tell](std::string const& url) { tell([&](WKWebView* view) { [view changeURL:urlOf(url)]; }); },
+        .processDidDie = [tell] { tell([](WKWebView* view) { [view doubleLoseProcess]; }); },
     };
-}
-
-/// The engine asks at once, and takes the answer at once.
-- (BOOL)mayNavigateTo:(NSURL*)url
-{
-    auto const answer = std::make_shared<BOOL>(YES);
-    [_delegate webView:self
-        decidePolicyForNavigationAction:[WKNavigationAction doubleActionTo:url]
-                        decisionHandler:^(
-                            WKNavigationActionPolicy policy) { *answer = policy == WKNavigationActionPolicyAllow; }];
-    return *answer;
 }
 
 - (void)changeURL:(NSURL*)url
@@ -139,34 +126,45 @@ id objectOf(std::string const& json)
 
 - (BOOL)canGoBack
 {
-    return NO;
+    return _engine->canGoBack();
 }
 
 - (WKNavigation*)goBack
 {
-    return nil;
+    zelvora::doubles::requireMainThread("goBack");
+    if (!self.canGoBack)
+        return nil;
+    _engine->goBack();
+    return [[WKNavigation alloc] init];
 }
 
 - (WKNavigation*)reload
 {
-    return nil;
+    zelvora::doubles::requireMainThread("reload");
+    _engine->reload();
+    return [[WKNavigation alloc] init];
 }
 
 - (WKNavigation*)loadRequest:(NSURLRequest*)request
 {
-    std::string const url = request.URL.absoluteString.UTF8String;
-    _engine->load(pages()(url), url);
+    zelvora::doubles::requireMainThread("loadRequest");
+    std::map<std::string, std::string> headers;
+    NSDictionary* fields = request.allHTTPHeaderFields;
+    for (NSString* name in fields)
+        headers[name.UTF8String] = static_cast<NSString*>([fields objectForKey:name]).UTF8String;
+    _engine->load(request.URL.absoluteString.UTF8String, headers);
     return [[WKNavigation alloc] init];
 }
 
 - (void)evaluateJavaScript:(NSString*)script completionHandler:(void (^)(id, NSError*))completion
 {
+    zelvora::doubles::requireMainThread("evaluateJavaScript");
     Completion const done = [completion copy];
-    _engine->evaluate(script.UTF8String, [done](std::string const& json, std::string const& error) {
+    _engine->evaluate(script.UTF8String, [done](auto const& result, std::string const& error) {
         @autoreleasepool {
             if (!done)
                 return;
-            done(json.empty() ? nil : objectOf(json),
+            done(result ? objectOf(*result) : nil,
                 error.empty() ? nil : [NSError errorWithDomain:@"WKErrorDomain" code:4 userInfo:nil]);
         }
     });
@@ -176,11 +174,6 @@ id objectOf(std::string const& json)
 
 namespace zelvora::live {
 
-void setPages(std::function<std::string(std::string const& url)> made)
-{
-    pages() = std::move(made);
-}
-
 bool runUntil(std::function<bool()> const& done)
 {
     return doubles::runMainUntil([&done] {
@@ -189,6 +182,22 @@ bool runUntil(std::function<bool()> const& done)
             return done();
         }
     });
+}
+
+id evaluate(WKWebView* view, NSString* script)
+{
+    struct Answer {
+        id value = nil;
+        bool isThere = false;
+    };
+    auto const answer = std::make_shared<Answer>();
+    [view evaluateJavaScript:script completionHandler:^(id value, NSError*) { *answer = { value, true }; }];
+    return runUntil([&] { return answer->isThere; }) ? answer->value : nil;
+}
+
+void killProcess(WKWebView* view)
+{
+    view->_engine->killProcess();
 }
 
 }

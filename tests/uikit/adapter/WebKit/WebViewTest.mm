@@ -147,6 +147,31 @@ TEST_F(WebViewTest, APageWhoseProcessDiesIsReloadedUnlessThatKeepsHappening)
     EXPECT_EQ(doubles::reloadCount(m_native), 3);
 }
 
+TEST_F(WebViewTest, ARequestWhoseProcessDiesBeforeThereIsAPageIsMadeAgain)
+{
+    m_view->load(
+        { .url = *platform::URL::parse("https://shop.example/"), .httpHeaderFields = { { "X-Zelvora", "1" } } });
+    // The one that this one replaces.
+    [m_native doubleFailLoad:NSURLErrorCancelled];
+    [m_native doubleTerminateProcess];
+    ASSERT_EQ(doubles::loadedRequests(m_native).size(), 2U);
+    EXPECT_TRUE([[doubles::loadedRequests(m_native).back() valueForHTTPHeaderField:@"X-Zelvora"] isEqual:@"1"]);
+    EXPECT_EQ(doubles::reloadCount(m_native), 0);
+    navigateTo(@"https://shop.example/cart");
+    [m_native doubleTerminateProcess];
+    EXPECT_EQ(doubles::loadedRequests(m_native).size(), 2U);
+    EXPECT_EQ(doubles::reloadCount(m_native), 1);
+}
+
+TEST_F(WebViewTest, ARequestThatFailedIsNotMadeAgain)
+{
+    m_view->load({ .url = *platform::URL::parse("https://shop.example/") });
+    [m_native doubleFailLoad:NSURLErrorUnsupportedURL];
+    [m_native doubleTerminateProcess];
+    EXPECT_EQ(doubles::loadedRequests(m_native).size(), 1U);
+    EXPECT_EQ(doubles::reloadCount(m_native), 1);
+}
+
 TEST_F(WebViewTest, AURLThatIsSetAgainIsNoChange)
 {
     navigateTo(@"https://shop.example/");

@@ -53,6 +53,7 @@ NS_SWIFT_UI_ACTOR
                     decisionHandler:(void (^)(WKNavigationActionPolicy))decisionHandler;
 - (void)webView:(WKWebView*)webView didFinishNavigation:(null_unspecified WKNavigation*)navigation;
 - (void)webView:(WKWebView*)webView didStartProvisionalNavigation:(null_unspecified WKNavigation*)navigation;
+- (void)webView:(WKWebView*)webView didCommitNavigation:(null_unspecified WKNavigation*)navigation;
 - (void)webViewWebContentProcessDidTerminate:(WKWebView*)webView;
 - (void)webView:(WKWebView*)webView
     didFailProvisionalNavigation:(null_unspecified WKNavigation*)navigation

@@ -1,6 +1,7 @@
 // Opening preferences with 100,000 queued events, compared with reading the same events as JSON text, and the memory
 // that they take.
 
+#include "ZelvoraAdapters/shared/JSON/JSONSerialization.h"
 #include "ZelvoraAdapters/shared/Journal/JournaledUserDefaults.h"
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
@@ -136,6 +137,12 @@ void measureMemory(std::filesystem::path const& folder)
     Opened opened(folder / "single.journal", {});
     opened.openAndCount();
     bench::printFigure("memory of 100,000 events", (allocatedBytes() - before) / textBytes, "times their text");
+    // As a page gets them.
+    shared::JSONSerialization const json;
+    require(json.isValidJSONObject(opened.events()));
+    require(json.data(opened.events(), platform::JSONWritingOptions::None).has_value());
+    bench::printFigure("memory of 100,000 events, once a page asked for them", (allocatedBytes() - before) / textBytes,
+        "times their text");
     for (auto const& event : opened.events())
         require(event.dictionary());
     bench::printFigure("memory of 100,000 events, once every one was read", (allocatedBytes() - before) / textBytes,

@@ -70,6 +70,21 @@ TEST(ArrayTest, AnArrayIsMadeFromAListOrAVector)
     EXPECT_TRUE(Array(std::vector<Value> {}).isEmpty());
 }
 
+TEST(ArrayTest, AnArrayThatIsMadeFromALongVectorGrowsAndShrinksLikeAnyOther)
+{
+    for (int const size : { 511, 512, 513, 1024, 1025, 2000 }) {
+        auto const appended = arrayUpTo(size);
+        Array const array(std::vector<Value>(appended.begin(), appended.end()));
+        EXPECT_EQ(numbers(array), upTo(size));
+        EXPECT_TRUE(array.holdsOnly(Value::Kind::Number));
+        auto const longer = array.appending(size);
+        EXPECT_EQ(numbers(longer.appending(size + 1)), upTo(size + 2));
+        expectDifference(longer.droppingFirst(2), array, 2, array.size() - 2);
+        EXPECT_EQ(numbers(array.droppingFirst(510)), upTo(size, 510));
+        EXPECT_EQ(numbers(array.prefix(510).appending(510)), upTo(511));
+    }
+}
+
 TEST(ArrayTest, EveryElementIsReachedByItsIndex)
 {
     auto const array = arrayUpTo(3000).droppingFirst(700);

@@ -7,6 +7,7 @@
 #include "ZelvoraPlatform/Foundation/UTF8.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <string_view>
 #include <utility>
@@ -43,6 +44,19 @@ bool containsOnlyJSON(Value const& value)
         break;
     }
     return false;
+}
+
+// Looked up, because most of what is written are characters of texts.
+constexpr auto s_needsEscape = [] {
+    std::array<bool, 256> needs {};
+    std::fill_n(needs.begin(), ' ', true);
+    needs['"'] = needs['\\'] = true;
+    return needs;
+}();
+
+bool needsEscape(char character)
+{
+    return s_needsEscape[static_cast<unsigned char>(character)];
 }
 
 /// Writes values whose depth is bounded, and so the recursion.
@@ -157,11 +171,6 @@ private:
         }
         m_text += '"';
         return true;
-    }
-
-    static bool needsEscape(char character)
-    {
-        return static_cast<unsigned char>(character) < 0x20 || character == '"' || character == '\\';
     }
 
     void writeEscaped(char character)

@@ -9,6 +9,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <vector>
 
 namespace zelvora::tests {
 
@@ -108,6 +109,32 @@ TEST(JSONSerializationTest, OnlyContainersOfWhatJSONCanRepresentAreValid)
         EXPECT_FALSE(s_json.isValidJSONObject(value));
         EXPECT_FALSE(s_json.data(value, JSONWritingOptions::None));
     }
+}
+
+TEST(JSONSerializationTest, WhatJSONCannotRepresentIsReportedBeforeTextThatIsNotUTF8)
+{
+    EXPECT_EQ(write(Array { "\xFF" }), "failed: The value contains text that is not UTF-8.");
+    for (auto const& value : { Value(Array { "\xFF", platform::Date {} }), Value(Array { platform::Date {}, "\xFF" }),
+             Value(Dictionary { { "\xFF", Array { platform::Data {} } } }), Value("\xFF"), nestedArrays(513) })
+        EXPECT_EQ(write(value), "failed: The value contains something that JSON cannot represent.");
+}
+
+TEST(JSONSerializationTest, ElementsThatAreMadeToBeWrittenAreNotKept)
+{
+    auto made = 0;
+    Array::Part part {
+        .count = 2, .nesting = 0, .kinds = 1U << static_cast<unsigned>(Value::Kind::Number), .make = {}
+    };
+    part.make = [&made] {
+        ++made;
+        return std::vector<Value> { 1, 2 };
+    };
+    Array const array(std::vector { part });
+    EXPECT_TRUE(s_json.isValidJSONObject(array));
+    EXPECT_EQ(write(array), "[1,2]");
+    EXPECT_EQ(made, 2);
+    EXPECT_EQ(array.at(1), Value(2));
+    EXPECT_EQ(made, 3);
 }
 
 TEST(JSONSerializationTest, CompactTextHasNoBlanksAndEscapesWhatItMust)

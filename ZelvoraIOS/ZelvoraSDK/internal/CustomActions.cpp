@@ -9,8 +9,11 @@ void CustomActions::add(std::string const& functionName, ZelvoraSDK::CustomActio
 {
     HostCallback<ZelvoraSDK::CustomAction> callback(std::move(action));
     std::scoped_lock const lock(m_mutex);
+    auto const [entry, isNew] = m_table.try_emplace(functionName);
+    if (isNew)
+        m_names.reset();
     // Swapped, and declared before the lock, so that a replaced action is destroyed after the lock has been released.
-    std::swap(m_table[functionName], callback);
+    std::swap(entry->second, callback);
 }
 
 ZelvoraSDK::CustomActions CustomActions::all() const
@@ -34,12 +37,14 @@ ZelvoraSDK::CustomAction CustomActions::find(std::string const& functionName) co
 
 platform::Array CustomActions::names() const
 {
-    std::vector<platform::Value> names;
     std::scoped_lock const lock(m_mutex);
+    if (m_names)
+        return *m_names;
+    std::vector<platform::Value> names;
     names.reserve(m_table.size());
     for (auto const& [name, action] : m_table)
         names.emplace_back(name);
-    return platform::Array(std::move(names));
+    return m_names.emplace(std::move(names));
 }
 
 CustomActions::Table CustomActions::table() const

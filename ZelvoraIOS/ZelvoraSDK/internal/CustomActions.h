@@ -6,6 +6,7 @@
 
 #include <map>
 #include <mutex>
+#include <optional>
 #include <string>
 
 namespace zelvora::internal {
@@ -27,6 +28,8 @@ private:
 
     mutable std::mutex m_mutex;
     Table m_table;
+    /// Made when somebody asks: every web view does, and few actions are added in between.
+    mutable std::optional<platform::Array> m_names;
 };
 
 }

@@ -42,6 +42,13 @@ Value::Value(platform::Dictionary dictionary)
 {
 }
 
+// Here, because each is long and every user of a value would have its own.
+Value::Value(Value const& other) = default;
+Value::Value(Value&& other) noexcept = default;
+Value& Value::operator=(Value const& other) = default;
+Value& Value::operator=(Value&& other) noexcept = default;
+Value::~Value() = default;
+
 std::optional<bool> Value::boolean() const
 {
     return plain<bool>(m_held);

@@ -107,6 +107,15 @@ public:
     Value(platform::Dictionary dictionary);
     /// @}
 
+    /// @{
+    /// Shares what the other one holds.
+    Value(Value const& other);
+    Value(Value&& other) noexcept;
+    Value& operator=(Value const& other);
+    Value& operator=(Value&& other) noexcept;
+    /// @}
+    ~Value();
+
     /// What this value is, and so which accessor has its content.
     [[nodiscard]] Kind kind() const
     {

@@ -82,7 +82,7 @@ private:
     std::vector<Item> takeFromOpen(std::vector<Item>& stack)
     {
         auto const first = stack.begin() + static_cast<std::ptrdiff_t>(m_open.back().first);
-        std::vector<Item> items(std::move_iterator(first), std::move_iterator(stack.end()));
+        std::vector<Item> items(std::make_move_iterator(first), std::make_move_iterator(stack.end()));
         stack.erase(first, stack.end());
         return items;
     }

@@ -63,6 +63,7 @@ public:
         webkit_web_view_load_request(m_view, request.get());
     }
     void reload() override { webkit_web_view_reload(m_view); }
+    bool isLoading() override { return webkit_web_view_is_loading(m_view); }
     bool canGoBack() override { return webkit_web_view_can_go_back(m_view); }
     void goBack() override { webkit_web_view_go_back(m_view); }
     void evaluate(std::string const& script, Finish done) override

@@ -35,6 +35,7 @@ public:
     virtual void removeHandler(std::string const& name) = 0;
     virtual void load(std::string const& url, std::map<std::string, std::string> const& headers) = 0;
     virtual void reload() = 0;
+    [[nodiscard]] virtual bool isLoading() = 0;
     [[nodiscard]] virtual bool canGoBack() = 0;
     virtual void goBack() = 0;
     /// The result is absent if the script has none; the error is not empty if it failed.

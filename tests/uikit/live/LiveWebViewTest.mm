@@ -83,17 +83,13 @@ TEST_F(LiveWebViewTest, APageWhoseProcessDiesIsLoadedAgainWithItsHandlersUnlessT
     ASSERT_TRUE(receives(expected));
     for (int death = 1; death <= 3; ++death) {
         live::killProcess(m_native);
+        EXPECT_TRUE(live::isLoading(m_native));
         expected.emplace_back("loaded");
         ASSERT_TRUE(receives(expected)) << death;
         ASSERT_TRUE(m_harness.waitForPage(*m_view));
     }
-    m_view->setNavigationDelegate(&m_delegate);
     live::killProcess(m_native);
-    // A page that is loaded after that is the first of which the delegate hears.
-    m_view->load({ .url = m_harness.page("next") });
-    ASSERT_TRUE(m_harness.runUntil([&] { return !m_delegate.pending.empty(); }));
-    EXPECT_EQ(m_delegate.asked, (std::vector { m_harness.page("next").absoluteString() }));
-    m_delegate.pending.front()(WKNavigationActionPolicy::Cancel);
+    EXPECT_FALSE(live::isLoading(m_native));
 }
 
 TEST_F(LiveWebViewTest, ARequestWhoseProcessDiesBeforeThereIsAPageIsMadeAgainWithItsHeaders)
@@ -120,6 +116,26 @@ TEST_F(LiveWebViewTest, ANavigationWaitsForADecisionThatIsMadeLater)
     m_delegate.pending.front()(WKNavigationActionPolicy::Allow);
     EXPECT_TRUE(receives({ "loaded" }));
     EXPECT_EQ(m_delegate.started, 1);
+}
+
+TEST_F(LiveWebViewTest, APageThatIsRefusedIsNotAskedForAndTheOneBeforeItStays)
+{
+    auto const url = m_harness.page("first", "<a id=link href='/refused'>there</a>");
+    m_view->load({ .url = url });
+    ASSERT_TRUE(m_harness.waitForPage(*m_view));
+    m_view->setNavigationDelegate(&m_delegate);
+    m_view->evaluateJavaScript("document.getElementById('link').click()");
+    ASSERT_TRUE(m_harness.runUntil([&] { return m_delegate.pending.size() == 1; }));
+    EXPECT_EQ(m_delegate.asked, (std::vector { m_harness.page("refused").absoluteString() }));
+    m_delegate.pending.front()(WKNavigationActionPolicy::Cancel);
+    // A load that is behind it shows that nothing came of it.
+    m_view->load({ .url = m_harness.page("second") });
+    ASSERT_TRUE(m_harness.runUntil([&] { return m_delegate.pending.size() == 2; }));
+    EXPECT_EQ(m_delegate.started, 0);
+    EXPECT_EQ(m_harness.server().received().size(), 1U);
+    m_delegate.pending.back()(WKNavigationActionPolicy::Cancel);
+    m_harness.post(*m_view, "zelvora", "location.href", {});
+    EXPECT_TRUE(receives({ url.absoluteString() }));
 }
 
 TEST_F(LiveWebViewTest, ADecisionMayBeMadeWhenTheViewIsGone)

@@ -13,7 +13,9 @@ bool runUntil(std::function<bool()> const& done);
 /// What a script in the page returns, once it has run; nil if it returns nothing or fails.
 id evaluate(WKWebView* view, NSString* script);
 
-/// The process of the page dies.
+/// The process of the page dies, and the view has heard of it.
 void killProcess(WKWebView* view);
+
+bool isLoading(WKWebView* view);
 
 }

@@ -61,6 +61,7 @@ private:
 @public
     std::unique_ptr<Engine> _engine;
     std::unique_ptr<Content> _content;
+    int _deaths;
 }
 
 @synthesize allowsBackForwardNavigationGestures = _allowsBackForwardNavigationGestures;
@@ -113,7 +114,13 @@ private:
                 tell([&](WKWebView* view) { [view doubleFailNavigation:code]; });
             },
         .urlDidChange = [tell](std::string const& url) { tell([&](WKWebView* view) { [view changeURL:urlOf(url)]; }); },
-        .processDidDie = [tell] { tell([](WKWebView* view) { [view doubleLoseProcess]; }); },
+        .processDidDie =
+            [tell] {
+                tell([](WKWebView* view) {
+                    ++view->_deaths;
+                    [view doubleLoseProcess];
+                });
+            },
     };
 }
 
@@ -197,7 +204,15 @@ id evaluate(WKWebView* view, NSString* script)
 
 void killProcess(WKWebView* view)
 {
+    int const deaths = view->_deaths;
     view->_engine->killProcess();
+    if (!runUntil([&] { return view->_deaths > deaths; }))
+        [NSException raise:NSInternalInconsistencyException format:@"the process lives"];
+}
+
+bool isLoading(WKWebView* view)
+{
+    return view->_engine->isLoading();
 }
 
 }

@@ -16,7 +16,7 @@
 //     app.openShop(); // initialize and start
 //     platform.runUntilIdle();
 //     memory::Page page(platform);
-//     page.post("invokeCustomAction", { { "name", "share" }, { "data", "tea" } });
+//     page.invoke("share", "tea");
 namespace zelvora::memory {
 
 /// Makes a platform in memory on which the shop opens without a further word from the test, installs it and returns it:
@@ -30,9 +30,25 @@ public:
     /// Stops the process if no web view exists.
     explicit Page(Platform& platform);
 
-    /// Posts a message to the SDK, as `window.ZelvoraSDKBridge` does: its "action" and the keys of that action. Then
-    /// runs the queues until they are idle, so that all has happened what the message causes. Stops the process if the
-    /// page is gone.
+    /// The functions of `window.ZelvoraSDKBridge`, with the parameters that they have in a page. Each runs the queues
+    /// until they are idle, so that all has happened what the call causes, and stops the process if the page is gone.
+    /// @{
+    void close() const;
+    void setItem(
+        std::string const& key, platform::Value const& value, std::optional<double> expireSec = std::nullopt) const;
+    void getItem(std::string const& key, std::string const& callbackName) const;
+    void removeItem(std::string const& key) const;
+    void saveEvent(platform::Dictionary const& data) const;
+    void getEvents(std::string const& callbackName) const;
+    void setFooterVisible(bool visible) const;
+    /// @}
+    /// Calls the function of one of the app's actions, with a text or with the JSON text of an object. As in a page, an
+    /// empty text is no data.
+    void invoke(std::string const& name, std::string const& data = "") const;
+    /// Posts the message of such a function: its "action" and that action's keys. A message that the page's script
+    /// cannot post is posted, too, and is complained of (see `Screen::complaints`): an action or a key that there is
+    /// not, or an action of the app's that was not registered when the page's screen was opened. A test of what a
+    /// hostile page posts calls `WebView::postMessage`, which takes anything.
     void post(std::string const& action, platform::Dictionary const& arguments = {}) const;
     /// The calls of the page's functions with which it was answered, in order, such as `gotItem("tea");`. Empty if the
     /// page is gone.

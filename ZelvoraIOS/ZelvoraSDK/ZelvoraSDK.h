@@ -88,7 +88,8 @@ public:
     /// During initialization the call succeeds and the launch is deferred; the latest presenter is used once
     /// initialization ends. Otherwise it fails with `shopIdNotInitialized`, `mediaKeyNotInitialized` or
     /// `userKeyNotInitialized` if one of these is missing. A presenter that is nullptr always fails with `otherError`.
-    /// The completion handler receives the error as well.
+    /// The completion handler receives the error as well; before the first `initialize` there is none, and the platform
+    /// complains.
     Result start(std::shared_ptr<platform::UIViewController> presenter);
 
     /// A web view on the site, for the host to size and place; the host owns it. nullptr, with an error line in the

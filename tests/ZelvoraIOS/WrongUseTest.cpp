@@ -51,6 +51,25 @@ TEST_F(WrongUseTest, InitializingOffTheMainThreadIsComplainedOf)
     EXPECT_EQ(complaints(), (Complaints { "ZelvoraSDK::initialize was called off the main thread." }));
 }
 
+TEST_F(WrongUseTest, StartingBeforeInitializeIsComplainedOf)
+{
+    auto const result = sdk().start(std::make_shared<memory::ViewController>());
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error().code(), "E001");
+    EXPECT_EQ(complaints(), (Complaints { "ZelvoraSDK::start was called before initialize." }));
+}
+
+TEST_F(WrongUseTest, StartingAfterAnInitializeThatFailedIsNotComplainedOf)
+{
+    initialize();
+    platform.runUntilIdle();
+    platform.urlSession().answer(500, "");
+    platform.runUntilIdle();
+    ASSERT_FALSE(errors.empty());
+    EXPECT_TRUE(sdk().start(std::make_shared<memory::ViewController>()));
+    EXPECT_EQ(complaints(), Complaints {});
+}
+
 TEST_F(WrongUseTest, OtherCallsForTheMainThreadAreComplainedOfElsewhere)
 {
     std::thread([] {

@@ -143,6 +143,7 @@ void NavigationController::pushViewController(std::shared_ptr<UIViewController> 
     if (!isViewLoaded())
         return;
 
+    UIViewControllerPeer::of(*this).warnIfWindowIsHidden();
     auto* page = showPage(*controller);
     bool const isOnScreen = UIViewControllerPeer::of(*this).isOnScreen();
     UIViewControllerPeer::of(*covered).willDisappear(animated);

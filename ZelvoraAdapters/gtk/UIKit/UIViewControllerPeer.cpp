@@ -60,6 +60,14 @@ GtkWindow* UIViewControllerPeer::window() const
     return GTK_IS_WINDOW(root) ? GTK_WINDOW(root) : nullptr;
 }
 
+void UIViewControllerPeer::warnIfWindowIsHidden() const
+{
+    auto* const shownIn = window();
+    if (shownIn && !gtk_widget_get_visible(GTK_WIDGET(shownIn)))
+        g_log("Zelvora", G_LOG_LEVEL_WARNING,
+            "A screen was put into a window that is not shown: call gtk_window_present");
+}
+
 std::shared_ptr<UIView> UIViewControllerPeer::loadView()
 {
     auto view = makeView();
@@ -81,6 +89,7 @@ void UIViewControllerPeer::present(std::shared_ptr<UIViewController> presented, 
         g_log("Zelvora", G_LOG_LEVEL_WARNING, "Presentation ignored: the presenter is in no window");
         return;
     }
+    presenter.warnIfWindowIsHidden();
     WindowPresentations::of(window).present(presenter, presented, animated);
 }
 

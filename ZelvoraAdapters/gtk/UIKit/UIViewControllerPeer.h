@@ -39,6 +39,8 @@ public:
 
     /// The window that the screen is in, or nullptr.
     [[nodiscard]] virtual GtkWindow* window() const;
+    /// Warns if that window is hidden, in which nobody sees what is put on screen.
+    void warnIfWindowIsHidden() const;
 
     // platform::UIViewController::Peer
     [[nodiscard]] std::shared_ptr<platform::UIView> loadView() final;

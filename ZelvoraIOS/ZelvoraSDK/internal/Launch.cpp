@@ -62,8 +62,12 @@ ZelvoraSDK::Result Launch::start(std::shared_ptr<UIViewController> presenter)
         ZelvoraLogger::d("SDK is still initializing. The activity will start automatically once ready.");
         return {};
     }
-    if (auto error = missingKey(*keys))
+    if (auto error = missingKey(*keys)) {
+        // Without an initialize there is no handler that the error could reach.
+        if (!keys->userKey)
+            platform::Platform::current().complain("ZelvoraSDK::start was called before initialize.");
         return std::unexpected(reportError(m_properties, *std::move(error)));
+    }
 
     auto url = getFinalUrl(*keys);
     ZelvoraLogger::d("Final URL: " + url);

@@ -52,6 +52,7 @@ protected:
     Warnings m_warnings;
 };
 
+constexpr char const* hiddenWindow = "A screen was put into a window that is not shown: call gtk_window_present";
 constexpr char const* shownElsewhere =
     "A header or footer is in another view, which loses it. Return a new view for each container.";
 
@@ -115,6 +116,34 @@ TEST_F(WrongUseTest, ACallOffTheMainThreadIsWarnedOf)
     EXPECT_EQ(m_warnings.lines(), Lines {});
     std::thread([] { ZelvoraSDK::shared().setFooterVisible(true); }).join();
     EXPECT_EQ(m_warnings.lines(), (Lines { "ZelvoraSDK::setFooterVisible was called off the main thread." }));
+}
+
+TEST_F(WrongUseTest, AStartBeforeInitializeIsWarnedOf)
+{
+    EXPECT_FALSE(ZelvoraSDK::shared().start(gtk::wrapWindow(m_harness.window())));
+    EXPECT_EQ(m_warnings.lines(), (Lines { "ZelvoraSDK::start was called before initialize." }));
+}
+
+TEST_F(WrongUseTest, AScreenInAWindowThatWasNeverShownIsWarnedOf)
+{
+    auto* const window = GTK_WINDOW(gtk_window_new());
+    auto const stack = gtk::makeNavigationController(gtk::wrapScreen(gtk_label_new("home")));
+    gtk::setRootViewController(window, stack);
+    EXPECT_EQ(m_warnings.lines(), Lines {});
+    stack->pushViewController(gtk::wrapScreen(gtk_label_new("pushed")), platform::Animated::No);
+    EXPECT_EQ(m_warnings.lines(), (Lines { hiddenWindow }));
+    gtk::wrapWindow(window)->present(gtk::wrapScreen(gtk_label_new("presented")), platform::Animated::No);
+    EXPECT_EQ(m_warnings.lines(), (Lines { hiddenWindow, hiddenWindow }));
+    gtk_window_destroy(window);
+}
+
+TEST_F(WrongUseTest, AScreenInAWindowThatIsShownIsNotWarnedOf)
+{
+    auto const stack = gtk::makeNavigationController(gtk::wrapScreen(gtk_label_new("home")));
+    m_harness.show(stack);
+    stack->pushViewController(gtk::wrapScreen(gtk_label_new("pushed")), platform::Animated::No);
+    stack->present(gtk::wrapScreen(gtk_label_new("presented")), platform::Animated::No);
+    EXPECT_EQ(m_warnings.lines(), Lines {});
 }
 
 namespace {

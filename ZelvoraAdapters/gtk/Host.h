@@ -40,7 +40,8 @@ ZELVORA_API void prewarm();
 
 /// A view that shows a widget, such as a header or a footer, and is as high as the widget's natural height. The view
 /// holds a reference to the widget and removes it from its present parent: make a new widget for each view. A widget
-/// that another view shows is taken from there with a warning.
+/// that another view shows is taken from there with a warning. The SDK's container behind it is white in every theme,
+/// so text needs a background, such as that of the style class "background", to be read in a dark one.
 [[nodiscard]] ZELVORA_API std::shared_ptr<platform::UIView> wrapWidget(GtkWidget* widget);
 
 /// A screen that shows a widget, such as the first screen of a navigation stack. It holds the widget as `wrapWidget`

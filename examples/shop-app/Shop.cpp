@@ -76,14 +76,17 @@ void Shop::initialize()
         });
     };
     std::shared_ptr<ZelvoraSDKDelegate> const delegate(shared_from_this(), this);
-    ZelvoraSDK::shared().initialize("user-key", "api-key", /* isTrackingEnabled */ true, /* isDev */ false,
+    // The local service knows this API key; your service gives you another.
+    ZelvoraSDK::shared().initialize("user-key", "demo-key", /* isTrackingEnabled */ true, /* isDev */ false,
         /* allowsSwipeBack */ true, header, footer, delegate, onError);
 }
 
 void Shop::report(ZelvoraSDKError const& error)
 {
-    // The user's next tap tries again.
-    m_isConfigured = false;
+    // The attempt ends with this error, and the user's next tap tries again. Until then a tap only asks for the shop
+    // once more: after a failed lookup the SDK may still wait for the user's answer about tracking.
+    if (error.code() == "E001")
+        m_isConfigured = false;
     m_parts.showError(std::string(error.code()));
 }
 

@@ -20,11 +20,27 @@ class ShopTest : public testing::Test {
 protected:
     using Texts = std::vector<std::string>;
 
-    memory::Page open()
+    explicit ShopTest(memory::Platform& platform = memory::readyShop()) : m_platform(platform) { }
+
+    void tap()
     {
         m_shop->open(m_home);
         m_platform.runUntilIdle();
+    }
+    memory::Page open()
+    {
+        tap();
         return memory::Page(m_platform);
+    }
+    void breakNetwork()
+    {
+        m_platform.urlSession().setServer(
+            [](auto const&) { return std::unexpected(memory::URLSession::notConnected()); });
+    }
+    void mendNetwork()
+    {
+        m_platform.urlSession().setServer(
+            [](auto const&) { return memory::URLSession::Answer { { R"({"data": {"shopId": "shop"}})" }, { 200 } }; });
     }
     bool isOpen() const { return memory::peer(*m_home).presentedViewController() != nullptr; }
 
@@ -36,7 +52,7 @@ protected:
         EXPECT_EQ(m_platform.screen().ambiguities(), Texts {});
     }
 
-    memory::Platform& m_platform = memory::readyShop();
+    memory::Platform& m_platform;
     std::shared_ptr<memory::ViewController> m_home = std::make_shared<memory::ViewController>();
     Shop::Action m_goBack;
     Texts m_shared;
@@ -65,22 +81,22 @@ TEST_F(ShopTest, OpensAtTheUsersAddress)
 TEST_F(ShopTest, APageSharesAText)
 {
     auto const page = open();
-    page.post("invokeCustomAction", { { "name", "share" }, { "data", "tea" } });
+    page.invoke("share", "tea");
     EXPECT_EQ(m_shared, (Texts { "tea" }));
 }
 
 TEST_F(ShopTest, APageIsAnsweredWhatItStored)
 {
     auto const page = open();
-    page.post("setItem", { { "key", "cup" }, { "value", "tea" } });
-    page.post("getItem", { { "key", "cup" }, { "callback", "gotItem" } });
+    page.setItem("cup", "tea");
+    page.getItem("cup", "gotItem");
     EXPECT_EQ(page.answers(), (Texts { "gotItem(\"tea\");" }));
 }
 
 TEST_F(ShopTest, APageClosesTheShop)
 {
     auto const page = open();
-    page.post("close");
+    page.close();
     EXPECT_TRUE(page.isGone());
     EXPECT_EQ(m_departures, 1);
 }
@@ -98,15 +114,44 @@ TEST_F(ShopTest, TheBackButtonGoesThroughTheHistoryAndThenLeaves)
 
 TEST_F(ShopTest, AfterAFailureTheNextTapTriesAgain)
 {
-    auto& network = m_platform.urlSession();
-    network.setServer([](auto const&) { return std::unexpected(memory::URLSession::notConnected()); });
-    m_shop->open(m_home);
-    m_platform.runUntilIdle();
+    breakNetwork();
+    tap();
     // The lookup failed, and then the shop that had been asked for could not open.
     EXPECT_EQ(m_errors, (Texts { "E200", "E001" }));
 
-    network.setServer(
-        [](auto const&) { return memory::URLSession::Answer { { R"({"data": {"shopId": "shop"}})" }, { 200 } }; });
+    mendNetwork();
+    open();
+    EXPECT_TRUE(isOpen());
+}
+
+/// The user has not been asked about tracking yet.
+class NewUserTest : public ShopTest {
+protected:
+    NewUserTest() : ShopTest(memory::install()) { }
+
+    void waitForTheQuestion()
+    {
+        m_platform.clock().advance(0.1);
+        m_platform.runUntilIdle();
+    }
+    void answerTheQuestion()
+    {
+        m_platform.trackingManager().answer(platform::ATTrackingAuthorizationStatus::Denied);
+        m_platform.runUntilIdle();
+    }
+};
+
+TEST_F(NewUserTest, AfterAFailureATapWaitsUntilTheUserHasAnsweredTheQuestion)
+{
+    breakNetwork();
+    tap();
+    waitForTheQuestion();
+    tap();
+    EXPECT_EQ(m_errors, (Texts { "E200" }));
+    answerTheQuestion();
+    EXPECT_EQ(m_errors, (Texts { "E200", "E001" }));
+
+    mendNetwork();
     open();
     EXPECT_TRUE(isOpen());
 }

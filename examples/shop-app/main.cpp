@@ -1,3 +1,4 @@
+#include "LocalService.h"
 #include "Shop.h"
 #include "ZelvoraAdapters/gtk/Host.h"
 
@@ -24,17 +25,24 @@ GtkWidget* makeButton(char const* text, std::function<void()> action)
     return button;
 }
 
+// The container is white whatever the theme is: a dark theme's white text needs the theme's own background.
+Shop::View wrapBar(GtkWidget* bar)
+{
+    gtk_widget_add_css_class(bar, "background");
+    return gtk::wrapWidget(bar);
+}
+
 Shop::View makeHeader(std::function<void()> goBack)
 {
     auto* const bar = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 12);
     gtk_box_append(GTK_BOX(bar), makeButton("Back", std::move(goBack)));
     gtk_box_append(GTK_BOX(bar), gtk_label_new("Shop"));
-    return gtk::wrapWidget(bar);
+    return wrapBar(bar);
 }
 
 Shop::View makeFooter()
 {
-    return gtk::wrapWidget(gtk_label_new("Returns are free for 30 days"));
+    return wrapBar(gtk_label_new("Returns are free for 30 days"));
 }
 
 /// The home screen and the shop that it opens.
@@ -72,11 +80,18 @@ private:
     });
 };
 
+// What the command line says.
+int s_port = 0;
+char* s_certificates = nullptr;
+
 std::unique_ptr<App> s_app;
 
 void startup(GtkApplication* application)
 {
-    gtk::install({ .bundleIdentifier = applicationId, .appName = "Shop app" });
+    gtk::HostOptions options { .bundleIdentifier = applicationId, .appName = "Shop app" };
+    if (s_port != 0)
+        useLocalService(options, s_port, s_certificates ? s_certificates : ".");
+    gtk::install(std::move(options));
     s_app = std::make_unique<App>(application);
 
     // What a menu, or `gapplication action`, calls.
@@ -99,7 +114,13 @@ void activate(GtkApplication*)
 
 int main(int count, char** arguments)
 {
+    static GOptionEntry const options[] = {
+        { "service", 0, 0, G_OPTION_ARG_INT, &s_port, "Where a local service listens", "PORT" },
+        { "certificates", 0, 0, G_OPTION_ARG_FILENAME, &s_certificates, "The data folder of that service", "FOLDER" },
+        {},
+    };
     auto* const application = gtk_application_new(applicationId, G_APPLICATION_DEFAULT_FLAGS);
+    g_application_add_main_option_entries(G_APPLICATION(application), options);
     g_signal_connect(application, "startup", G_CALLBACK(&startup), nullptr);
     g_signal_connect(application, "activate", G_CALLBACK(&activate), nullptr);
     auto const status = g_application_run(G_APPLICATION(application), count, arguments);

@@ -12,7 +12,7 @@ PACKAGES_PHONE=(libgnustep-base-dev libobjc-12-dev musl-dev python3-clang-19 lib
 PACKAGES_TIDY=(clang-tidy-19 git)
 PACKAGES_FORMAT=(clang-format-19 git)
 PACKAGES_DOCS=(doxygen)
-PACKAGES_BENCH=(libsqlite3-dev libsimdjson-dev llvm-19)
+PACKAGES_BENCH=(libsqlite3-dev libsimdjson-dev llvm-19 gnuplot-nox)
 PACKAGES_DISPLAY=(xvfb xauth xdotool dbus-daemon at-spi2-core fonts-nanum)
 
 say() { printf '%s\n' "$*"; }

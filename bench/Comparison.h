@@ -24,18 +24,19 @@ public:
         double upper = 0;
     };
     [[nodiscard]] Ratios measure(std::function<void()> const& work, std::function<void()> const& referenceWork) const;
+    /// As `measure`, for work that needs preparations which are not measured: each call returns the seconds that its
+    /// own part took. `repetitions` is not used.
+    [[nodiscard]] Ratios measureTimes(
+        std::function<double()> const& work, std::function<double()> const& referenceWork) const;
     /// Measures and prints them, with the median that the docs have for the same two names.
     void print(std::string const& name, std::function<void()> const& work, std::string const& reference,
         std::function<void()> const& referenceWork) const;
 
-    /// As `print`, for work that needs preparations which are not measured: each call returns the seconds that its own
-    /// part took. `repetitions` is not used.
+    /// As `print`, for times as `measureTimes` takes them.
     void printTimes(std::string const& name, std::function<double()> const& work, std::string const& reference,
         std::function<double()> const& referenceWork) const;
 
 private:
-    [[nodiscard]] Ratios measureTimes(
-        std::function<double()> const& work, std::function<double()> const& referenceWork) const;
     [[nodiscard]] double seconds(std::function<void()> const& work) const;
 
     std::size_t m_rounds;

@@ -22,9 +22,10 @@ void require(bool succeeded, sqlite3* database)
 SQLiteStore::SQLiteStore(std::filesystem::path const& file)
 {
     require(sqlite3_open(file.c_str(), &m_database) == SQLITE_OK, m_database);
-    auto const* const schema = "PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL;"
-                               "CREATE TABLE preferences (key TEXT PRIMARY KEY, value BLOB) WITHOUT ROWID;"
-                               "CREATE TABLE events (id INTEGER PRIMARY KEY, event BLOB);";
+    auto const* const schema =
+        "PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL;"
+        "CREATE TABLE IF NOT EXISTS preferences (key TEXT PRIMARY KEY, value BLOB) WITHOUT ROWID;"
+        "CREATE TABLE IF NOT EXISTS events (id INTEGER PRIMARY KEY, event BLOB);";
     execute(schema);
     m_set = prepare("INSERT OR REPLACE INTO preferences VALUES (?1, ?2)");
     m_append = prepare("INSERT INTO events (event) VALUES (?1)");
@@ -37,9 +38,9 @@ SQLiteStore::~SQLiteStore()
     sqlite3_close(m_database);
 }
 
-void SQLiteStore::execute(char const* sql)
+void SQLiteStore::execute(std::string const& sql)
 {
-    require(sqlite3_exec(m_database, sql, nullptr, nullptr, nullptr) == SQLITE_OK, m_database);
+    require(sqlite3_exec(m_database, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK, m_database);
 }
 
 sqlite3_stmt* SQLiteStore::prepare(char const* sql)
@@ -68,11 +69,37 @@ void SQLiteStore::append(std::string const& event)
     run(m_append);
 }
 
-void SQLiteStore::append(std::string const& event, std::size_t count)
+void SQLiteStore::dropFirst(std::size_t count)
+{
+    execute("DELETE FROM events WHERE id IN (SELECT id FROM events ORDER BY id LIMIT " + std::to_string(count) + ")");
+}
+
+std::size_t SQLiteStore::size()
+{
+    auto* const statement = prepare("SELECT count(*) FROM events");
+    require(sqlite3_step(statement) == SQLITE_ROW, m_database);
+    auto const size = static_cast<std::size_t>(sqlite3_column_int64(statement, 0));
+    sqlite3_finalize(statement);
+    return size;
+}
+
+std::vector<std::string> SQLiteStore::first(std::size_t count)
+{
+    auto* const statement = prepare("SELECT event FROM events ORDER BY id LIMIT ?1");
+    sqlite3_bind_int64(statement, 1, static_cast<sqlite3_int64>(count));
+    std::vector<std::string> events;
+    while (sqlite3_step(statement) == SQLITE_ROW) {
+        auto const* const bytes = static_cast<char const*>(sqlite3_column_blob(statement, 0));
+        events.emplace_back(bytes, static_cast<std::size_t>(sqlite3_column_bytes(statement, 0)));
+    }
+    require(sqlite3_finalize(statement) == SQLITE_OK, m_database);
+    return events;
+}
+
+void SQLiteStore::inOneTransaction(std::function<void()> const& work)
 {
     execute("BEGIN");
-    for (std::size_t i = 0; i < count; ++i)
-        append(event);
+    work();
     execute("COMMIT");
 }
 

@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <string>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -20,11 +22,17 @@ public:
 
     void set(std::string const& key, std::string const& value);
     void append(std::string const& event);
-    /// Appends the event `count` times in one transaction.
-    void append(std::string const& event, std::size_t count);
+    void dropFirst(std::size_t count);
+    /// How many events there are.
+    [[nodiscard]] std::size_t size();
+    /// The oldest events.
+    [[nodiscard]] std::vector<std::string> first(std::size_t count);
+
+    /// Makes one transaction of all changes that the work makes.
+    void inOneTransaction(std::function<void()> const& work);
 
 private:
-    void execute(char const* sql);
+    void execute(std::string const& sql);
     [[nodiscard]] sqlite3_stmt* prepare(char const* sql);
     static void run(sqlite3_stmt* statement);
 

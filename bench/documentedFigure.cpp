@@ -1,5 +1,7 @@
 #include "bench/documentedFigure.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <fstream>
 #include <string_view>
 #include <vector>
@@ -38,6 +40,24 @@ std::string documentedFigure(std::string const& name, std::string const& unit)
         auto const cells = cellsOf(line);
         if (cells.size() >= 3 && cells[0] == name && cells[2] == unit)
             return cells[1];
+    }
+    return {};
+}
+
+std::string documentedCell(std::string const& table, std::string const& row, std::string const& column)
+{
+    std::ifstream document(ZELVORA_SOURCE_TREE "/docs/performance.md");
+    std::vector<std::string> headings;
+    for (std::string line; std::getline(document, line);) {
+        auto const cells = cellsOf(line);
+        if (cells.empty())
+            headings.clear();
+        else if (headings.empty())
+            headings = cells;
+        else if (headings[0] == table && cells[0] == row) {
+            auto const index = static_cast<std::size_t>(std::ranges::find(headings, column) - headings.begin());
+            return index < cells.size() ? cells[index] : std::string();
+        }
     }
     return {};
 }

@@ -16,6 +16,7 @@
 #include "bench/JournalPlatform.h"
 #include "bench/WriteFloor.h"
 #include "bench/makeEvent.h"
+#include "bench/seconds.h"
 #include "tests/support/TemporaryDirectory.h"
 
 #include <array>
@@ -135,13 +136,18 @@ void measureEvents(std::filesystem::path const& folder)
     constexpr std::size_t eventBytes = 117;
     WriteFloor const floor(folder / "event.floor", eventBytes);
     auto const messages = makeMessages();
-    auto const save = [&messages, number = std::size_t(0)]() mutable { handle(messages[++number % few]); };
+    std::function<void()> const save = [&messages, number = std::size_t(0)]() mutable {
+        handle(messages[++number % few]);
+    };
     Comparison const comparison(401, 20);
     enqueue(few);
     comparison.print("an event, from handle to its write, 100 queued", save, "one write(2)", std::ref(floor));
     printAllocations("an event, from handle to its write", save);
     enqueue(many);
     comparison.print("an event, from handle to its write, 100,000 queued", save, "one write(2)", std::ref(floor));
+    bench::Comparison(101, 1).printTimes(
+        "an event, from handle to its write, after a pause", [&] { return bench::secondsAfterPause(save); },
+        "one write(2)", [&] { return bench::seconds(floor, 50); });
 }
 
 void measureInitialization(std::filesystem::path const& folder, memory::Platform& platform)

@@ -24,6 +24,9 @@ print_size() {
 "$folder/zelvora-bench-events" >/dev/null
 "$folder/zelvora-bench-opening" >/dev/null
 "$folder/zelvora-bench-storage" >/dev/null
+"$folder/zelvora-bench-lengths" "$folder" >/dev/null
+gnuplot -e "folder='$folder'" bench/lengths.gnuplot
+say "  The plots, to be compared with those of the docs: $1/bench/saving.svg and $1/bench/opening.svg"
 "$folder/zelvora-bench-json" >/dev/null
 "$folder/zelvora-bench-bridge" >/dev/null
 for program in page prewarm; do

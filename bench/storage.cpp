@@ -3,6 +3,8 @@
 #include "ZelvoraAdapters/shared/Journal/JournaledUserDefaults.h"
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "bench/Comparison.h"
+#include "bench/JournalQueue.h"
+#include "bench/SQLiteQueue.h"
 #include "bench/SQLiteStore.h"
 #include "bench/WriteFloor.h"
 #include "bench/makeEvent.h"
@@ -19,7 +21,9 @@ namespace {
 
 using namespace zelvora;
 using bench::Comparison;
+using bench::JournalQueue;
 using bench::makeEvent;
+using bench::SQLiteQueue;
 using bench::SQLiteStore;
 using bench::WriteFloor;
 using platform::Array;
@@ -29,10 +33,6 @@ using shared::JournaledUserDefaults;
 constexpr std::size_t few = 100;
 constexpr std::size_t many = 100'000;
 constexpr char const* eventsKey = "events";
-
-// About as long as an event in the journal.
-std::string const eventText = R"({"eventId":"product_view","adid":null,"productId":"moon-jar","price":89000,)"
-                              R"("page":"/v1/product.html","number":12345})";
 
 void logError(std::string const& line)
 {
@@ -46,37 +46,6 @@ void enqueue(JournaledUserDefaults& store, std::size_t count)
         events = events.appending(makeEvent(i));
     store.setObject(events, eventsKey);
 }
-
-// An event queue in its own journal.
-class Queue final {
-public:
-    Queue(std::filesystem::path const& file, std::size_t length) : m_path(file), m_store(file, &logError)
-    {
-        enqueue(m_store, length);
-    }
-
-    // Always the same event, because making events is not the queue's cost.
-    void append() { m_store.setObject(read().appending(m_event), eventsKey); }
-    void dropFirst(std::size_t count) { m_store.setObject(read().droppingFirst(count), eventsKey); }
-
-    // Determines how many bytes the floor must write.
-    std::size_t bytesOfAppending()
-    {
-        m_store.synchronize();
-        auto const before = std::filesystem::file_size(m_path);
-        append();
-        auto const bytes = std::filesystem::file_size(m_path) - before;
-        std::fprintf(stderr, "  (an event takes %zu bytes in the journal)\n", static_cast<std::size_t>(bytes));
-        return bytes;
-    }
-
-private:
-    Array read() { return *m_store.object(eventsKey)->array(); }
-
-    std::filesystem::path m_path;
-    JournaledUserDefaults m_store;
-    Value m_event = makeEvent(12345);
-};
 
 std::size_t bytesOfSetting(JournaledUserDefaults& store, std::filesystem::path const& file, std::string const& value)
 {
@@ -122,20 +91,24 @@ void measureSet(std::filesystem::path const& folder)
 
 void measureQueue(std::filesystem::path const& folder)
 {
-    Queue shortQueue(folder / "short.journal", few);
-    Queue longQueue(folder / "long.journal", many);
-    SQLiteStore shortTable(folder / "short.sqlite");
-    shortTable.append(eventText, few);
-    SQLiteStore longTable(folder / "long.sqlite");
-    longTable.append(eventText, many);
-    WriteFloor const floor(folder / "queue.floor", longQueue.bytesOfAppending());
+    JournalQueue shortQueue(folder / "short.journal");
+    shortQueue.fill(few);
+    JournalQueue longQueue(folder / "long.journal");
+    longQueue.fill(many);
+    SQLiteQueue shortTable(folder / "short.sqlite");
+    shortTable.fill(few);
+    SQLiteQueue longTable(folder / "long.sqlite");
+    longTable.fill(many);
+    auto const bytes = longQueue.bytesOfAppending();
+    std::fprintf(stderr, "  (an event takes %zu bytes in the journal)\n", bytes);
+    WriteFloor const floor(folder / "queue.floor", bytes);
 
     std::fprintf(stderr, "  (every line below adds about 8,000 events to the queues that it measures)\n");
     Comparison const comparison(401, 20);
     auto const appendLong = [&] { longQueue.append(); };
     auto const appendShort = [&] { shortQueue.append(); };
-    auto const appendShortTable = [&] { shortTable.append(eventText); };
-    auto const appendLongTable = [&] { longTable.append(eventText); };
+    auto const appendShortTable = [&] { shortTable.append(); };
+    auto const appendLongTable = [&] { longTable.append(); };
     comparison.print("append to 100 events in the journal", appendShort, "one write(2)", std::ref(floor));
     comparison.print("append to 100,000 events in the journal", appendLong, "one write(2)", std::ref(floor));
     comparison.print("append to 100,000 events", appendLong, "append to 100", appendShort);

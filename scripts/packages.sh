@@ -2,8 +2,7 @@
 
 PACKAGES_BUILD=(
     cmake ninja-build pkgconf binutils libstdc++-12-dev libgtest-dev
-    libgtk-4-dev libadwaita-1-dev libwebkitgtk-6.0-dev libsoup-3.0-dev libsystemd-dev libsqlite3-dev libsimdjson-dev
-    nlohmann-json3-dev gnutls-bin esbuild
+    libgtk-4-dev libadwaita-1-dev libwebkitgtk-6.0-dev libsoup-3.0-dev libsystemd-dev nlohmann-json3-dev gnutls-bin esbuild
 )
 PACKAGES_GCC=(gcc-12 g++-12)
 PACKAGES_CLANG=(clang-19 lld-19)
@@ -13,6 +12,7 @@ PACKAGES_PHONE=(libgnustep-base-dev libobjc-12-dev musl-dev python3-clang-19 lib
 PACKAGES_TIDY=(clang-tidy-19 git)
 PACKAGES_FORMAT=(clang-format-19 git)
 PACKAGES_DOCS=(doxygen)
+PACKAGES_BENCH=(libsqlite3-dev libsimdjson-dev llvm-19 gnuplot-nox)
 PACKAGES_DISPLAY=(xvfb xauth xdotool dbus-daemon at-spi2-core fonts-nanum)
 
 say() { printf '%s\n' "$*"; }

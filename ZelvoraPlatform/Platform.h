@@ -51,8 +51,10 @@ public:
     /// thread. The SDK asks at each use, so the answer must not change once the SDK has been used.
     [[nodiscard]] virtual std::optional<ServiceAddresses> serviceAddresses() const { return std::nullopt; }
 
-    /// Whether the calling thread is the one that the blocks of `mainQueue` run on. Any thread. What cannot tell its
-    /// threads apart says yes.
+    /// Whether the calling thread is the main one, which the blocks of `mainQueue` run on. That is the system's own
+    /// main thread where there is one, whichever thread installs; elsewhere the adapter says which it is, such as the
+    /// thread that made the platform. Any thread. By default every thread is, for doubles that have but one: an adapter
+    /// overrides it.
     [[nodiscard]] virtual bool isMainThread() const { return true; }
     /// Tells whoever develops the host of a call that its interface forbids and that does not stop the process, in a
     /// sentence for the adapter's own log. Any thread. By default nobody is told.

@@ -2,6 +2,7 @@
 #
 #     find_package(ZelvoraIOS 1.0 CONFIG COMPONENTS memory gtk)   and link ZelvoraIOS::ZelvoraIOS, ZelvoraIOS::memory, ...
 #                                                                 (no component: all that are installed)
+#     find_package(ZelvoraIOS 1.0 CONFIG COMPONENTS contract shared)   for an adapter outside of these sources
 #     add_subdirectory(...)                                       and link the same names
 #     pkg-config --cflags --libs ZelvoraIOS-gtk                   in any other build system
 #

@@ -12,6 +12,9 @@ namespace zelvora::tests {
 ///     platform::Clock& clock();
 ///     // Sets the system's wall clock to a whole second. The clock may run on from there. Any thread.
 ///     void setSystemClock(platform::Date now);
+///
+/// A test does not set the machine's clock: stand between the clock and the system, with a source of the time that the
+/// clock is given, or as "MovedWallClock.h" does where the C library has the time.
 template<typename Harness>
 class ClockContract : public testing::Test {
 protected:

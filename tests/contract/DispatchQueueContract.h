@@ -24,6 +24,10 @@ namespace zelvora::tests {
 ///     bool runUntil(std::function<bool()> const& done);
 ///     // The time by which delays are measured.
 ///     platform::TimeInterval elapsed();
+///
+/// The harness of a queue with threads of its own is in "ThreadedQueueHarness.h". That of a main queue is the one that
+/// runs it: `runUntil` is called on the main thread, and where a run loop runs the queue, it is the loop that turns
+/// until `done` returns true.
 template<typename Harness>
 class DispatchQueueContract : public testing::Test {
 protected:
@@ -82,6 +86,24 @@ TYPED_TEST_P(DispatchQueueContract, RunsABlockThatABlockSubmits)
     EXPECT_TRUE(harness.runUntil([&] { return record.size() == 1; }));
 }
 
+TYPED_TEST_P(DispatchQueueContract, NeverRunsABlockInsideTheCall)
+{
+    auto& harness = this->m_harness;
+    // Of the thread that the block runs on: on another one it may begin before the call returns.
+    thread_local bool isSubmitting = false;
+    Record<bool> insides;
+    auto const submit = [&] {
+        isSubmitting = true;
+        harness.queue().async([&] { insides.add(isSubmitting); });
+        harness.queue().asyncAfter(0, [&] { insides.add(isSubmitting); });
+        isSubmitting = false;
+    };
+    submit();
+    harness.queue().async(submit);
+    ASSERT_TRUE(harness.runUntil([&] { return insides.size() == 4; }));
+    EXPECT_EQ(insides.all(), std::vector(4, false)) << "true is a block that ran inside the call";
+}
+
 TYPED_TEST_P(DispatchQueueContract, RunsADelayedBlockNotBeforeItsDelay)
 {
     auto& harness = this->m_harness;
@@ -110,6 +132,14 @@ TYPED_TEST_P(DispatchQueueContract, ANegativeDelayIsNoDelay)
     auto& harness = this->m_harness;
     Record<int> record;
     harness.queue().asyncAfter(-5, [&] { record.add(1); });
+    EXPECT_TRUE(harness.runUntil([&] { return record.size() == 1; }));
+}
+
+TYPED_TEST_P(DispatchQueueContract, ADelayThatIsNoNumberIsNoDelay)
+{
+    auto& harness = this->m_harness;
+    Record<int> record;
+    harness.queue().asyncAfter(std::numeric_limits<double>::quiet_NaN(), [&] { record.add(1); });
     EXPECT_TRUE(harness.runUntil([&] { return record.size() == 1; }));
 }
 
@@ -261,9 +291,10 @@ TYPED_TEST_P(SerialQueueContract, IsAlwaysOnTheSameThread)
 }
 
 REGISTER_TYPED_TEST_SUITE_P(DispatchQueueContract, RunsABlockThatOwnsWhatItCaptured,
-    RunsEachBlockOnceWhicheverThreadSubmitsIt, RunsABlockThatABlockSubmits, RunsADelayedBlockNotBeforeItsDelay,
-    ADelayDoesNotHoldUpOtherBlocks, ANegativeDelayIsNoDelay, ABlockWithAnEndlessDelayNeverRunsAndHoldsUpNoOther,
-    DestroysABlockAfterItRan, DestroysPendingBlocksWithItself, ABlockThatItDestroysMaySubmitAnother);
+    RunsEachBlockOnceWhicheverThreadSubmitsIt, RunsABlockThatABlockSubmits, NeverRunsABlockInsideTheCall,
+    RunsADelayedBlockNotBeforeItsDelay, ADelayDoesNotHoldUpOtherBlocks, ANegativeDelayIsNoDelay,
+    ADelayThatIsNoNumberIsNoDelay, ABlockWithAnEndlessDelayNeverRunsAndHoldsUpNoOther, DestroysABlockAfterItRan,
+    DestroysPendingBlocksWithItself, ABlockThatItDestroysMaySubmitAnother);
 REGISTER_TYPED_TEST_SUITE_P(SerialQueueContract, KeepsTheOrderOfSubmission, KeepsTheOrderOfBlocksThatAreDueTogether,
     RunsTheShorterDelayFirst, ABlockSubmittedFromTheQueueRunsAfterTheOthers, NeverRunsTwoBlocksAtOnce,
     IsAlwaysOnTheSameThread);

@@ -5,8 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <memory>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -20,14 +21,56 @@ struct LogEntry {
     bool operator==(LogEntry const&) const = default;
 };
 
-inline std::ostream& operator<<(std::ostream& stream, LogEntry const& entry)
-{
-    constexpr std::size_t enough = 80;
-    return stream << static_cast<int>(entry.type) << ' ' << entry.text.substr(0, enough);
-}
-
 inline constexpr platform::OSLogType logTypes[] = { platform::OSLogType::Default, platform::OSLogType::Info,
     platform::OSLogType::Debug, platform::OSLogType::Error, platform::OSLogType::Fault };
+
+[[nodiscard]] inline std::string nameOf(platform::OSLogType type)
+{
+    using enum platform::OSLogType;
+    switch (type) {
+    case Default:
+        return "Default";
+    case Info:
+        return "Info";
+    case Debug:
+        return "Debug";
+    case Error:
+        return "Error";
+    case Fault:
+        return "Fault";
+    }
+    return "type " + std::to_string(static_cast<int>(type));
+}
+
+/// For a failure: what is at the byte `position` of an entry that may have a million.
+[[nodiscard]] inline std::string excerpt(LogEntry const& entry, std::size_t position)
+{
+    constexpr std::size_t enough = 80;
+    auto const text = testing::PrintToString(entry.text.substr(position, enough));
+    return nameOf(entry.type) + ", " + std::to_string(entry.text.size()) + " bytes, from byte "
+        + std::to_string(position) + " on: " + text;
+}
+
+/// Fails at the first entry that differs, with the place where it does.
+[[nodiscard]] inline testing::AssertionResult areEqual(
+    std::vector<LogEntry> const& entries, std::vector<LogEntry> const& expected)
+{
+    auto const [entry, other] = std::ranges::mismatch(entries, expected);
+    if (entry == entries.end() && other == expected.end())
+        return testing::AssertionSuccess();
+    auto failure = testing::AssertionFailure()
+        << entries.size() << " entries where " << expected.size() << " are expected. Entry " << entry - entries.begin();
+    if (entry == entries.end())
+        return failure << " is missing: " << excerpt(*other, 0);
+    if (other == expected.end())
+        return failure << " is one too many: " << excerpt(*entry, 0);
+    std::size_t position = 0;
+    if (entry->text != other->text) {
+        auto const difference = std::ranges::mismatch(entry->text, other->text).in1;
+        position = static_cast<std::size_t>(difference - entry->text.begin());
+    }
+    return failure << "\n is       " << excerpt(*entry, position) << "\n expected " << excerpt(*other, position);
+}
 
 /// What every system log promises. A harness acts as the system:
 ///
@@ -54,11 +97,11 @@ TYPED_TEST_P(LoggerContract, EachTypeIsLoggedAsItself)
     auto const logger = this->makeLogger();
     std::vector<LogEntry> expected;
     for (auto const type : logTypes) {
-        EXPECT_TRUE(logger->isEnabled(type));
+        EXPECT_TRUE(logger->isEnabled(type)) << nameOf(type);
         logger->log(type, "message");
         expected.push_back({ type, "[ZelvoraSDK] message" });
     }
-    EXPECT_EQ(this->m_harness.entries(), expected);
+    EXPECT_TRUE(areEqual(this->m_harness.entries(), expected));
 }
 
 TYPED_TEST_P(LoggerContract, DebugEntriesAreOffUnlessTheUserWantsThem)
@@ -66,13 +109,14 @@ TYPED_TEST_P(LoggerContract, DebugEntriesAreOffUnlessTheUserWantsThem)
     this->m_harness.setDebugEnabled(false);
     auto const logger = this->makeLogger();
     for (auto const type : logTypes)
-        EXPECT_EQ(logger->isEnabled(type), type != platform::OSLogType::Debug);
+        EXPECT_EQ(logger->isEnabled(type), type != platform::OSLogType::Debug) << nameOf(type);
 }
 
 TYPED_TEST_P(LoggerContract, AnEmptyMessageIsAnEntry)
 {
     this->makeLogger()->log(platform::OSLogType::Info, "");
-    EXPECT_EQ(this->m_harness.entries(), (std::vector<LogEntry> { { platform::OSLogType::Info, "[ZelvoraSDK] " } }));
+    EXPECT_TRUE(areEqual(
+        this->m_harness.entries(), (std::vector<LogEntry> { { platform::OSLogType::Info, "[ZelvoraSDK] " } })));
 }
 
 TYPED_TEST_P(LoggerContract, TheMessageIsLoggedUnchangedAsFarAsTheLogKeepsIt)
@@ -85,7 +129,7 @@ TYPED_TEST_P(LoggerContract, TheMessageIsLoggedUnchangedAsFarAsTheLogKeepsIt)
         logger->log(platform::OSLogType::Error, message);
         expected.push_back({ platform::OSLogType::Error, "[ZelvoraSDK] " + this->m_harness.kept(message) });
     }
-    EXPECT_EQ(this->m_harness.entries(), expected);
+    EXPECT_TRUE(areEqual(this->m_harness.entries(), expected));
 }
 
 TYPED_TEST_P(LoggerContract, ManyThreadsMayLogAtOnce)
@@ -95,8 +139,8 @@ TYPED_TEST_P(LoggerContract, ManyThreadsMayLogAtOnce)
         for (int i = 0; i < 250; ++i)
             logger->log(platform::OSLogType::Info, "message");
     });
-    EXPECT_EQ(
-        this->m_harness.entries(), std::vector<LogEntry>(1000, { platform::OSLogType::Info, "[ZelvoraSDK] message" }));
+    EXPECT_TRUE(areEqual(
+        this->m_harness.entries(), std::vector<LogEntry>(1000, { platform::OSLogType::Info, "[ZelvoraSDK] message" })));
 }
 
 REGISTER_TYPED_TEST_SUITE_P(LoggerContract, EachTypeIsLoggedAsItself, DebugEntriesAreOffUnlessTheUserWantsThem,

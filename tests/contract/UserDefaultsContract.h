@@ -12,10 +12,14 @@
 
 #include <bit>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace zelvora::tests {
 
@@ -24,12 +28,42 @@ namespace zelvora::tests {
 ///     platform::UserDefaults& store();
 ///     // Closes the store and opens it again. Does nothing if the store does not persist.
 ///     void restart();
+///     // What the next process finds if this one dies now: the stored values, opened once more while `store()` is
+///     // still open, so that nothing is written by closing it. A store that locks its file is opened on a copy of the
+///     // file. Absent if the platform's own store decides when it writes, or if nothing persists.
+///     std::unique_ptr<platform::UserDefaults> openAsAfterDeath();
 template<typename Harness>
 class UserDefaultsContract : public testing::Test {
 protected:
+    static constexpr bool writesAtOnce = requires(Harness& harness) { harness.openAsAfterDeath(); };
+
     [[nodiscard]] std::optional<platform::Value> get(std::string const& key) { return m_harness.store().object(key); }
     void set(std::string const& key, platform::Value value) { m_harness.store().setObject(std::move(value), key); }
     void remove(std::string const& key) { m_harness.store().removeObject(key); }
+    void restart()
+    {
+        m_harness.restart();
+        ++m_restarts;
+    }
+    [[nodiscard]] std::string when() const
+    {
+        return m_restarts == 0 ? "before any restart" : "after restart " + std::to_string(m_restarts);
+    }
+    void expect(std::optional<platform::Value> const& expected, std::string const& key)
+    {
+        auto const value = get(key);
+        EXPECT_TRUE(value == expected) << "\"" << key << "\" is " << shortText(value) << " and not "
+                                       << shortText(expected) << ", " << when();
+    }
+    /// The same in the next process, if this one died now.
+    void expectAfterDeath(std::optional<platform::Value> const& expected, std::string const& key)
+    {
+        if constexpr (writesAtOnce) {
+            auto const value = m_harness.openAsAfterDeath()->object(key);
+            EXPECT_TRUE(value == expected) << "\"" << key << "\" is " << shortText(value) << " and not "
+                                           << shortText(expected) << " for a process that starts now";
+        }
+    }
     [[nodiscard]] platform::Array array(std::string const& key)
     {
         auto const value = get(key);
@@ -37,14 +71,27 @@ protected:
     }
 
     Harness m_harness;
+
+private:
+    /// Not hundreds of brackets.
+    static std::string shortText(std::optional<platform::Value> const& value)
+    {
+        constexpr std::size_t enough = 160;
+        auto const text = platform::debugDescription(value);
+        if (text.size() <= enough)
+            return text;
+        return text.substr(0, enough) + "... (nesting " + std::to_string(value->nesting()) + ")";
+    }
+
+    int m_restarts = 0;
 };
 
 TYPED_TEST_SUITE_P(UserDefaultsContract);
 
 TYPED_TEST_P(UserDefaultsContract, HasNothingUnderAKeyThatWasNeverSet)
 {
-    EXPECT_EQ(this->get("absent"), std::nullopt);
-    EXPECT_EQ(this->get(""), std::nullopt);
+    this->expect(std::nullopt, "absent");
+    this->expect(std::nullopt, "");
 }
 
 TYPED_TEST_P(UserDefaultsContract, KeepsEveryKindOfValueUnchanged)
@@ -58,12 +105,9 @@ TYPED_TEST_P(UserDefaultsContract, KeepsEveryKindOfValueUnchanged)
         this->set("key" + std::to_string(i), values[i]);
     for (int launch = 0; launch < 2; ++launch) {
         for (std::size_t i = 0; i < values.size(); ++i) {
-            auto const value = this->get("key" + std::to_string(i));
-            ASSERT_TRUE(value) << i;
-            EXPECT_EQ(value->kind(), values[i].kind()) << i;
-            EXPECT_EQ(*value, values[i]) << i;
+            this->expect(values[i], "key" + std::to_string(i));
         }
-        this->m_harness.restart();
+        this->restart();
     }
 }
 
@@ -72,9 +116,9 @@ TYPED_TEST_P(UserDefaultsContract, KeepsNullMarkersInsideContainers)
     using namespace platform;
     Value const value { Array { Null {}, Dictionary { { "null", Null {} } } } };
     this->set("key", value);
-    EXPECT_EQ(this->get("key"), value);
-    this->m_harness.restart();
-    EXPECT_EQ(this->get("key"), value);
+    this->expect(value, "key");
+    this->restart();
+    this->expect(value, "key");
 }
 
 TYPED_TEST_P(UserDefaultsContract, KeepsEveryBitOfANumber)
@@ -82,10 +126,30 @@ TYPED_TEST_P(UserDefaultsContract, KeepsEveryBitOfANumber)
     using Limits = std::numeric_limits<double>;
     for (double const number : { 0.0, -0.0, 0.1, 1e300, Limits::denorm_min(), Limits::infinity(), std::nan("") }) {
         this->m_harness.store().setDouble(number, "key");
-        this->m_harness.restart();
+        this->restart();
         auto const value = this->get("key");
-        ASSERT_TRUE(value && value->number());
-        EXPECT_EQ(std::bit_cast<std::uint64_t>(*value->number()), std::bit_cast<std::uint64_t>(number));
+        ASSERT_TRUE(value && value->number()) << number << ", " << this->when();
+        EXPECT_EQ(std::bit_cast<std::uint64_t>(*value->number()), std::bit_cast<std::uint64_t>(number))
+            << number << ", " << this->when();
+    }
+}
+
+TYPED_TEST_P(UserDefaultsContract, KeepsAnIntegerThatNoDoubleCanHold)
+{
+    using namespace platform;
+    constexpr std::int64_t large = (std::int64_t { 1 } << 60) + 1;
+    std::vector<Value> const integers { large, -large, std::numeric_limits<std::int64_t>::max(),
+        std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::uint64_t>::max() };
+    for (std::size_t i = 0; i < integers.size(); ++i) {
+        this->set("key" + std::to_string(i), integers[i]);
+        this->set("nested" + std::to_string(i), Dictionary { { "k", Array { integers[i] } } });
+    }
+    for (int launch = 0; launch < 2; ++launch) {
+        for (std::size_t i = 0; i < integers.size(); ++i) {
+            this->expect(integers[i], "key" + std::to_string(i));
+            this->expect(Value(Dictionary { { "k", Array { integers[i] } } }), "nested" + std::to_string(i));
+        }
+        this->restart();
     }
 }
 
@@ -93,10 +157,10 @@ TYPED_TEST_P(UserDefaultsContract, DistinguishesABooleanFromANumber)
 {
     this->set("key", true);
     this->set("key", 1);
-    EXPECT_EQ(this->get("key"), platform::Value { 1 });
+    this->expect(platform::Value { 1 }, "key");
     this->set("key", true);
-    this->m_harness.restart();
-    EXPECT_EQ(this->get("key"), platform::Value { true });
+    this->restart();
+    this->expect(platform::Value { true }, "key");
 }
 
 TYPED_TEST_P(UserDefaultsContract, ReplacesAnEarlierValue)
@@ -104,10 +168,10 @@ TYPED_TEST_P(UserDefaultsContract, ReplacesAnEarlierValue)
     this->set("key", "text");
     this->set("key", platform::Array { 1 });
     this->set("other", 2);
-    EXPECT_EQ(this->get("key"), platform::Value(platform::Array { 1 }));
-    this->m_harness.restart();
-    EXPECT_EQ(this->get("key"), platform::Value(platform::Array { 1 }));
-    EXPECT_EQ(this->get("other"), platform::Value { 2 });
+    this->expect(platform::Value(platform::Array { 1 }), "key");
+    this->restart();
+    this->expect(platform::Value(platform::Array { 1 }), "key");
+    this->expect(platform::Value { 2 }, "other");
 }
 
 TYPED_TEST_P(UserDefaultsContract, RemovesAnEntryByEitherCall)
@@ -118,10 +182,10 @@ TYPED_TEST_P(UserDefaultsContract, RemovesAnEntryByEitherCall)
     this->remove("a");
     this->m_harness.store().setObject(std::nullopt, "b");
     for (int launch = 0; launch < 2; ++launch) {
-        EXPECT_EQ(this->get("a"), std::nullopt);
-        EXPECT_EQ(this->get("b"), std::nullopt);
-        EXPECT_EQ(this->get("kept"), platform::Value { 3 });
-        this->m_harness.restart();
+        this->expect(std::nullopt, "a");
+        this->expect(std::nullopt, "b");
+        this->expect(platform::Value { 3 }, "kept");
+        this->restart();
     }
 }
 
@@ -129,9 +193,27 @@ TYPED_TEST_P(UserDefaultsContract, RemovingAnAbsentKeyDoesNothing)
 {
     this->remove("absent");
     this->m_harness.store().setObject(std::nullopt, "absent");
-    EXPECT_EQ(this->get("absent"), std::nullopt);
+    this->expect(std::nullopt, "absent");
     this->set("absent", 1);
-    EXPECT_EQ(this->get("absent"), platform::Value { 1 });
+    this->expect(platform::Value { 1 }, "absent");
+}
+
+TYPED_TEST_P(UserDefaultsContract, AWriteSurvivesTheDeathOfTheProcessOnceTheCallReturns)
+{
+    if (!TestFixture::writesAtOnce)
+        GTEST_SKIP() << "The platform's own store decides when it writes, or nothing persists.";
+    using namespace platform;
+    this->set("key", "text");
+    this->expectAfterDeath("text", "key");
+    this->set("key", Array { 1, 2 });
+    this->expectAfterDeath(Value(Array { 1, 2 }), "key");
+    this->m_harness.store().setDouble(0.5, "number");
+    this->expectAfterDeath(0.5, "number");
+    this->expectAfterDeath(Value(Array { 1, 2 }), "key");
+    this->remove("key");
+    this->expectAfterDeath(std::nullopt, "key");
+    this->m_harness.store().setObject(std::nullopt, "number");
+    this->expectAfterDeath(std::nullopt, "number");
 }
 
 TYPED_TEST_P(UserDefaultsContract, DistinguishesKeysByEveryByte)
@@ -141,12 +223,12 @@ TYPED_TEST_P(UserDefaultsContract, DistinguishesKeysByEveryByte)
     this->set("key ", 3);
     this->set(std::string("key\0", 4), 4);
     this->set("열쇠", 5);
-    this->m_harness.restart();
-    EXPECT_EQ(this->get("key"), platform::Value { 1 });
-    EXPECT_EQ(this->get("Key"), platform::Value { 2 });
-    EXPECT_EQ(this->get("key "), platform::Value { 3 });
-    EXPECT_EQ(this->get(std::string("key\0", 4)), platform::Value { 4 });
-    EXPECT_EQ(this->get("열쇠"), platform::Value { 5 });
+    this->restart();
+    this->expect(platform::Value { 1 }, "key");
+    this->expect(platform::Value { 2 }, "Key");
+    this->expect(platform::Value { 3 }, "key ");
+    this->expect(platform::Value { 4 }, std::string("key\0", 4));
+    this->expect(platform::Value { 5 }, "열쇠");
 }
 
 TYPED_TEST_P(UserDefaultsContract, KeepsAQueueThatIsReadExtendedDroppedAndWrittenBack)
@@ -157,9 +239,9 @@ TYPED_TEST_P(UserDefaultsContract, KeepsAQueueThatIsReadExtendedDroppedAndWritte
         if (i % 100 == 99)
             this->set("queue", this->array("queue").droppingFirst(90));
         if (i % 250 == 125)
-            this->m_harness.restart();
+            this->restart();
     }
-    this->m_harness.restart();
+    this->restart();
     auto const queue = this->array("queue");
     ASSERT_EQ(queue.size(), 100U);
     for (int i = 0; i < 100; ++i)
@@ -173,8 +255,8 @@ TYPED_TEST_P(UserDefaultsContract, KeepsAValueOfTheMaximumNesting)
     while (value.nesting() < Value::maximumNesting)
         value = value.nesting() % 2 == 0 ? Value(Array { value }) : Value(Dictionary { { "k", value } });
     this->set("key", value);
-    this->m_harness.restart();
-    EXPECT_EQ(this->get("key"), value);
+    this->restart();
+    this->expect(value, "key");
 }
 
 TYPED_TEST_P(UserDefaultsContract, LaterWritesDoNotChangeAValueThatWasRead)
@@ -200,14 +282,15 @@ TYPED_TEST_P(UserDefaultsContract, ServesManyThreadsAtOnce)
             EXPECT_TRUE(store.object("shared"));
         }
     });
-    this->m_harness.restart();
+    this->restart();
     for (int thread = 0; thread < 4; ++thread)
-        EXPECT_EQ(this->get("key" + std::to_string(thread)), platform::Value { perThread - 1 });
+        this->expect(platform::Value { perThread - 1 }, "key" + std::to_string(thread));
 }
 
 REGISTER_TYPED_TEST_SUITE_P(UserDefaultsContract, HasNothingUnderAKeyThatWasNeverSet, KeepsEveryKindOfValueUnchanged,
-    KeepsNullMarkersInsideContainers, KeepsEveryBitOfANumber, DistinguishesABooleanFromANumber, ReplacesAnEarlierValue,
-    RemovesAnEntryByEitherCall, RemovingAnAbsentKeyDoesNothing, DistinguishesKeysByEveryByte,
+    KeepsNullMarkersInsideContainers, KeepsEveryBitOfANumber, KeepsAnIntegerThatNoDoubleCanHold,
+    DistinguishesABooleanFromANumber, ReplacesAnEarlierValue, RemovesAnEntryByEitherCall,
+    RemovingAnAbsentKeyDoesNothing, AWriteSurvivesTheDeathOfTheProcessOnceTheCallReturns, DistinguishesKeysByEveryByte,
     KeepsAQueueThatIsReadExtendedDroppedAndWrittenBack, KeepsAValueOfTheMaximumNesting,
     LaterWritesDoNotChangeAValueThatWasRead, ServesManyThreadsAtOnce);
 

@@ -4,7 +4,7 @@
 #include "ZelvoraAdapters/shared/Journal/JournaledUserDefaults.h"
 #include "tests/support/TemporaryDirectory.h"
 
-#include <optional>
+#include <memory>
 
 namespace zelvora::tests {
 
@@ -21,23 +21,23 @@ private:
 
 class JournaledStore final {
 public:
-    JournaledStore() { open(); }
-
     platform::UserDefaults& store() { return *m_store; }
     void restart()
     {
         m_store.reset();
-        open();
+        m_store = open();
     }
+    std::unique_ptr<platform::UserDefaults> openAsAfterDeath() { return open(); }
 
 private:
-    void open()
+    std::unique_ptr<shared::JournaledUserDefaults> open() const
     {
-        m_store.emplace(m_directory / "preferences", [](std::string const& line) { ADD_FAILURE() << line; });
+        return std::make_unique<shared::JournaledUserDefaults>(
+            m_directory / "preferences", [](std::string const& line) { ADD_FAILURE() << line; });
     }
 
     TemporaryDirectory m_directory;
-    std::optional<shared::JournaledUserDefaults> m_store;
+    std::unique_ptr<shared::JournaledUserDefaults> m_store = open();
 };
 
 }

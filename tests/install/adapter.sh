@@ -1,9 +1,12 @@
 #!/usr/bin/env bash
-# adapter.sh first_use|suites BUILD NAME: whether the frame of the adapter NAME, built in BUILD, stops with the name of what it
-# lacks: when the SDK is first used on it, or in the first test of each contract suite.
+# adapter.sh first_use|suites|next_use|last_use BUILD NAME: whether the frame of the adapter NAME, built in BUILD, stops with the
+# name of what it lacks: when the SDK is first used on it, in the first test of each contract suite, or, where the first rows of
+# docs/porting.md are written, in the use that the SDK makes of it on another thread; and whether it ends well where all is
+# written that the SDK asks for.
+# adapter.sh write SOURCES NAME FOLDER: puts sources of that adapter where they belong in its frame.
 set -euo pipefail
 
-verb="$1" build="$2" name="$3"
+verb="$1" build="$2" name="$3" frame="${4:-}"
 suites="$(dirname "${BASH_SOURCE[0]}")/../contract"
 
 # lacks METHOD COMMAND...: the command does not survive, and says that METHOD, an expression, is missing.
@@ -19,6 +22,26 @@ lacks() {
 }
 
 check_first_use() { lacks Bundle::bundleIdentifier "$build/first-use"; }
+
+check_next_use() { lacks UserDefaults::object "$build/first-use"; }
+
+check_last_use() {
+    local output
+    output="$("$build/first-use" 2>&1)" || { echo "first-use failed:" >&2; tail -n 5 <<<"$output" >&2; return 1; }
+    grep -qx "Nothing is missing so far: the SDK asked for nothing more in 5 s." <<<"$output"
+}
+
+# Each replaces the file of the frame that has its name, and no other is written.
+check_write() {
+    local source target
+    for source in "$build"/*; do
+        target="$(find "$frame/ZelvoraAdapters" "$frame/tests" -name "$(basename "$source")")"
+        [[ -f "$target" ]] || { echo "The frame has no $(basename "$source")." >&2; return 1; }
+        cp "$source" "$target"
+    done
+    # The suites of what is not written only take time to compile.
+    sed -i '/UserDefaultsTest.cpp$/,/PlatformTest.cpp$/d' "$frame/CMakeLists.txt"
+}
 
 check_suites() {
     local tests file suite prefix failed=0 count=0

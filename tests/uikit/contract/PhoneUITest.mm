@@ -1,5 +1,6 @@
 #include "tests/contract/ApplicationContract.h"
 #include "tests/contract/GestureContract.h"
+#include "tests/contract/PlatformContract.h"
 #include "tests/contract/ViewContract.h"
 #include "tests/contract/ViewControllerContract.h"
 #include "tests/contract/WebViewContract.h"
@@ -12,5 +13,6 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Phone, ViewControllerContract, PhoneHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Phone, GestureContract, PhoneHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Phone, WebViewContract, PhoneHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Phone, ApplicationContract, PhoneHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Phone, PlatformContract, PhoneHarness);
 
 }

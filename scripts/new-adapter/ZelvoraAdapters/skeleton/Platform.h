@@ -1,6 +1,7 @@
 #pragma once
 
-#include "ZelvoraAdapters/skeleton/Concurrency/DispatchQueue.h"
+#include "ZelvoraAdapters/skeleton/Concurrency/GlobalQueue.h"
+#include "ZelvoraAdapters/skeleton/Concurrency/MainQueue.h"
 #include "ZelvoraAdapters/skeleton/Foundation/Bundle.h"
 #include "ZelvoraAdapters/skeleton/Foundation/Clock.h"
 #include "ZelvoraAdapters/skeleton/Foundation/JSONSerialization.h"
@@ -31,8 +32,8 @@ public:
     [[nodiscard]] NotificationCenter& notificationCenter() override { return m_notificationCenter; }
     [[nodiscard]] URLSession& urlSession() override { return m_urlSession; }
     [[nodiscard]] JSONSerialization& jsonSerialization() override { return m_jsonSerialization; }
-    [[nodiscard]] DispatchQueue& mainQueue() override { return m_mainQueue; }
-    [[nodiscard]] DispatchQueue& globalQueue() override { return m_globalQueue; }
+    [[nodiscard]] MainQueue& mainQueue() override { return m_mainQueue; }
+    [[nodiscard]] GlobalQueue& globalQueue() override { return m_globalQueue; }
     [[nodiscard]] ATTrackingManager& trackingManager() override { return m_trackingManager; }
     [[nodiscard]] ASIdentifierManager& identifierManager() override { return m_identifierManager; }
     [[nodiscard]] UIApplication& application() override { return m_application; }
@@ -48,13 +49,16 @@ public:
     void animate(platform::TimeInterval duration, std::function<void()> const& animations) override;
 
 private:
+    // Some of these will want arguments: the bundle the app's identifier, the preferences the path of their file, the
+    // network and the permission to track the queue that they call back on, which is then made before them. What the
+    // host has to say comes through this class's constructor.
     Bundle m_mainBundle;
     Clock m_clock;
     UserDefaults m_userDefaults;
     NotificationCenter m_notificationCenter;
     JSONSerialization m_jsonSerialization;
-    DispatchQueue m_mainQueue { "MainQueue" };
-    DispatchQueue m_globalQueue { "GlobalQueue" };
+    MainQueue m_mainQueue;
+    GlobalQueue m_globalQueue;
     ATTrackingManager m_trackingManager;
     ASIdentifierManager m_identifierManager;
     UIApplication m_application;

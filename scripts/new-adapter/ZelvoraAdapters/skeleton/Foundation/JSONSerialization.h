@@ -7,7 +7,8 @@
 
 namespace zelvora::skeleton {
 
-/// `ZelvoraAdapters/shared` has one, based on nlohmann-json.
+/// `ZelvoraAdapters/shared` has one, based on nlohmann-json: `using JSONSerialization = shared::JSONSerialization;` is
+/// all of it then.
 class JSONSerialization final : public platform::JSONSerialization {
 public:
     // platform::JSONSerialization

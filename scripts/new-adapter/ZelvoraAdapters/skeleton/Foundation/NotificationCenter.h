@@ -8,7 +8,8 @@
 
 namespace zelvora::skeleton {
 
-/// `ZelvoraAdapters/shared` has one in standard C++.
+/// `ZelvoraAdapters/shared` has one in standard C++: `using NotificationCenter = shared::NotificationCenter;` is all of
+/// it then.
 class NotificationCenter final : public platform::NotificationCenter {
 public:
     // platform::NotificationCenter

@@ -8,6 +8,8 @@
 
 namespace zelvora::skeleton {
 
+/// `ZelvoraAdapters/shared` has a journal in a file, `JournaledUserDefaults`, for a platform without a store of its
+/// own.
 class UserDefaults final : public platform::UserDefaults {
 public:
     // platform::UserDefaults

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "ZelvoraAdapters/shared/Concurrency/ThreadPoolQueue.h"
+
+namespace zelvora::abacus {
+
+using GlobalQueue = shared::ThreadPoolQueue;
+
+}

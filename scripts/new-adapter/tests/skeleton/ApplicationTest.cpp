@@ -1,0 +1,8 @@
+#include "tests/contract/ApplicationContract.h"
+#include "tests/skeleton/ScreenHarness.h"
+
+namespace zelvora::tests {
+
+INSTANTIATE_TYPED_TEST_SUITE_P(SkeletonApplication, ApplicationContract, SkeletonScreen);
+
+}

@@ -1,0 +1,8 @@
+#include "tests/contract/GestureContract.h"
+#include "tests/skeleton/ScreenHarness.h"
+
+namespace zelvora::tests {
+
+INSTANTIATE_TYPED_TEST_SUITE_P(SkeletonGesture, GestureContract, SkeletonScreen);
+
+}

@@ -1,0 +1,17 @@
+#include "ZelvoraAdapters/skeleton/Concurrency/GlobalQueue.h"
+
+#include "tests/contract/DispatchQueueContract.h"
+#include "tests/contract/ThreadedQueueHarness.h"
+
+namespace zelvora::tests {
+
+namespace {
+
+using SkeletonGlobalQueue = ThreadedQueueHarness<skeleton::GlobalQueue,
+    +[](skeleton::GlobalQueue& queue) -> platform::DispatchQueue& { return queue; }>;
+
+}
+
+INSTANTIATE_TYPED_TEST_SUITE_P(SkeletonGlobalQueue, DispatchQueueContract, SkeletonGlobalQueue);
+
+}

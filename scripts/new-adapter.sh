@@ -1,19 +1,19 @@
 # The frame of a new adapter, made of scripts/new-adapter: every method stops the process with its name until it is written.
 
 # Words that cannot be a namespace: those of the language, macros of compilers, and namespaces that we have ourselves.
-NOT_A_NAME=(
+NOT_A_NAME="
     alignas alignof and asm auto bitand bitor bool break case catch char class compl concept const consteval constexpr
     constinit continue decltype default delete do double else enum explicit export extern false float for friend goto if
     inline int long mutable namespace new noexcept not nullptr operator or private protected public register requires
     return short signed sizeof static struct switch template this throw true try typedef typeid typename union unsigned
     using virtual void volatile while xor linux unix internal platform std testing tests zelvora
-)
+"
 
 # expect_name NAME: whether it can be the name of a new adapter.
 expect_name() {
     local name="$1"
     [[ "$name" =~ ^[a-z][a-z0-9]*$ ]] || stop "Give the adapter a name of lower-case letters and digits, such as \"win32\"."
-    [[ " ${NOT_A_NAME[*]} " != *" $name "* ]] || stop "No adapter can be named \"$name\": its name is that of its C++ namespace."
+    ! grep -qw -- "$name" <<<"$NOT_A_NAME" || stop "No adapter can be named \"$name\": its name is that of its C++ namespace."
     [[ ! -e "ZelvoraAdapters/$name" && "$name" != skeleton ]] || stop "There is an adapter \"$name\" already: give yours another name."
 }
 

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -27,12 +29,15 @@ protected:
 
     static platform::Platform& platform() { return platform::Platform::current(); }
     static Place here() { return { std::this_thread::get_id(), platform().isMainThread() }; }
-    static std::vector<void const*> services()
+    static std::map<std::string, void const*> services()
     {
         auto& all = platform();
-        return { &all.mainBundle(), &all.clock(), &all.standardUserDefaults(), &all.notificationCenter(),
-            &all.urlSession(), &all.jsonSerialization(), &all.mainQueue(), &all.globalQueue(), &all.trackingManager(),
-            &all.identifierManager(), &all.application() };
+        return { { "mainBundle", &all.mainBundle() }, { "clock", &all.clock() },
+            { "standardUserDefaults", &all.standardUserDefaults() },
+            { "notificationCenter", &all.notificationCenter() }, { "urlSession", &all.urlSession() },
+            { "jsonSerialization", &all.jsonSerialization() }, { "mainQueue", &all.mainQueue() },
+            { "globalQueue", &all.globalQueue() }, { "trackingManager", &all.trackingManager() },
+            { "identifierManager", &all.identifierManager() }, { "application", &all.application() } };
     }
     /// Where blocks of this queue run.
     std::vector<Place> placesOf(platform::DispatchQueue& queue)
@@ -75,8 +80,12 @@ TYPED_TEST_P(PlatformContract, AThreadOfTheHostIsNotTheMainThread)
 TYPED_TEST_P(PlatformContract, EachServiceIsTheSameObjectEveryTimeAndOnEveryThread)
 {
     auto const services = this->services();
-    EXPECT_EQ(this->services(), services);
-    runOnThreads(4, [&](int) { EXPECT_EQ(this->services(), services); });
+    auto const expectSame = [&] {
+        for (auto const& [name, service] : this->services())
+            EXPECT_EQ(service, services.at(name)) << name;
+    };
+    expectSame();
+    runOnThreads(4, [&](int) { expectSame(); });
 }
 
 TYPED_TEST_P(PlatformContract, EveryThreadGetsALogger)

@@ -80,10 +80,11 @@ protected:
                 EXPECT_EQ(shop.page().evaluate(expression), "[]") << page << ' ' << language;
             }
             open(address("frames") + "/frame.html?lang=" + language);
-            ASSERT_TRUE(shop.page().waitFor("document.getElementById('frame-get-item')"));
+            ASSERT_TRUE(
+                shop.page().waitFor("document.readyState === 'complete' && document.getElementById('frame-get-item')"));
             EXPECT_EQ(shop.page().evaluate(expression), "[]") << "frame " << language;
             open(address("collector") + "/?lang=" + language);
-            ASSERT_TRUE(shop.page().waitFor("document.querySelector('.totals')"));
+            ASSERT_TRUE(shop.page().waitFor("document.readyState === 'complete' && document.querySelector('.totals')"));
             EXPECT_EQ(shop.page().evaluate(expression), "[]") << "collector " << language;
             open(address("hanok.shop") + "/v1/");
             ASSERT_TRUE(shop.page().waitUntilReady("/v1/"));

@@ -35,6 +35,16 @@ is_objective_c() {
         -isystem /usr/include/x86_64-linux-musl -Wall -Wextra -Wnullability-completeness -Werror "$work/host.m"
 }
 
+# The block of the guide, which imports the module where this has its header.
+guide_is_objective_c() {
+    sed -n '/^```objc$/,/^```$/{/^```/d;s/^@import ZelvoraIOS;.*/#import "ZelvoraIOS.h"\n#import <dispatch\/dispatch.h>/;p}' \
+        docs/integrating.md >"$work/guide.m"
+    grep -q '^@implementation' "$work/guide.m" \
+        && clang-19 -fsyntax-only -target arm64-apple-ios26.2 -fobjc-arc -fblocks -nostdlibinc -isystem tests/uikit/decl \
+            -isystem /usr/include/x86_64-linux-musl -Imodule/ObjectiveC -Wall -Wextra -Wno-unused-parameter \
+            -Wnullability-completeness -Werror "$work/guide.m"
+}
+
 umbrella_is_whole() {
     diff <(cd module/ObjectiveC && printf '%s\n' Zelvora*.h | grep -v '^ZelvoraIOS\.h$' | sort) \
         <(sed -nE 's/^#import "(.*)"$/\1/p' module/ObjectiveC/ZelvoraIOS.h | sort)
@@ -115,6 +125,7 @@ PYTHON
 for header in module/ObjectiveC/*.h; do
     check "$(basename "$header") is Objective-C by itself" is_objective_c "$header"
 done
+check "the guide's Objective-C compiles" guide_is_objective_c
 check "the umbrella header names every public header" umbrella_is_whole
 check "the framework's module map" map_has_the_umbrella module/module.modulemap "framework " ZelvoraIOS
 check "the package's module map" map_has_the_umbrella module/ObjectiveC/module.modulemap "" ZelvoraObjC

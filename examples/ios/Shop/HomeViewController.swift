@@ -6,6 +6,7 @@ final class HomeViewController: UIViewController {
 
   override func viewDidLoad() {
     super.viewDidLoad()
+    view.backgroundColor = .systemBackground
     Shop.shared.showError = { [weak self] text in self?.message.text = text }
 
     // A page that closes itself closes the shop only if it was presented.

@@ -4,6 +4,7 @@ import UIKit
 @MainActor
 func makeShopFooter() -> UIView {
   let footer = UIView()
+  footer.backgroundColor = .systemBackground
   let label = UILabel()
   label.text = "Returns are free for 30 days"
   label.translatesAutoresizingMaskIntoConstraints = false

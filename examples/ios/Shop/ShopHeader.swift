@@ -5,6 +5,8 @@ import ZelvoraIOS
 @MainActor
 func makeShopHeader(_ container: UIViewController) -> UIView {
   let header = UIView()
+  // The container is white, and in the dark appearance so is text.
+  header.backgroundColor = .systemBackground
   let action = UIAction(title: "Back") { [weak container] _ in
     if let container { goBack(container) }
   }

@@ -265,6 +265,9 @@ NS_SWIFT_UI_ACTOR
 - (void)addChildViewController:(UIViewController*)child NS_SWIFT_NAME(addChild(_:));
 - (void)didMoveToParentViewController:(nullable UIViewController*)parent NS_SWIFT_NAME(didMove(toParent:));
 @end
+@interface UIColor (System)
+@property (class, nonatomic, readonly) UIColor* systemBackgroundColor NS_SWIFT_NAME(systemBackground);
+@end
 @interface UINavigationController (Bar)
 @property (nonatomic, getter=isNavigationBarHidden) BOOL navigationBarHidden;
 @end

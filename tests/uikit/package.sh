@@ -35,6 +35,16 @@ is_objective_c() {
         -isystem /usr/include/x86_64-linux-musl -Wall -Wextra -Wnullability-completeness -Werror "$work/host.m"
 }
 
+# The block of the guide, which imports the module where this has its header.
+guide_is_objective_c() {
+    sed -n '/^```objc$/,/^```$/{/^```/d;s/^@import ZelvoraIOS;.*/#import "ZelvoraIOS.h"\n#import <dispatch\/dispatch.h>/;p}' \
+        docs/integrating.md >"$work/guide.m"
+    grep -q '^@implementation' "$work/guide.m" \
+        && clang-19 -fsyntax-only -target arm64-apple-ios26.2 -fobjc-arc -fblocks -nostdlibinc -isystem tests/uikit/decl \
+            -isystem /usr/include/x86_64-linux-musl -Imodule/ObjectiveC -Wall -Wextra -Wno-unused-parameter \
+            -Wnullability-completeness -Werror "$work/guide.m"
+}
+
 umbrella_is_whole() {
     diff <(cd module/ObjectiveC && printf '%s\n' Zelvora*.h | grep -v '^ZelvoraIOS\.h$' | sort) \
         <(sed -nE 's/^#import "(.*)"$/\1/p' module/ObjectiveC/ZelvoraIOS.h | sort)
@@ -51,6 +61,31 @@ package_files_are_current() {
 domain_is_refused() {
     ! cmake -D "FOLDER=$work/refused" -D "ZELVORA_TRACKING_DOMAINS=$1" -P cmake/ZelvoraPackage.cmake >"$work/refusal" 2>&1 \
         && grep -q "The tracking domains have $1" "$work/refusal"
+}
+
+# says TEXT ARGUMENT...: what the script says of these arguments. CMake breaks long lines.
+says() {
+    cmake "${@:2}" -D "FOLDER=$work/said" -P cmake/ZelvoraPackage.cmake >"$work/said.txt" 2>&1
+    local result=$?
+    tr -s '\n ' ' ' <"$work/said.txt" | grep -qF -- "$1" || { cat "$work/said.txt"; return 2; }
+    return "$result"
+}
+
+is_refused_with() {
+    says "$@"
+    (($? == 1))
+}
+
+own_addresses=(-D ZELVORA_ADDRESS_PRODUCTION_WEB_HOST=shop.test -D ZELVORA_ADDRESS_DEVELOPMENT_WEB_HOST=dev.shop.test
+    -D ZELVORA_ADDRESS_PRODUCTION_API_BASE=https://api.shop.test
+    -D ZELVORA_ADDRESS_DEVELOPMENT_API_BASE=https://api-dev.shop.test
+    -D ZELVORA_ADDRESS_LOOKUP_ENDPOINT=https://lookup.shop.test/
+    -D ZELVORA_ADDRESS_TRACKING_ENDPOINT=https://collector.test/v1/events)
+
+six_addresses_are_written_in_silence() {
+    cmake "${own_addresses[@]}" -D "FOLDER=$work/own" -P cmake/ZelvoraPackage.cmake >"$work/own.txt" 2>&1 \
+        && [[ ! -s "$work/own.txt" ]] && [[ "$(grep -c '\.test' "$work"/own/include/ZelvoraIOS/ZelvoraSDK/internal/*.h)" == 6 ]] \
+        && grep -qF '<string>collector.test</string>' "$work/own/PrivacyInfo.xcprivacy"
 }
 
 raw_values_agree() {
@@ -90,6 +125,7 @@ PYTHON
 for header in module/ObjectiveC/*.h; do
     check "$(basename "$header") is Objective-C by itself" is_objective_c "$header"
 done
+check "the guide's Objective-C compiles" guide_is_objective_c
 check "the umbrella header names every public header" umbrella_is_whole
 check "the framework's module map" map_has_the_umbrella module/module.modulemap "framework " ZelvoraIOS
 check "the package's module map" map_has_the_umbrella module/ObjectiveC/module.modulemap "" ZelvoraObjC
@@ -100,6 +136,17 @@ check "the package has the addresses and the manifest that CMake writes" package
 for domain in lookup.zelvora.example zelvora.example shop.zelvora.example mall.shop.zelvora.example; do
     check "$domain is refused as a tracking domain" domain_is_refused "$domain"
 done
+check "six addresses are written in silence" six_addresses_are_written_in_silence
+check "an address that there is not is refused" is_refused_with "There is no address ZELVORA_ADDRESS_LOOKUP" \
+    -D ZELVORA_ADDRESS_LOOKUP=https://lookup.shop.test/
+for host in https://shop.test shop.test/ shop.test/kr; do
+    check "$host is refused as a web host" is_refused_with "ZELVORA_ADDRESS_PRODUCTION_WEB_HOST is a host without a scheme" \
+        "${own_addresses[@]}" -D "ZELVORA_ADDRESS_PRODUCTION_WEB_HOST=$host"
+done
+check "an address that stays under .example is warned of" says "no event arrives: ZELVORA_ADDRESS_LOOKUP_ENDPOINT " \
+    "${own_addresses[@]}" -D ZELVORA_ADDRESS_LOOKUP_ENDPOINT=https://lookup.zelvora.example/
+check "a tracking domain that stays under .example is warned of" says "no event arrives: ZELVORA_TRACKING_DOMAINS " \
+    "${own_addresses[@]}" -D ZELVORA_TRACKING_DOMAINS=collector.zelvora.example
 check "the package's targets hold every source once" python3 tests/uikit/package/tree.py Package.swift
 
 if [[ -e "$framework/ZelvoraIOS" ]]; then

@@ -6,7 +6,7 @@ final class SceneDelegate: UIResponder, UIWindowSceneDelegate {
   func scene(_ scene: UIScene, willConnectTo session: UISceneSession, options: UIScene.ConnectionOptions) {
     guard let scene = scene as? UIWindowScene else { return }
     let window = UIWindow(windowScene: scene)
-    window.rootViewController = UINavigationController(rootViewController: HomeViewController())
+    window.rootViewController = RootViewController()
     window.makeKeyAndVisible()
     self.window = window
   }

@@ -28,7 +28,7 @@ static inline CGRect CGRectMake(CGFloat x, CGFloat y, CGFloat w, CGFloat h)
 }
 #endif
 @class UIView, UIViewController, UIWindow, UINavigationController, UIGestureRecognizer, NSLayoutXAxisAnchor,
-    NSLayoutYAxisAnchor;
+    NSLayoutYAxisAnchor, NSLayoutDimension;
 NS_SWIFT_UI_ACTOR
 @interface UIResponder : NSObject
 @end
@@ -46,7 +46,9 @@ typedef struct {
 @property (getter=isActive) BOOL active;
 @end
 @interface NSLayoutAnchor<AnchorType> : NSObject
-- (NSLayoutConstraint*)constraintEqualToAnchor:(NSLayoutAnchor<AnchorType>*)anchor;
+- (NSLayoutConstraint*)constraintEqualToAnchor:(NSLayoutAnchor<AnchorType>*)anchor NS_SWIFT_NAME(constraint(equalTo:));
+- (NSLayoutConstraint*)constraintEqualToAnchor:(NSLayoutAnchor<AnchorType>*)anchor
+                                      constant:(CGFloat)c NS_SWIFT_NAME(constraint(equalTo:constant:));
 @end
 @interface NSLayoutXAxisAnchor : NSLayoutAnchor <NSLayoutXAxisAnchor*>
 @end
@@ -236,5 +238,37 @@ NS_SWIFT_UI_ACTOR
 NS_SWIFT_UI_ACTOR
 @interface UIButton : UIControl
 + (instancetype)buttonWithType:(UIButtonType)buttonType primaryAction:(nullable UIAction*)primaryAction;
+@end
+NS_SWIFT_UI_ACTOR
+@interface UILabel : UIView
+@property (nullable, nonatomic, copy) NSString* text;
+@end
+typedef NS_ENUM(NSInteger, UILayoutConstraintAxis) {
+    UILayoutConstraintAxisHorizontal = 0,
+    UILayoutConstraintAxisVertical = 1
+} __attribute__((swift_name("NSLayoutConstraint.Axis")));
+NS_SWIFT_UI_ACTOR
+@interface UIStackView : UIView
+- (instancetype)initWithArrangedSubviews:(NSArray<__kindof UIView*>*)views;
+@property (nonatomic) UILayoutConstraintAxis axis;
+@end
+@interface NSLayoutConstraint (Activation)
++ (void)activateConstraints:(NSArray<NSLayoutConstraint*>*)constraints NS_SWIFT_NAME(activate(_:));
+@end
+@interface NSLayoutDimension : NSLayoutAnchor <NSLayoutDimension*>
+- (NSLayoutConstraint*)constraintEqualToConstant:(CGFloat)c NS_SWIFT_NAME(constraint(equalToConstant:));
+@end
+@interface UIView (Dimensions)
+@property (nonatomic, readonly, strong) NSLayoutDimension* heightAnchor;
+@end
+@interface UIViewController (Children)
+- (void)addChildViewController:(UIViewController*)child NS_SWIFT_NAME(addChild(_:));
+- (void)didMoveToParentViewController:(nullable UIViewController*)parent NS_SWIFT_NAME(didMove(toParent:));
+@end
+@interface UIColor (System)
+@property (class, nonatomic, readonly) UIColor* systemBackgroundColor NS_SWIFT_NAME(systemBackground);
+@end
+@interface UINavigationController (Bar)
+@property (nonatomic, getter=isNavigationBarHidden) BOOL navigationBarHidden;
 @end
 NS_ASSUME_NONNULL_END

@@ -1,6 +1,7 @@
 #include "tests/support/gtk/GtkHarness.h"
 
 #include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
+#include "tests/support/pageActions.h"
 
 #include <gtest/gtest.h>
 #include <webkit/webkit.h>
@@ -232,21 +233,18 @@ bool GtkHarness::waitForPage(platform::WKWebView& view)
 
 void GtkHarness::navigate(platform::WKWebView& view, platform::URL const& url)
 {
-    // Clicks a link as the user would: a navigation by script alone replaces the current entry of the history.
-    view.evaluateJavaScript("{ const link = document.body.appendChild(document.createElement('a')); link.href = '"
-        + url.absoluteString() + "'; link.click(); }");
+    view.evaluateJavaScript(clickOnLinkTo(url));
 }
 
 void GtkHarness::navigateFrame(platform::WKWebView& view, platform::URL const& url)
 {
-    view.evaluateJavaScript(
-        "document.body.appendChild(document.createElement('iframe')).src = '" + url.absoluteString() + "';");
+    view.evaluateJavaScript(additionOfFrame(url));
 }
 
 void GtkHarness::post(
     platform::WKWebView& view, std::string const& handler, std::string const& expression, platform::Value const&)
 {
-    view.evaluateJavaScript("window.webkit.messageHandlers." + handler + ".postMessage(" + expression + ");");
+    view.evaluateJavaScript(postOf(expression, handler));
 }
 
 void GtkHarness::activate()

@@ -1,6 +1,7 @@
 #include "tests/uikit/live/LiveHarness.h"
 
 #include "ZelvoraAdapters/uikit/Host.h"
+#include "tests/support/pageActions.h"
 #include "tests/uikit/doubles/Dispatch.h"
 #include "tests/uikit/live/Engine.h"
 #include "tests/uikit/live/Objects.h"
@@ -81,21 +82,18 @@ bool LiveHarness::waitForPage(platform::WKWebView& view)
 
 void LiveHarness::navigate(platform::WKWebView& view, platform::URL const& url)
 {
-    // Clicks a link as the user would: a navigation by script alone replaces the current entry of the history.
-    view.evaluateJavaScript("{ const link = document.body.appendChild(document.createElement('a')); link.href = '"
-        + url.absoluteString() + "'; link.click(); }");
+    view.evaluateJavaScript(clickOnLinkTo(url));
 }
 
 void LiveHarness::navigateFrame(platform::WKWebView& view, platform::URL const& url)
 {
-    view.evaluateJavaScript(
-        "document.body.appendChild(document.createElement('iframe')).src = '" + url.absoluteString() + "';");
+    view.evaluateJavaScript(additionOfFrame(url));
 }
 
 void LiveHarness::post(
     platform::WKWebView& view, std::string const& handler, std::string const& expression, platform::Value const&)
 {
-    view.evaluateJavaScript("window.webkit.messageHandlers." + handler + ".postMessage(" + expression + ");");
+    view.evaluateJavaScript(postOf(expression, handler));
 }
 
 }

@@ -38,7 +38,8 @@ struct LargeInteger {
     /// Whether converting it to a double and back gives the same integer.
     [[nodiscard]] constexpr bool fitsADouble() const
     {
-        return magnitude == 0 || (magnitude >> std::countr_zero(magnitude)) >> std::numeric_limits<double>::digits == 0;
+        constexpr auto digits = std::numeric_limits<double>::digits;
+        return magnitude >> digits == 0 || (magnitude >> std::countr_zero(magnitude)) >> digits == 0;
     }
 
     bool operator==(LargeInteger const&) const = default;

@@ -4,6 +4,7 @@
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <iterator>
 #include <nlohmann/json.hpp>
@@ -27,6 +28,14 @@ using platform::Value;
 /// size.
 class ValueBuilder final : public nlohmann::json_sax<JSON> {
 public:
+    /// The length of the text lets it make room for a long array at once, instead of moving it as it grows.
+    explicit ValueBuilder(std::size_t length)
+    {
+        constexpr std::size_t bytesOfAnElement = 8;
+        constexpr std::size_t mostRoom = 512;
+        m_elements.reserve(std::min(length / bytesOfAnElement, mostRoom));
+    }
+
     [[nodiscard]] std::expected<Value, platform::Error> takeResult()
     {
         if (m_error)
@@ -81,6 +90,9 @@ private:
     template<typename Item>
     std::vector<Item> takeFromOpen(std::vector<Item>& stack)
     {
+        // The outermost one is handed over as it is, unless that would keep more memory than it needs.
+        if (m_open.back().first == 0 && stack.size() > stack.capacity() / 2)
+            return std::exchange(stack, {});
         auto const first = stack.begin() + static_cast<std::ptrdiff_t>(m_open.back().first);
         std::vector<Item> items(std::make_move_iterator(first), std::make_move_iterator(stack.end()));
         stack.erase(first, stack.end());
@@ -123,7 +135,7 @@ std::expected<Value, platform::Error> readJSON(platform::Data const& data)
     // The parser takes a NUL for the end of its input and would ignore what follows.
     if (data.bytes.contains('\0'))
         return std::unexpected(jsonError("The text is not JSON that can be read: it contains a NUL byte."));
-    ValueBuilder builder;
+    ValueBuilder builder(data.bytes.size());
     (void)JSON::sax_parse(data.bytes, &builder);
     return builder.takeResult();
 }

@@ -1,23 +1,13 @@
 #include "ZelvoraAdapters/gtk/Concurrency/MainContextQueue.h"
 
+#include "ZelvoraAdapters/gtk/GLib/ReadyTimeSource.h"
+
 #include <chrono>
 #include <utility>
 
 namespace zelvora::gtk {
 
-namespace {
-
-gboolean callBack(GSource*, GSourceFunc callback, gpointer data)
-{
-    return callback(data);
-}
-
-// A source without `prepare` and `check` is dispatched only at its ready time.
-GSourceFuncs s_functions = { nullptr, nullptr, callBack, nullptr, nullptr, nullptr };
-
-}
-
-MainContextQueue::MainContextQueue(GMainContext* context) : m_source(g_source_new(&s_functions, sizeof(GSource)))
+MainContextQueue::MainContextQueue(GMainContext* context) : m_source(makeReadyTimeSource())
 {
     auto const run = [](gpointer queue) -> gboolean {
         static_cast<MainContextQueue*>(queue)->runNext();

@@ -1,26 +1,14 @@
 #include "ZelvoraAdapters/gtk/GLib/Timer.h"
 
+#include "ZelvoraAdapters/gtk/GLib/ReadyTimeSource.h"
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
 namespace zelvora::gtk {
 
-namespace {
-
-gboolean callBack(GSource*, GSourceFunc callback, gpointer data)
-{
-    return callback(data);
-}
-
-// A source without `prepare` and `check` is dispatched only at its ready time.
-GSourceFuncs s_functions = { nullptr, nullptr, callBack, nullptr, nullptr, nullptr };
-
-}
-
-Timer::Timer(platform::Block<void()> fire)
-    : m_source(g_source_new(&s_functions, sizeof(GSource)))
-    , m_fire(std::move(fire))
+Timer::Timer(platform::Block<void()> fire) : m_source(makeReadyTimeSource()), m_fire(std::move(fire))
 {
     auto const run = [](gpointer data) -> gboolean {
         auto* const timer = static_cast<Timer*>(data);

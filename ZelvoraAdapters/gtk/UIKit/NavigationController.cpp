@@ -2,7 +2,6 @@
 
 #include "ZelvoraAdapters/gtk/UIKit/EdgePan.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewControllerPeer.h"
-#include "ZelvoraAdapters/gtk/UIKit/UIViewPeer.h"
 #include "ZelvoraAdapters/gtk/UIKit/View.h"
 
 #include <algorithm>
@@ -13,15 +12,6 @@ namespace zelvora::gtk {
 using platform::Animated;
 using platform::UIGestureRecognizerState;
 using platform::UIViewController;
-
-namespace {
-
-GtkWidget* widgetOf(UIViewController& controller)
-{
-    return UIViewPeer::of(controller.view()).widget();
-}
-
-}
 
 class NavigationController::Peer final : public UIViewControllerPeer {
 public:

@@ -113,6 +113,11 @@ UIViewControllerPeer& UIViewControllerPeer::outermost()
     return *peer;
 }
 
+GtkWidget* widgetOf(UIViewController& controller)
+{
+    return UIViewPeer::of(controller.view()).widget();
+}
+
 void releaseLater(std::shared_ptr<UIViewController> controller)
 {
     using Held = std::shared_ptr<UIViewController>;

@@ -64,6 +64,9 @@ private:
     bool m_isOnScreen = false;
 };
 
+/// The widget of the screen's view, which is loaded first if it has not been.
+[[nodiscard]] GtkWidget* widgetOf(platform::UIViewController& controller);
+
 /// Releases a controller later, in the main loop, because the code that runs now may be its own.
 void releaseLater(std::shared_ptr<platform::UIViewController> controller);
 

@@ -17,11 +17,6 @@ namespace {
 constexpr char const* presentationsKey = "zelvora-presentations";
 constexpr Stage::Offset below { 0, 1 };
 
-GtkWidget* widgetOf(UIViewController& controller)
-{
-    return UIViewPeer::of(controller.view()).widget();
-}
-
 /// Calls `visit` for the outermost screens in a widget tree.
 template<typename Visit>
 void forEachScreen(GtkWidget* widget, Visit const& visit)

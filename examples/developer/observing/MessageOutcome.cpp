@@ -21,7 +21,7 @@ namespace {
 using Kind = Value::Kind;
 
 // What a page reads of an answer or a value; the rest is in the message itself.
-constexpr std::size_t mostShown = 120;
+constexpr std::size_t mostQuoted = 120;
 
 struct Argument {
     std::string_view action;
@@ -135,7 +135,7 @@ Text done(Dictionary const& message, Effects const& effects)
     auto const key = textAt(message, "key");
     if (effects.action) {
         auto const* const data = message.find("data");
-        auto const given = data && data->text() ? lineOf(*data->text(), mostShown) : "";
+        auto const given = data && data->text() ? lineOf(*data->text(), mostQuoted) : "";
         return { "앱의 동작을 불렀습니다" + (given.empty() ? ", 데이터 없이" : ": " + given),
             "the app's action was called " + (given.empty() ? "without data" : "with " + given) };
     }
@@ -214,7 +214,7 @@ Outcome judge(Value const& body, Effects const& effects)
     if (!message || (!effects.answer && !effects.action && !effects.didChange))
         return { .verdict = Verdict::Dropped, .explanation = dropped(body, effects) };
     if (effects.answer) {
-        auto const answer = shortened(*effects.answer, mostShown);
+        auto const answer = shortened(*effects.answer, mostQuoted);
         return { .verdict = Verdict::Answered, .explanation = { "응답: " + answer, "answered with " + answer } };
     }
     return { .verdict = Verdict::Done, .explanation = done(*message, effects), .warning = warningFor(*message) };

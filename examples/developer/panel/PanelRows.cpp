@@ -11,7 +11,7 @@ namespace zelvora::developer {
 
 namespace {
 
-constexpr std::size_t mostShown = 160;
+constexpr std::size_t mostInARow = 160;
 constexpr std::size_t mostDetailed = 4000;
 
 std::string say(Language language, char const* korean, char const* english)
@@ -80,7 +80,7 @@ PanelRow rowOf(StoredValue const& value, Language language)
     auto const isOwn = value.key == "shop_id" || value.key == "adid";
     PanelRow row { .title = value.key, .mark = timeLeftText(value).in(language) };
     row.look = isExpired ? Mark::Bad : value.secondsLeft ? Mark::Waiting : Mark::None;
-    row.note = (isOwn ? say(language, "SDK의 값  ", "the SDK's own  ") : "") + lineOf(value.value, mostShown);
+    row.note = (isOwn ? say(language, "SDK의 값  ", "the SDK's own  ") : "") + lineOf(value.value, mostInARow);
     row.details = detailsOf(value.value);
     return row;
 }
@@ -90,7 +90,7 @@ PanelRow rowOf(std::size_t number, Json const& event)
     auto const id = event.find("eventId");
     auto const name = id == event.end() ? std::string("—") : id->is_string() ? id->get<std::string>() : id->dump();
     return {
-        .title = std::to_string(number) + ". " + name, .note = lineOf(event, mostShown), .details = detailsOf(event)
+        .title = std::to_string(number) + ". " + name, .note = lineOf(event, mostInARow), .details = detailsOf(event)
     };
 }
 
@@ -110,7 +110,7 @@ PanelRow rowOf(UploadRecord const& upload, Language language)
         row.note = isAccepted ? say(language, "받았습니다", "accepted")
                               : say(language, "거절: 이벤트가 대기열에 남습니다", "refused: the events stay queued");
         if (!upload.body.empty())
-            row.note += "  " + shortened(upload.body, mostShown);
+            row.note += "  " + shortened(upload.body, mostInARow);
     } else if (upload.error) {
         row.mark = say(language, "실패", "failed");
         row.look = Mark::Bad;
@@ -171,7 +171,7 @@ std::vector<PanelRow> uploadRows(Records const& records, Language language)
 std::vector<PanelRow> navigationRows(Records const& records, Language language)
 {
     auto rows = newest(records.complaints, [language](std::string const& line) {
-        return PanelRow { .title = shortened(line, mostShown),
+        return PanelRow { .title = shortened(line, mostInARow),
             .mark = say(language, "오류", "error"),
             .look = Mark::Bad,
             .details = line };

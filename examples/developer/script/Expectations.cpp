@@ -8,7 +8,7 @@ namespace zelvora::developer {
 
 namespace {
 
-constexpr std::size_t mostShown = 200;
+constexpr std::size_t mostOnALine = 200;
 constexpr std::size_t mostListed = 5;
 
 bool fitsIfGiven(std::optional<Json> const& expected, Json const& found)
@@ -44,7 +44,7 @@ std::string describe(MessageRecord const& message)
     if (arguments.is_object())
         arguments.erase("action");
     if (!arguments.empty())
-        text += " " + lineOf(arguments, mostShown);
+        text += " " + lineOf(arguments, mostOnALine);
     return text + (isDropped ? " (dropped: " : " (") + told.english + ")";
 }
 
@@ -58,7 +58,7 @@ std::string describe(UploadRecord const& upload)
 
 std::string describe(ActionRecord const& action)
 {
-    return action.name + (action.data ? " with " + lineOf(*action.data, mostShown) : " without data");
+    return action.name + (action.data ? " with " + lineOf(*action.data, mostOnALine) : " without data");
 }
 
 std::string countOf(Json const& events)
@@ -174,13 +174,13 @@ Expectations::Finding Expectations::checkStored(Step const& step) const
         return "there is no such value";
     if (fitsIfGiven(step.json, stored->value))
         return std::nullopt;
-    return "the value is " + lineOf(stored->value, mostShown);
+    return "the value is " + lineOf(stored->value, mostOnALine);
 }
 
 Expectations::Finding Expectations::checkNotStored(Step const& step) const
 {
     auto const stored = m_app.storedValue(step.words.at(0));
-    return stored ? Finding("the value is " + lineOf(stored->value, mostShown)) : std::nullopt;
+    return stored ? Finding("the value is " + lineOf(stored->value, mostOnALine)) : std::nullopt;
 }
 
 Expectations::Finding Expectations::checkExpiry(Step const& step) const
@@ -207,7 +207,7 @@ Expectations::Finding Expectations::checkEvent(Step const& step) const
     auto const events = m_app.queuedEvents();
     if (hasFittingEvent(step.json, events))
         return std::nullopt;
-    return "the queue has " + countOf(events) + ": " + lineOf(events, mostShown);
+    return "the queue has " + countOf(events) + ": " + lineOf(events, mostOnALine);
 }
 
 Expectations::Finding Expectations::checkUpload(Step const& step)

@@ -9,12 +9,12 @@ namespace zelvora::developer {
 
 namespace {
 
-struct Unit {
+struct DurationUnit {
     std::string_view name;
     double seconds;
 };
 
-constexpr std::array<Unit, 5> units { {
+constexpr std::array<DurationUnit, 5> durationUnits { {
     { "ms", 0.001 },
     { "s", 1 },
     { "min", 60 },
@@ -188,8 +188,8 @@ ScriptLine::Result ScriptLine::readDuration(Step& step)
     auto const saved = m_rest;
     advance(length);
     auto const name = nextWord();
-    auto const* const unit = std::ranges::find(units, name, &Unit::name);
-    if (unit == units.end()) {
+    auto const* const unit = std::ranges::find(durationUnits, name, &DurationUnit::name);
+    if (unit == durationUnits.end()) {
         m_rest = saved;
         return complaint;
     }

@@ -1,4 +1,5 @@
 #include "ZelvoraIOS/ZelvoraStorage.h"
+#include "examples/driving/engineOf.h"
 #include "tests/live/LiveShop.h"
 
 #include <gtest/gtest.h>
@@ -201,6 +202,27 @@ TEST_F(BridgeTest, ThePageReloadsAfterItsWebProcessDied)
     EXPECT_TRUE(shop.page().waitUntilReady("/bridge.html"));
     run("ZelvoraSDKBridge.setItem('after', 'alive')");
     EXPECT_TRUE(becomesStored("after", "alive"));
+}
+
+TEST_F(BridgeTest, AnErrorOfAnEarlierVisitDoesNotReplaceAPageWhoseWebProcessDied)
+{
+    shop.initialize();
+    shop.service().faults().set(examples::Target::Site, { .status = 503 });
+    ZelvoraSDK::shared().start(shop.presenter());
+    ASSERT_TRUE(runMainLoopUntil([] { return ZelvoraSDK::shared().activeWebView() != nullptr; }));
+    {
+        Page page(examples::engineOf(*ZelvoraSDK::shared().activeWebView()));
+        ASSERT_TRUE(page.waitFor("document.body.textContent.includes('told to fail')"));
+        (void)page.evaluate("(ZelvoraSDKBridge.close(), true)");
+    }
+    ASSERT_TRUE(runMainLoopUntil([] { return ZelvoraSDK::shared().activeWebView() == nullptr; }));
+    shop.service().faults().reset();
+    ASSERT_TRUE(shop.open());
+
+    (void)shop.page().evaluate("(window.isFromBeforeDeath = true)");
+    webkit_web_view_terminate_web_process(shop.engine());
+    EXPECT_TRUE(shop.page().waitFor("!window.isFromBeforeDeath && !!window.ZelvoraSDKBridge && "
+                                    "!!document.querySelector('main')"));
 }
 
 }

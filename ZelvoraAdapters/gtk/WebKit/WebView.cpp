@@ -32,6 +32,14 @@ platform::WKNavigationAction actionOf(WebKitPolicyDecision* decision)
     return { url ? URL::verbatim(url) : std::nullopt };
 }
 
+// 0 for a page that no server answered with.
+guint statusOf(WebKitWebView* view)
+{
+    auto* const resource = webkit_web_view_get_main_resource(view);
+    auto* const response = resource ? webkit_web_resource_get_response(resource) : nullptr;
+    return response ? webkit_uri_response_get_status_code(response) : 0;
+}
+
 // A script that is still running keeps the engine's view, and one that never ends would keep it forever.
 void endLater(WebKitWebView* view)
 {
@@ -194,9 +202,17 @@ void WebView::loadDidChange(WebKitLoadEvent event)
     if (event == WEBKIT_LOAD_COMMITTED) {
         m_fileChooser.reset();
         m_uncommittedRequest.reset();
+        replaceOldError();
     }
     if (event == WEBKIT_LOAD_STARTED && m_navigationDelegate)
         m_navigationDelegate->didStartProvisionalNavigation();
+}
+
+void WebView::replaceOldError()
+{
+    constexpr guint firstErrorStatus = 400;
+    if (std::exchange(m_mayBeOld, false) && statusOf(m_view) >= firstErrorStatus)
+        webkit_web_view_reload_bypass_cache(m_view);
 }
 
 void WebView::loadDidFail(GError const* error)
@@ -240,10 +256,12 @@ void WebView::webProcessDidTerminate()
     if (++m_reloads <= mostReloads) {
         m_session.renewTrust();
         // The engine may give a new view a process that is about to die.
-        if (m_uncommittedRequest)
+        if (m_uncommittedRequest) {
             webkit_web_view_load_request(m_view, m_uncommittedRequest.get());
-        else
+        } else {
+            m_mayBeOld = true;
             webkit_web_view_reload(m_view);
+        }
         return;
     }
     g_log(

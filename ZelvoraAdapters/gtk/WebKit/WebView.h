@@ -56,6 +56,8 @@ private:
     void urlDidChange();
     void runFileChooser(WebKitFileChooserRequest* request);
     void webProcessDidTerminate();
+    /// Where a process has died, the engine shows the page again as it has kept it, be it an error of an earlier visit.
+    void replaceOldError();
     [[nodiscard]] bool didFailWithTLSErrors(char const* url, GTlsCertificate* certificate);
 
     platform::WKWebViewConfiguration m_configuration;
@@ -69,6 +71,7 @@ private:
     std::string m_reportedURL;
     std::vector<std::shared_ptr<Observer>> m_observers;
     std::unique_ptr<FileChooser> m_fileChooser;
+    bool m_mayBeOld = false;
     gint64 m_firstReload = 0;
     int m_reloads = 0;
 };

@@ -13,12 +13,12 @@ messages() {
         | tr '\0\n' '\n ' | sed -E -e 's/^[^"]*"//' -e 's/".*$//' -e 's/\\$//' -e 's/%.*$//' -e 's/ +$//' | sort -u
 }
 
-# Every text that follows the name of something in what is told of a layout or of the host.
+# Every text of several words in what is told of a layout, of the host or of a page.
 parts() {
     {
-        cat ZelvoraAdapters/shared/Layout/internal/LayoutReport.cpp
+        cat ZelvoraAdapters/shared/Layout/internal/LayoutReport.cpp ZelvoraAdapters/memory/WebKit/internal/PageScript.cpp
         grep -rhoPz --include='*.cpp' 'complain\([^;]*;' "${folders[@]}" | tr '\0' '\n'
-    } | grep -oE '" [a-z][^"]*"' | sed -E -e 's/"//g' -e 's/ +$//' | sort -u
+    } | grep -oE '" [a-z][^"]*"|"[a-z]+ [a-z]+ [a-z][^"]*"' | sed -E -e 's/"//g' -e 's/ +$//' | sort -u
 }
 
 missing=0
@@ -38,5 +38,5 @@ demand() {
 }
 
 demand 30 < <(messages)
-demand 8 < <(parts)
+demand 12 < <(parts)
 exit "$missing"

@@ -98,7 +98,8 @@ public:
     /// The address of the page in the active web view; absent if there is none.
     [[nodiscard]] std::optional<std::string> getCurrentUrl() const;
 
-    /// Shows or hides the footer, with an animation in the open container, and from the start in later ones.
+    /// Shows or hides the footer, with an animation in the open container, and from the start in later ones. Pages call
+    /// it, too: a footer that one of them hid stays hidden at the next visit.
     void setFooterVisible(bool visible);
 
     /// Uploads the oldest queued events, up to 500, and removes them once the server has accepted them. The SDK calls
@@ -140,7 +141,7 @@ public:
     /// Whether containers show their footer; true until `setFooterVisible` is called.
     [[nodiscard]] bool isFooterVisible() const;
     /// The web view that was created last, by a container or by `createWebView`. A weak reference: nullptr once that
-    /// view no longer exists.
+    /// view no longer exists. To use it, include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h".
     [[nodiscard]] std::shared_ptr<ZelvoraWebView> activeWebView() const;
     /// See `activeWebView`. Hosts that show a web view of their own may set it.
     void setActiveWebView(std::shared_ptr<ZelvoraWebView> const& webView);

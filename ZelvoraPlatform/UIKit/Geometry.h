@@ -16,6 +16,13 @@ struct CGRect {
     /// @}
 
     bool operator==(CGRect const&) const = default;
+
+    /// For tests, which print what they compare: "(0, 47, 390, 56)", in the order of the members.
+    template<typename Stream>
+    friend Stream& operator<<(Stream& stream, CGRect const& rect)
+    {
+        return stream << '(' << rect.x << ", " << rect.y << ", " << rect.width << ", " << rect.height << ')';
+    }
 };
 
 }

@@ -1,6 +1,7 @@
 #include "Shop.h"
 
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
+#include "ZelvoraIOS/ZelvoraLogger.h"
 #include "ZelvoraPlatform/Platform.h"
 #include "ZelvoraPlatform/UIKit/UINavigationController.h"
 
@@ -45,6 +46,8 @@ void Shop::open(std::shared_ptr<platform::UIViewController> const& presenter)
 {
     if (!m_isConfigured)
         initialize();
+    // A footer that a page has hidden would be hidden at this visit, too.
+    ZelvoraSDK::shared().setFooterVisible(true);
     ZelvoraSDK::shared().start(presenter);
 }
 
@@ -83,8 +86,13 @@ void Shop::initialize()
 
 void Shop::report(ZelvoraSDKError const& error)
 {
-    // The attempt ends with this error, and the user's next tap tries again. Until then a tap only asks for the shop
-    // once more: after a failed lookup the SDK may still wait for the user's answer about tracking.
+    // The lookup failed, and the attempt goes on: the SDK may still wait for the user's answer about tracking. At its
+    // end the waiting start fails, too, and that is what the user reads.
+    if (error.code() == "E200") {
+        ZelvoraLogger::w(error.errorDescription().value_or("E200"));
+        return;
+    }
+    // The attempt has ended, and the user's next tap tries again. Until then a tap only asks for the shop once more.
     if (error.code() == "E001")
         m_isConfigured = false;
     m_parts.showError(std::string(error.code()));

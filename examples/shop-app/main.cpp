@@ -53,6 +53,7 @@ public:
         auto* const page = gtk_box_new(GTK_ORIENTATION_VERTICAL, 12);
         gtk_box_append(GTK_BOX(page), makeButton("Open the shop", [this] { m_shop->open(m_home); }));
         gtk_box_append(GTK_BOX(page), m_message);
+        gtk_box_append(GTK_BOX(page), m_shared);
         m_home = gtk::wrapScreen(page);
         gtk_window_set_default_size(m_window, 390, 844);
         gtk::setRootViewController(m_window, gtk::makeNavigationController(m_home));
@@ -62,21 +63,23 @@ public:
     void openShop() { m_shop->open(m_home); }
 
 private:
-    void tell(std::string const& text)
+    static void tell(GtkWidget* label, std::string const& text)
     {
-        gtk_label_set_text(GTK_LABEL(m_message), text.c_str());
+        gtk_label_set_text(GTK_LABEL(label), text.c_str());
         std::cout << text << std::endl;
     }
 
     GtkWindow* m_window;
     GtkWidget* m_message = gtk_label_new("");
+    // A label of its own: leaving the shop, which comes next, has a message, too.
+    GtkWidget* m_shared = gtk_label_new("");
     std::shared_ptr<zelvora::platform::UIViewController> m_home;
     std::shared_ptr<Shop> m_shop = Shop::create({
         .makeHeader = makeHeader,
         .makeFooter = makeFooter,
-        .share = [this](std::string const& text) { tell("Shared: " + text); },
-        .showError = [this](std::string const& code) { tell("The shop cannot be opened: " + code); },
-        .didLeave = [this] { tell("Welcome back"); },
+        .share = [this](std::string const& text) { tell(m_shared, "Shared: " + text); },
+        .showError = [this](std::string const& code) { tell(m_message, "The shop cannot be opened: " + code); },
+        .didLeave = [this] { tell(m_message, "Welcome back"); },
     });
 };
 
@@ -85,6 +88,14 @@ int s_port = 0;
 char* s_certificates = nullptr;
 
 std::unique_ptr<App> s_app;
+
+void addAction(GtkApplication* application, char const* name, void (*activate)(GSimpleAction*, GVariant*, gpointer))
+{
+    auto* const action = g_simple_action_new(name, nullptr);
+    g_signal_connect(action, "activate", G_CALLBACK(activate), application);
+    g_action_map_add_action(G_ACTION_MAP(application), G_ACTION(action));
+    g_object_unref(action);
+}
 
 void startup(GtkApplication* application)
 {
@@ -95,13 +106,9 @@ void startup(GtkApplication* application)
     s_app = std::make_unique<App>(application);
 
     // What a menu, or `gapplication action`, calls.
-    static GActionEntry const actions[] = {
-        { .name = "open-shop", .activate = [](GSimpleAction*, GVariant*, gpointer) { s_app->openShop(); } },
-        { .name = "quit",
-            .activate = [](GSimpleAction*, GVariant*,
-                            gpointer application) { g_application_quit(G_APPLICATION(application)); } },
-    };
-    g_action_map_add_action_entries(G_ACTION_MAP(application), actions, G_N_ELEMENTS(actions), application);
+    addAction(application, "open-shop", [](GSimpleAction*, GVariant*, gpointer) { s_app->openShop(); });
+    addAction(application, "quit",
+        [](GSimpleAction*, GVariant*, gpointer application) { g_application_quit(G_APPLICATION(application)); });
 }
 
 // Each time that the user starts the app, also while it runs.

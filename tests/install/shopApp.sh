@@ -26,7 +26,7 @@ export XDG_DATA_HOME="$folder/data"
 mkdir -p "$XDG_DATA_HOME/$application"
 printf '[Tracking]\nAuthorization=denied\n' >"$XDG_DATA_HOME/$application/tracking.ini"
 
-options=() expected="The shop cannot be opened: E200"
+options=() expected="The shop cannot be opened: E001"
 if [[ -n "$service" ]]; then
     "$service" --data "$folder/service" >"$folder/listening" &
     started+=($!)

@@ -35,10 +35,10 @@ is_objective_c() {
         -isystem /usr/include/x86_64-linux-musl -Wall -Wextra -Wnullability-completeness -Werror "$work/host.m"
 }
 
-# The block of the guide, which imports the module where this has its header.
+# The block of the phone's guide, which imports the module where this has its header.
 guide_is_objective_c() {
     sed -n '/^```objc$/,/^```$/{/^```/d;s/^@import ZelvoraIOS;.*/#import "ZelvoraIOS.h"\n#import <dispatch\/dispatch.h>/;p}' \
-        docs/integrating.md >"$work/guide.m"
+        docs/phone.md >"$work/guide.m"
     grep -q '^@implementation' "$work/guide.m" \
         && clang-19 -fsyntax-only -target arm64-apple-ios26.2 -fobjc-arc -fblocks -nostdlibinc -isystem tests/uikit/decl \
             -isystem /usr/include/x86_64-linux-musl -Imodule/ObjectiveC -Wall -Wextra -Wno-unused-parameter \

@@ -77,7 +77,8 @@ public:
     /// Lays out every tree of views, as the system does in each iteration of the main loop.
     void layout();
     /// What the constraints left open or contradict, as of the latest layout of each tree, a sentence each; empty if
-    /// they determine every view. A view is named by its path of indices among subviews: "root/2/0".
+    /// they determine every view. A view is named by its path of indices among subviews: "root/2/0". A view that is in
+    /// no other does not count until it has a frame: it may be one that a closed screen has left.
     [[nodiscard]] std::vector<std::string> ambiguities() const;
 
     /// Every animation so far, in the order of their beginnings.

@@ -142,6 +142,9 @@ void UIViewPeer::layOutTree()
         // What a view reported as the root of a former tree is out of date.
         placed.m_ambiguities.clear();
     }
+    // Nobody has placed a view that is in no other, on no screen and without a frame: it cannot lack anything yet.
+    if (!m_fillsScreen && m_ownFrame == CGRect {})
+        return;
     for (auto& [kind, sentence] : layout.ambiguities)
         m_ambiguities.push_back(std::move(sentence));
 }

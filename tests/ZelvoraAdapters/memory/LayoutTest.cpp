@@ -115,6 +115,26 @@ TEST_F(LayoutTest, AMissingConstraintIsReported)
     EXPECT_EQ(screen.ambiguities(), Sentences {});
 }
 
+TEST_F(LayoutTest, AViewThatNobodyHasPlacedLacksNothing)
+{
+    // Such as the footer of a closed screen, which the test still holds.
+    toFooter.setActive(false);
+    content->removeFromSuperview();
+    footer->removeFromSuperview();
+    platform.layout();
+    EXPECT_EQ(screen.ambiguities(), Sentences {});
+
+    footer->peer().setFrame({ 0, 0, 390, 48 });
+    platform.layout();
+    EXPECT_EQ(screen.ambiguities(), Sentences { "root is squeezed below the height of its content: 48 and 80" });
+}
+
+TEST_F(LayoutTest, AFrameIsPrintedAsItsMembers)
+{
+    root.layoutIfNeeded();
+    EXPECT_EQ(testing::PrintToString(frame(*header)), "(0, 47, 390, 56)");
+}
+
 TEST_F(LayoutTest, AViewInAViewIsPlacedInItsSuperview)
 {
     auto const inner = std::make_shared<View>(IntrinsicSize { .width = 20, .height = 10 });

@@ -29,11 +29,6 @@ void print(NSLayoutAnchor const& anchor, std::ostream& stream)
 
 }
 
-void PrintTo(CGRect const& rect, std::ostream* stream)
-{
-    *stream << rect.width << " by " << rect.height << " at (" << rect.x << ", " << rect.y << ")";
-}
-
 void PrintTo(NSLayoutConstraint const& constraint, std::ostream* stream)
 {
     print(constraint.firstAnchor(), *stream);

@@ -18,7 +18,6 @@
 
 namespace zelvora::platform {
 
-void PrintTo(CGRect const& rect, std::ostream* stream);
 void PrintTo(NSLayoutConstraint const& constraint, std::ostream* stream);
 void PrintTo(WKNavigationActionPolicy policy, std::ostream* stream);
 

@@ -6,18 +6,8 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <ostream>
 #include <string>
 #include <vector>
-
-namespace zelvora::platform {
-
-inline void PrintTo(CGRect const& rectangle, std::ostream* stream)
-{
-    *stream << "(" << rectangle.x << ", " << rectangle.y << ", " << rectangle.width << ", " << rectangle.height << ")";
-}
-
-}
 
 namespace zelvora::tests {
 

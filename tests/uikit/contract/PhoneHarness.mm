@@ -3,6 +3,7 @@
 #include "ZelvoraAdapters/uikit/Foundation/URLRequests.h"
 #include "ZelvoraAdapters/uikit/Foundation/Values.h"
 #include "ZelvoraAdapters/uikit/Host.h"
+#include "tests/uikit/contract/leaveOut.h"
 #include "tests/uikit/doubles/Application.h"
 #include "tests/uikit/doubles/Dispatch.h"
 #include "tests/uikit/doubles/UIKit.h"
@@ -30,6 +31,7 @@ namespace zelvora::tests {
 
 PhoneHarness::PhoneHarness()
 {
+    leaveOut({ { "ATreeThatChangedIsLaidOutWithoutBeingAsked", "the doubles have no main loop that lays trees out" } });
     uikit::install();
     m_window = [[UIWindow alloc] initWithFrame:CGRectMake(0, 0, 390, 844)];
     doubles::setOpenableSchemes({ "zelvora-test" });

@@ -119,7 +119,7 @@ if(ZELVORA_GTK)
 endif()
 
 # The contract suites are headers: an adapter outside of these sources compiles them with its own harness.
-set(ZELVORA_CONTRACT_SUPPORT ReceivedRequest.h Record.h RecordingScreen.h runOnThreads.h)
+set(ZELVORA_CONTRACT_SUPPORT ReceivedRequest.h Record.h RecordingScreen.h recorded.h runOnThreads.h)
 add_library(zelvora_contract INTERFACE)
 target_include_directories(zelvora_contract INTERFACE
     "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>" "$<INSTALL_INTERFACE:${ZELVORA_INCLUDE_DIR}>")

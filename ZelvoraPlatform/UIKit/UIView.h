@@ -57,7 +57,9 @@ public:
         /// The constraint was active. What it placed stays where it is until the next layout.
         virtual void deactivate(NSLayoutConstraint const& constraint) = 0;
         /// Lays out the whole tree that the owner is in, if anything changed, before it returns. Inside
-        /// `UIView::animate` the views move to their new frames over its duration.
+        /// `UIView::animate` the views move to their new frames over its duration. Most trees are never asked for it:
+        /// after any change that the methods above tell of, and when the screen or its safe area changes, the adapter
+        /// lays the tree out by itself before it is drawn next, as the system does in each iteration of the main loop.
         virtual void layoutIfNeeded() = 0;
         /// The owner keeps the recognizer from now on.
         virtual void addGestureRecognizer(UIGestureRecognizer& recognizer) = 0;
@@ -118,7 +120,8 @@ public:
         return m_gestureRecognizers;
     }
 
-    /// Lays out the whole tree that this view is in, if anything changed, before it returns.
+    /// Lays out the whole tree that this view is in, if anything changed, before it returns. Without it, a tree that
+    /// changed is laid out before it is drawn next.
     void layoutIfNeeded();
 
     /// Runs the block before it returns. Views that are laid out in it move to their new frames over `duration` seconds

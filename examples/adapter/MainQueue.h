@@ -14,13 +14,14 @@ namespace zelvora::abacus {
 /// The main thread's loop: an app calls `run` again and again.
 class MainQueue final : public platform::DispatchQueue {
 public:
-    /// Waits so long for blocks, and runs on the calling thread, the main one, those that are due.
+    /// Waits so long for blocks, and runs on the calling thread, the main one, those that are due by then. A block that
+    /// submits itself again does not prolong it.
     void run(platform::TimeInterval duration)
     {
         auto const deadline = shared::WorkSchedule::after(duration);
         std::unique_lock lock(m_mutex);
         while (true) {
-            while (auto work = m_schedule.takeDue(Clock::now())) {
+            while (auto work = m_schedule.takeDue(std::min(Clock::now(), deadline))) {
                 lock.unlock();
                 work();
                 // What the block holds may submit another one while it is destroyed.

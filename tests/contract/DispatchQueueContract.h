@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -27,7 +28,7 @@ namespace zelvora::tests {
 ///
 /// The harness of a queue with threads of its own is in "ThreadedQueueHarness.h". That of a main queue is the one that
 /// runs it: `runUntil` is called on the main thread, and where a run loop runs the queue, it is the loop that turns
-/// until `done` returns true.
+/// until `done` returns true, even if blocks never cease to submit others.
 template<typename Harness>
 class DispatchQueueContract : public testing::Test {
 protected:
@@ -261,6 +262,29 @@ TYPED_TEST_P(SerialQueueContract, ABlockSubmittedFromTheQueueRunsAfterTheOthers)
     EXPECT_EQ(record.all(), (std::vector { 1, 2, 3, 4, 5 }));
 }
 
+// A loop that turns until no block is due would not let go of the thread again.
+TYPED_TEST_P(SerialQueueContract, ABlockThatSubmitsItselfAgainDoesNotKeepTheLoopTurning)
+{
+    using Clock = std::chrono::steady_clock;
+    auto& harness = this->m_harness;
+    auto const patience = Clock::now() + std::chrono::seconds(2);
+    std::atomic<int> runs = 0;
+    std::atomic<bool> isOver = false;
+    std::atomic<bool> hasCeased = false;
+    std::function<void()> const block = [&] {
+        ++runs;
+        if (isOver || Clock::now() > patience)
+            hasCeased = true;
+        else
+            harness.queue().async(block);
+    };
+    harness.queue().async(block);
+    EXPECT_TRUE(harness.runUntil([&] { return runs > 0; }));
+    EXPECT_FALSE(hasCeased) << "the loop turned for as long as the block submitted itself";
+    isOver = true;
+    EXPECT_TRUE(harness.runUntil([&] { return hasCeased.load(); }));
+}
+
 TYPED_TEST_P(SerialQueueContract, NeverRunsTwoBlocksAtOnce)
 {
     auto& harness = this->m_harness;
@@ -296,7 +320,7 @@ REGISTER_TYPED_TEST_SUITE_P(DispatchQueueContract, RunsABlockThatOwnsWhatItCaptu
     ADelayThatIsNoNumberIsNoDelay, ABlockWithAnEndlessDelayNeverRunsAndHoldsUpNoOther, DestroysABlockAfterItRan,
     DestroysPendingBlocksWithItself, ABlockThatItDestroysMaySubmitAnother);
 REGISTER_TYPED_TEST_SUITE_P(SerialQueueContract, KeepsTheOrderOfSubmission, KeepsTheOrderOfBlocksThatAreDueTogether,
-    RunsTheShorterDelayFirst, ABlockSubmittedFromTheQueueRunsAfterTheOthers, NeverRunsTwoBlocksAtOnce,
-    IsAlwaysOnTheSameThread);
+    RunsTheShorterDelayFirst, ABlockSubmittedFromTheQueueRunsAfterTheOthers,
+    ABlockThatSubmitsItselfAgainDoesNotKeepTheLoopTurning, NeverRunsTwoBlocksAtOnce, IsAlwaysOnTheSameThread);
 
 }

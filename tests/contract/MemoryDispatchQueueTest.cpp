@@ -15,9 +15,10 @@ public:
     bool runUntil(std::function<bool()> const& done)
     {
         for (int milliseconds = 0; milliseconds < 30'000; ++milliseconds) {
-            m_queue->runAll();
-            if (done())
-                return true;
+            do {
+                if (done())
+                    return true;
+            } while (m_queue->runOne());
             m_clock.advance(0.001);
         }
         return false;

@@ -5,12 +5,15 @@
 #include "ZelvoraAdapters/memory/UIKit/NavigationController.h"
 #include "ZelvoraAdapters/memory/UIKit/UIViewControllerPeer.h"
 #include "ZelvoraAdapters/memory/UIKit/View.h"
+#include "ZelvoraAdapters/memory/WebKit/UserContentController.h"
 #include "ZelvoraAdapters/memory/WebKit/WebView.h"
+#include "tests/support/ReceivedRequest.h"
+#include "tests/support/recorded.h"
 
 #include <functional>
 #include <memory>
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace zelvora::tests {
@@ -22,6 +25,8 @@ public:
     {
         m_platform.application().setOpenableSchemes({ "zelvora-test" });
         m_platform.application().setApplicationState(platform::UIApplicationState::Background);
+        // Nobody is there to answer.
+        m_platform.trackingManager().setStatus(platform::ATTrackingAuthorizationStatus::Denied);
     }
 
     bool runUntil(std::function<bool()> const& done)
@@ -76,7 +81,12 @@ public:
         m_shown->view().addSubview(std::move(view));
     }
     platform::URL page(std::string const& name) { return *platform::URL::parse("https://shop.example/" + name); }
-    bool waitForPage(platform::WKWebView&) { return true; }
+    bool waitForPage(platform::WKWebView& view)
+    {
+        for (auto& mark : marksIn(webView(view).userContentController().userScripts()))
+            m_marks.push_back(std::move(mark));
+        return true;
+    }
     void navigate(platform::WKWebView& view, platform::URL const& url) { webView(view).navigate(url); }
     void navigateFrame(platform::WKWebView& view, platform::URL const& url) { webView(view).navigateFrame(url); }
     void post(platform::WKWebView& view, std::string const& handler, std::string const&, platform::Value const& value)
@@ -85,14 +95,21 @@ public:
     }
     std::vector<std::string> marks()
     {
-        constexpr std::string_view before = "mark('";
-        constexpr std::string_view after = "')";
-        std::vector<std::string> marks;
+        auto marks = m_marks;
         for (auto const& view : m_platform.webViews()) {
             for (auto const& script : view->evaluated())
-                marks.push_back(script.substr(before.size(), script.size() - before.size() - after.size()));
+                marks.push_back(markIn(script));
         }
         return marks;
+    }
+    std::vector<ReceivedRequest> received()
+    {
+        std::vector<ReceivedRequest> received;
+        for (auto const& view : m_platform.webViews()) {
+            for (auto const& request : view->loadedRequests())
+                received.push_back(receivedRequest(request));
+        }
+        return received;
     }
 
     // Applications
@@ -111,6 +128,8 @@ private:
 
     memory::Platform& m_platform = memory::install();
     std::shared_ptr<platform::UIViewController> m_shown;
+    // Of the user scripts.
+    std::vector<std::string> m_marks;
 };
 
 }

@@ -1,5 +1,6 @@
 #include "ZelvoraAdapters/memory/Foundation/URLSession.h"
 #include "tests/contract/URLSessionContract.h"
+#include "tests/support/recorded.h"
 
 #include <mutex>
 #include <optional>
@@ -24,12 +25,8 @@ public:
     std::vector<ReceivedRequest> received()
     {
         std::vector<ReceivedRequest> received;
-        for (auto const& request : m_session->requests()) {
-            std::map<std::string, std::string> headers;
-            for (auto const& [name, value] : request.httpHeaderFields)
-                headers.emplace(lowerCase(name), value);
-            received.push_back({ request.httpMethod, headers, request.httpBody.bytes });
-        }
+        for (auto const& request : m_session->requests())
+            received.push_back(receivedRequest(request));
         return received;
     }
 

@@ -223,6 +223,24 @@ TYPED_TEST_P(ViewContract, AnAnimationEndsAtTheExactFrames)
     this->expectFrame(*page, whole);
 }
 
+// Nobody calls `layoutIfNeeded` on the screens that the SDK opens.
+TYPED_TEST_P(ViewContract, ATreeThatChangedIsLaidOutWithoutBeingAsked)
+{
+    auto& root = this->root();
+    auto const footer = this->addFooter(40);
+    auto const page = std::make_shared<platform::UIView>();
+    this->add(page);
+    page->topAnchor().constraintEqualTo(root.topAnchor()).setActive(true);
+    this->pinSides(*page);
+    auto const toFooter = page->bottomAnchor().constraintEqualTo(footer->topAnchor());
+    toFooter.setActive(true);
+    this->expectFrame(*page, { 0, 0, this->m_screen.width, this->m_screen.height - 40 });
+
+    toFooter.setActive(false);
+    page->bottomAnchor().constraintEqualTo(root.bottomAnchor()).setActive(true);
+    this->expectFrame(*page, { 0, 0, this->m_screen.width, this->m_screen.height });
+}
+
 TYPED_TEST_P(ViewContract, OwnsItsSubviewsUntilTheyAreRemoved)
 {
     auto view = std::make_shared<platform::UIView>();
@@ -237,6 +255,6 @@ TYPED_TEST_P(ViewContract, OwnsItsSubviewsUntilTheyAreRemoved)
 REGISTER_TYPED_TEST_SUITE_P(ViewContract, PlacesViewsByTheirConstraints, ReachesTheBottomOfTheSafeArea,
     KeepsTheFrameOfAViewThatConstraintsDoNotPlace, AHiddenViewKeepsItsPlace,
     ALaterSubviewLiesInFrontUntilAnotherIsBroughtThere, AViewThatMovesToAnotherSuperviewIsPlacedThere,
-    AnAnimationEndsAtTheExactFrames, OwnsItsSubviewsUntilTheyAreRemoved);
+    AnAnimationEndsAtTheExactFrames, ATreeThatChangedIsLaidOutWithoutBeingAsked, OwnsItsSubviewsUntilTheyAreRemoved);
 
 }

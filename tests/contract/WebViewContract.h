@@ -3,12 +3,14 @@
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 #include "ZelvoraPlatform/Platform.h"
+#include "tests/support/ReceivedRequest.h"
 #include "tests/support/Record.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <limits>
+#include <map>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -40,8 +42,11 @@ namespace zelvora::tests {
 ///     // Has the page post the value of the expression, which is equal to `value`.
 ///     void post(platform::WKWebView& view, std::string const& handler, std::string const& expression,
 ///         platform::Value const& value);
-///     // The arguments of the calls mark('...') that `evaluateJavaScript` has run in the page.
+///     // The arguments of the calls mark('...') that user scripts and `evaluateJavaScript` have run in the pages, in
+///     // order. A page has that function before the user scripts run that are added after `show`.
 ///     std::vector<std::string> marks();
+///     // The requests for pages.
+///     std::vector<ReceivedRequest> received();
 ///     // Runs the adapter until `done` returns true; false after half a minute.
 ///     bool runUntil(std::function<bool()> const& done);
 template<typename Harness>
@@ -66,6 +71,7 @@ protected:
             decisionHandler(
                 isRefused ? platform::WKNavigationActionPolicy::Cancel : platform::WKNavigationActionPolicy::Allow);
         }
+        void didStartProvisionalNavigation() override { ++starts; }
 
         [[nodiscard]] bool wasAskedAbout(platform::URL const& url) const
         {
@@ -74,6 +80,7 @@ protected:
 
         std::vector<std::string> asked;
         std::vector<std::string> refused;
+        int starts = 0;
     };
 
     void SetUp() override
@@ -93,10 +100,10 @@ protected:
         m_content->removeScriptMessageHandler("zelvora");
     }
 
-    bool load(std::string const& name)
+    bool load(std::string const& name, std::map<std::string, std::string> fields = {})
     {
         auto const url = m_harness.page(name);
-        m_view->load({ url });
+        m_view->load({ .url = url, .httpHeaderFields = std::move(fields) });
         return m_harness.runUntil([&] { return m_delegate.wasAskedAbout(url) && currentURL() == url.absoluteString(); })
             && m_harness.waitForPage(*m_view);
     }
@@ -191,6 +198,48 @@ TYPED_TEST_P(WebViewContract, AsksAboutEveryNavigationAndObeysTheAnswer)
     EXPECT_EQ(std::ranges::count(delegate.asked, second.absoluteString()), 1);
 }
 
+TYPED_TEST_P(WebViewContract, TellsThatAnotherPageBeginsToLoad)
+{
+    auto& harness = this->m_harness;
+    auto& delegate = this->m_delegate;
+    ASSERT_TRUE(this->load("first"));
+    EXPECT_EQ(delegate.starts, 1);
+
+    auto const refused = *platform::URL::parse("zelvora-test:elsewhere");
+    delegate.refused = { refused.absoluteString() };
+    harness.navigate(*this->m_view, refused);
+    EXPECT_TRUE(harness.runUntil([&] { return delegate.wasAskedAbout(refused); }));
+
+    auto const second = harness.page("second");
+    harness.navigate(*this->m_view, second);
+    EXPECT_TRUE(harness.runUntil([&] { return this->currentURL() == second.absoluteString(); }));
+    EXPECT_EQ(delegate.starts, 2) << "a navigation that is refused starts none";
+}
+
+TYPED_TEST_P(WebViewContract, LoadsWithTheHeaderFieldsOfTheRequest)
+{
+    ASSERT_TRUE(this->load("first", { { "X-Zelvora-Shop", "seven of 7" }, { "X-Zelvora-Other", "yes" } }));
+    auto const carriesThem = [](ReceivedRequest const& request) {
+        auto const& fields = request.headers;
+        auto const shop = fields.find("x-zelvora-shop");
+        auto const other = fields.find("x-zelvora-other");
+        return shop != fields.end() && shop->second == "seven of 7" && other != fields.end() && other->second == "yes";
+    };
+    EXPECT_EQ(std::ranges::count_if(this->m_harness.received(), carriesThem), 1);
+}
+
+TYPED_TEST_P(WebViewContract, RunsUserScriptsAtTheirTimesInTheOrderOfTheCalls)
+{
+    using Time = platform::WKUserScriptInjectionTime;
+    this->m_content->addUserScript({ .source = "mark('third')", .injectionTime = Time::AtDocumentEnd });
+    this->m_content->addUserScript({ .source = "mark('first')" });
+    this->m_content->addUserScript({ .source = "mark('second')" });
+    this->m_content->addUserScript({ .source = "mark('fourth')", .injectionTime = Time::AtDocumentEnd });
+    ASSERT_TRUE(this->load("scripted"));
+    EXPECT_TRUE(this->m_harness.runUntil([&] { return this->m_harness.marks().size() >= 4; }));
+    EXPECT_EQ(this->m_harness.marks(), (std::vector<std::string> { "first", "second", "third", "fourth" }));
+}
+
 TYPED_TEST_P(WebViewContract, ReportsEachURLChangeOnceAndGoesBack)
 {
     auto& harness = this->m_harness;
@@ -237,7 +286,8 @@ TYPED_TEST_P(WebViewContract, AnObservationMayOutliveTheView)
 }
 
 REGISTER_TYPED_TEST_SUITE_P(WebViewContract, DeliversMessagesInOrderWithTheirTypesKept, ARemovedHandlerIsNotCalled,
-    AsksAboutEveryNavigationAndObeysTheAnswer, ReportsEachURLChangeOnceAndGoesBack,
+    AsksAboutEveryNavigationAndObeysTheAnswer, TellsThatAnotherPageBeginsToLoad, LoadsWithTheHeaderFieldsOfTheRequest,
+    RunsUserScriptsAtTheirTimesInTheOrderOfTheCalls, ReportsEachURLChangeOnceAndGoesBack,
     EvaluatesScriptsInTheOrderOfTheCalls, AnObservationMayOutliveTheView);
 
 }

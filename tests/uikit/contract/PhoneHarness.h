@@ -2,6 +2,7 @@
 
 #include "ZelvoraPlatform/Platform.h"
 #include "ZelvoraPlatform/UIKit/UINavigationController.h"
+#include "tests/support/ReceivedRequest.h"
 #include "tests/uikit/contract/AutoreleasePool.h"
 
 #import <UIKit/UIKit.h>
@@ -44,12 +45,13 @@ public:
     // Pages
     void show(std::shared_ptr<platform::WKWebView> view);
     platform::URL page(std::string const& name) { return *platform::URL::parse("https://shop.example/" + name); }
-    bool waitForPage(platform::WKWebView&) { return true; }
+    bool waitForPage(platform::WKWebView& view);
     void navigate(platform::WKWebView& view, platform::URL const& url);
     void navigateFrame(platform::WKWebView& view, platform::URL const& url);
     void post(platform::WKWebView& view, std::string const& handler, std::string const& expression,
         platform::Value const& value);
     std::vector<std::string> marks();
+    std::vector<ReceivedRequest> received();
 
     // Applications
     void activate();
@@ -60,6 +62,8 @@ private:
     AutoreleasePool m_pool;
     UIWindow* m_window;
     WKWebView* m_shownWebView = nil;
+    // Of the user scripts.
+    std::vector<std::string> m_marks;
 };
 
 }

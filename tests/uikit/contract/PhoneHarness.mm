@@ -3,12 +3,14 @@
 #include "ZelvoraAdapters/uikit/Foundation/URLRequests.h"
 #include "ZelvoraAdapters/uikit/Foundation/Values.h"
 #include "ZelvoraAdapters/uikit/Host.h"
+#include "tests/support/recorded.h"
+#include "tests/uikit/contract/leaveOut.h"
 #include "tests/uikit/doubles/Application.h"
 #include "tests/uikit/doubles/Dispatch.h"
 #include "tests/uikit/doubles/UIKit.h"
 #include "tests/uikit/doubles/WebKit.h"
 
-#include <string_view>
+#include <utility>
 
 /// A host's view with a height of its own.
 @interface ZLVContentView : UIView {
@@ -30,6 +32,7 @@ namespace zelvora::tests {
 
 PhoneHarness::PhoneHarness()
 {
+    leaveOut({ { "ATreeThatChangedIsLaidOutWithoutBeingAsked", "the doubles have no main loop that lays trees out" } });
     uikit::install();
     m_window = [[UIWindow alloc] initWithFrame:CGRectMake(0, 0, 390, 844)];
     doubles::setOpenableSchemes({ "zelvora-test" });
@@ -108,6 +111,20 @@ void PhoneHarness::show(std::shared_ptr<platform::WKWebView> view)
     controller->view().addSubview(std::move(view));
 }
 
+bool PhoneHarness::waitForPage(platform::WKWebView&)
+{
+    std::vector<platform::WKUserScript> scripts;
+    for (WKUserScript* script in m_shownWebView.configuration.userContentController.userScripts) {
+        bool const isAtEnd = script.injectionTime == WKUserScriptInjectionTimeAtDocumentEnd;
+        using Time = platform::WKUserScriptInjectionTime;
+        scripts.push_back({ .source = uikit::textOf(script.source),
+            .injectionTime = isAtEnd ? Time::AtDocumentEnd : Time::AtDocumentStart });
+    }
+    for (auto& mark : marksIn(scripts))
+        m_marks.push_back(std::move(mark));
+    return true;
+}
+
 void PhoneHarness::navigate(platform::WKWebView& view, platform::URL const& url)
 {
     [static_cast<WKWebView*>(uikit::nativeOf(view)) doubleNavigateTo:uikit::nativeURL(url)];
@@ -127,12 +144,23 @@ void PhoneHarness::post(
 
 std::vector<std::string> PhoneHarness::marks()
 {
-    constexpr std::string_view before = "mark('";
-    constexpr std::string_view after = "')";
-    std::vector<std::string> marks;
+    auto marks = m_marks;
     for (auto const& script : doubles::evaluatedScripts(m_shownWebView))
-        marks.push_back(script.substr(before.size(), script.size() - before.size() - after.size()));
+        marks.push_back(markIn(script));
     return marks;
+}
+
+std::vector<ReceivedRequest> PhoneHarness::received()
+{
+    std::vector<ReceivedRequest> received;
+    for (NSURLRequest* native : doubles::loadedRequests(m_shownWebView)) {
+        platform::URLRequest request { .url = *uikit::urlOf(native.URL) };
+        NSDictionary* fields = native.allHTTPHeaderFields;
+        for (NSString* name in fields)
+            request.httpHeaderFields[uikit::textOf(name)] = uikit::textOf([fields objectForKey:name]);
+        received.push_back(receivedRequest(request));
+    }
+    return received;
 }
 
 void PhoneHarness::activate()

@@ -36,6 +36,7 @@ public:
     void post(platform::WKWebView& view, std::string const& handler, std::string const& expression,
         platform::Value const& value);
     std::vector<std::string> marks() { return m_marks; }
+    std::vector<ReceivedRequest> received() const { return m_server.received(); }
 
 private:
     class MarkHandler;

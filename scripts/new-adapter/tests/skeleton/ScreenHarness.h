@@ -3,6 +3,7 @@
 #include "ZelvoraAdapters/skeleton/Platform.h"
 #include "ZelvoraAdapters/skeleton/UIKit/NavigationController.h"
 #include "ZelvoraAdapters/skeleton/missing.h"
+#include "tests/support/ReceivedRequest.h"
 
 #include <functional>
 #include <memory>
@@ -54,6 +55,7 @@ public:
         missing("SkeletonScreen::post");
     }
     std::vector<std::string> marks() { missing("SkeletonScreen::marks"); }
+    std::vector<ReceivedRequest> received() { missing("SkeletonScreen::received"); }
 
     // Applications
     void activate() { missing("SkeletonScreen::activate"); }

@@ -9,8 +9,9 @@ namespace zelvora::skeleton {
 /// loop, `run` is the loop.
 class MainQueue final : public platform::DispatchQueue {
 public:
-    /// Lets the run loop turn for so long, on the main thread: the blocks that are due run inside this call. Nothing
-    /// but `first-use` and the tests call it, as an app runs its loop itself.
+    /// Lets the run loop turn for so long, on the main thread: the blocks that are due by then run inside this call,
+    /// and one that submits itself again does not prolong it. Nothing but `first-use` and the tests call it, as an app
+    /// runs its loop itself.
     void run(platform::TimeInterval) { missing("MainQueue::run"); }
 
     // platform::DispatchQueue

@@ -29,9 +29,10 @@ new_adapter() {
         mkdir -p "$(dirname "$target")"
         sed -e "s/skeleton/$name/g" -e "s/Skeleton/$upper/g" "scripts/new-adapter/$file" >"$target"
     done < <(cd scripts/new-adapter && find . -type f | sed 's|^\./||')
-    say "The frame of the adapter \"$name\" is in $folder. With the SDK installed in PREFIX:"
-    say "  cmake -G Ninja -S $folder -B $folder/build -DCMAKE_PREFIX_PATH=PREFIX && cmake --build $folder/build"
+    say "The frame of the adapter \"$name\" is in $folder. With the SDK installed in PREFIX, and the compiler that built it:"
+    say "  cmake -G Ninja -S $folder -B $folder/build -DCMAKE_PREFIX_PATH=PREFIX -DCMAKE_CXX_COMPILER=clang++-19 && cmake --build $folder/build"
     say "  $folder/build/first-use    # stops with the name of the method that the SDK asks for next"
     say "  ctest --test-dir $folder/build --output-on-failure -R Bundle    # what every adapter promises, of its first part"
+    say "  $folder/build/first-shop    # the same of a shop that opens; with all of them it prints what is on the screen"
     say "docs/porting.md tells in which order to write it."
 }

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# adapter.sh first_use|suites|next_use|last_use BUILD NAME: whether the frame of the adapter NAME, built in BUILD, stops with the
-# name of what it lacks: when the SDK is first used on it, in the first test of each contract suite, or, where the first rows of
-# docs/porting.md are written, in the use that the SDK makes of it on another thread; and whether it ends well where all is
-# written that the SDK asks for.
+# adapter.sh first_use|first_shop|suites|next_use|last_use BUILD NAME: whether the frame of the adapter NAME, built in BUILD, stops
+# with the name of what it lacks: when the SDK is first used on it, when a shop is opened, in the first test of each contract suite,
+# or, where the first rows of docs/porting.md are written, in the use that the SDK makes of it on another thread; and whether it
+# ends well where all is written that the SDK asks for.
 # adapter.sh write SOURCES NAME FOLDER: puts sources of that adapter where they belong in its frame.
 set -euo pipefail
 
@@ -22,6 +22,8 @@ lacks() {
 }
 
 check_first_use() { lacks Bundle::bundleIdentifier "$build/first-use"; }
+
+check_first_shop() { lacks NavigationController::pushViewController "$build/first-shop"; }
 
 check_next_use() { lacks UserDefaults::object "$build/first-use"; }
 

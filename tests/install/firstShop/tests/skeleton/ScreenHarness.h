@@ -1,0 +1,9 @@
+#pragma once
+
+#include "tests/contract/MemoryHarness.h"
+
+namespace zelvora::tests {
+
+using SkeletonScreen = MemoryHarness;
+
+}

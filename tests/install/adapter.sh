@@ -52,7 +52,7 @@ check_suites() {
     tests="$("$build/contract-tests" --gtest_list_tests)"
     for file in "$suites"/*Contract.h; do
         suite="$(basename "$file" .h)"
-        prefix="$(grep -oE "^[A-Za-z]+/$suite/0\." <<<"$tests" | head -n 1)" || true
+        prefix="$(grep -oE "^[A-Za-z0-9]+/$suite/0\." <<<"$tests" | head -n 1)" || true
         [[ -n "$prefix" ]] || { echo "$suite is not among the tests." >&2; failed=1; continue; }
         lacks '[A-Za-z]+::[A-Za-z, ]+' "$build/contract-tests" "--gtest_filter=$prefix*" || failed=1
         count=$((count + 1))

@@ -4,13 +4,20 @@ include(GNUInstallDirs)
 
 option(ZELVORA_COVERAGE "Count which lines of the SDK run (clang only)" OFF)
 option(ZELVORA_QUICK_BUILD "Precompile the headers of the system; hides missing includes" OFF)
-option(ZELVORA_MERGE_TESTS "Compile the sources of a test program together; hides their missing includes" OFF)
+option(ZELVORA_MERGE_PROGRAMS "Compile the sources of each test program and example together; hides their missing includes" OFF)
 
 set(ZELVORA_STANDARD_HEADERS
     <algorithm> <array> <atomic> <chrono> <cmath> <condition_variable> <coroutine> <cstddef> <cstdint> <expected>
     <filesystem> <functional> <map> <memory> <mutex> <optional> <set> <span> <sstream> <string> <string_view> <thread>
     <unordered_map> <utility> <variant> <vector>)
 set(ZELVORA_GTK_HEADERS <gio/gio.h> <gtk/gtk.h> <libsoup/soup.h> <webkit/webkit.h>)
+
+# zelvora_merge(NAME): the sources of NAME, which no host links, may be compiled together. Called before zelvora_target.
+function(zelvora_merge name)
+    if(ZELVORA_MERGE_PROGRAMS)
+        set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 16)
+    endif()
+endfunction()
 
 # zelvora_target(NAME): warnings as errors, and includes written from the top of the tree.
 function(zelvora_target name)
@@ -115,9 +122,7 @@ function(zelvora_test name)
     list(APPEND TEST_SOURCES ${TEST_APART})
     set_source_files_properties(${TEST_APART} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
     add_executable(${name} ${TEST_SOURCES})
-    if(ZELVORA_MERGE_TESTS)
-        set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 16)
-    endif()
+    zelvora_merge(${name})
     zelvora_target(${name})
     # Some of the libraries ask for threads, and who shares precompiled headers is compiled alike.
     target_compile_options(${name} PRIVATE -Wno-conversion -pthread)

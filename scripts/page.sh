@@ -35,8 +35,8 @@ page_in_app() {
     (($#)) || stop "Say what to show: ./run page --in-app FOLDER|URL"
     install_packages "${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_DISPLAY[@]}"
     say "Building the app"
-    build_or_stop release zelvora-developer
-    exec examples/developer/in_app.sh build/release "$@"
+    build_or_stop demo zelvora-developer
+    exec examples/developer/in_app.sh build/demo "$@"
 }
 
 stage_page() {

@@ -21,6 +21,8 @@ final class Shop: ZelvoraSDK.ZelvoraSDKDelegate {
   /// The user's tap. The presenter decides how the shop appears: on a navigation stack it is pushed, else presented.
   func open(from presenter: UIViewController) {
     if !isConfigured { initialize() }
+    // A footer that a page has hidden would be hidden at this visit, too.
+    ZelvoraSDK.shared.setFooterVisible(true)
     // Until the SDK is ready the call succeeds and the shop appears later. The handler below has its errors too.
     ZelvoraSDK.shared.start(from: presenter)
   }

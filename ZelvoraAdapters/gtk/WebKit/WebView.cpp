@@ -25,11 +25,21 @@ GObjectPointer<WebKitWebView> engineViewFor(
     return ahead ? std::move(ahead) : makeEngineView(content.manager(), session);
 }
 
+WebKitURIRequest* requestOf(WebKitPolicyDecision* decision)
+{
+    return webkit_navigation_action_get_request(
+        webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision)));
+}
+
 platform::WKNavigationAction actionOf(WebKitPolicyDecision* decision)
 {
-    auto* action = webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
-    auto const* url = webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
+    auto const* url = webkit_uri_request_get_uri(requestOf(decision));
     return { url ? URL::verbatim(url) : std::nullopt };
+}
+
+bool isPosted(WebKitPolicyDecision* decision)
+{
+    return g_strcmp0(webkit_uri_request_get_http_method(requestOf(decision)), "POST") == 0;
 }
 
 // 0 for a page that no server answered with.
@@ -183,7 +193,12 @@ void WebView::connectSignals()
 
 bool WebView::decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type)
 {
-    if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE || !m_navigationDelegate)
+    if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE)
+        return false;
+    // The engine posts a form again when it loads a page again, so that answer is new, and to ask once more might order
+    // once more.
+    m_mayBeOld = m_mayBeOld && !isPosted(decision);
+    if (!m_navigationDelegate)
         return false;
     // Shared because the completion handler is moved, and the engine may have released its decision by then.
     std::shared_ptr<WebKitPolicyDecision> const held(retain(decision));

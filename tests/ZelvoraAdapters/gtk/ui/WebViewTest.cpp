@@ -232,6 +232,30 @@ TEST_F(WebViewTest, ARequestWhoseProcessDiesBeforeThereIsAPageIsMadeAgainWithIts
     EXPECT_EQ(server.received().back().headers.at("x-zelvora"), "yes");
 }
 
+// The engine posts it once more when it loads the page again, as on the phone.
+TEST_F(WebViewTest, AFormThatFailedIsNotPostedAThirdTimeWhenTheProcessOfItsPageDied)
+{
+    LoopbackServer server;
+    auto const respond = [](SoupServerMessage* message) {
+        std::string const page = "<form method=post><input name=order value=1></form>";
+        bool const isPosted = soup_server_message_get_method(message) == std::string("POST");
+        soup_server_message_set_status(message, isPosted ? 500 : 200, nullptr);
+        soup_server_message_set_response(message, "text/html", SOUP_MEMORY_COPY, page.data(), page.size());
+    };
+    addScript("webkit.messageHandlers.zelvora.postMessage('loaded');");
+    load(server.serve("/form", respond));
+    EXPECT_EQ(next(), Value("loaded"));
+    EXPECT_TRUE(m_harness.waitForPage(*m_view));
+    m_view->evaluateJavaScript("document.forms[0].submit()");
+    EXPECT_EQ(next(), Value("loaded"));
+    EXPECT_TRUE(m_harness.waitForPage(*m_view));
+    webkit_web_view_terminate_web_process(gtk::webKitWebViewOf(*m_view));
+    EXPECT_EQ(next(), Value("loaded"));
+    EXPECT_TRUE(m_harness.waitForPage(*m_view));
+    auto const received = server.received();
+    EXPECT_EQ(std::ranges::count(received, "POST", &ReceivedRequest::method), 2);
+}
+
 TEST_F(WebViewTest, ARequestKeepsItsHeadersAndItsSettingsReachTheEngine)
 {
     addScript("webkit.messageHandlers.zelvora.postMessage('loaded');");

@@ -232,7 +232,7 @@ TEST_F(WebViewTest, ARequestWhoseProcessDiesBeforeThereIsAPageIsMadeAgainWithIts
     EXPECT_EQ(server.received().back().headers.at("x-zelvora"), "yes");
 }
 
-// The engine posts it once more when it loads the page again, as on the phone.
+// The engine posts it once more by itself when it loads the page again.
 TEST_F(WebViewTest, AFormThatFailedIsNotPostedAThirdTimeWhenTheProcessOfItsPageDied)
 {
     LoopbackServer server;

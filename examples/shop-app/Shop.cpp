@@ -92,9 +92,10 @@ void Shop::report(ZelvoraSDKError const& error)
         ZelvoraLogger::w(error.errorDescription().value_or("E200"));
         return;
     }
-    // The attempt has ended, and the user's next tap tries again. Until then a tap only asks for the shop once more.
-    if (error.code() == "E001")
-        m_isConfigured = false;
+    // The attempt has ended, and the user's next tap tries again. A tap between its end and this report only asked for
+    // the shop once more, and has an E001 of its own, which the user need not read, too.
+    if (error.code() == "E001" && !std::exchange(m_isConfigured, false))
+        return;
     m_parts.showError(std::string(error.code()));
 }
 

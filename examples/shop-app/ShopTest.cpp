@@ -147,6 +147,19 @@ TEST_F(ShopTest, AfterAFailureTheNextTapTriesAgain)
     EXPECT_TRUE(isOpen());
 }
 
+TEST_F(ShopTest, AFailureIsShownOnceHoweverOftenTheUserTaps)
+{
+    breakNetwork();
+    while (m_errors.empty()) {
+        m_shop->open(m_home);
+        m_platform.globalQueue().runAll();
+        m_platform.urlSession().loaderQueue().runAll();
+        m_platform.mainQueue().runOne();
+    }
+    m_platform.runUntilIdle();
+    EXPECT_EQ(m_errors, (Texts { "E001" }));
+}
+
 /// The user has not been asked about tracking yet.
 class NewUserTest : public ShopTest {
 protected:

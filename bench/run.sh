@@ -29,7 +29,7 @@ gnuplot -e "folder='$folder'" bench/lengths.gnuplot
 say "  The plots, to be compared with those of the docs: $1/bench/saving.svg and $1/bench/opening.svg"
 "$folder/zelvora-bench-json" >/dev/null
 "$folder/zelvora-bench-bridge" >/dev/null
-for program in page prewarm; do
+for program in page messages prewarm; do
     if ! with_display "$folder" "$folder/zelvora-bench-$program" 2>&1 >/dev/null \
         | grep -v -e '^dbus-daemon' -e '^$' -e WARNING -e '^X connection'; then
         stop "The benchmark \"$program\" in the engine failed."

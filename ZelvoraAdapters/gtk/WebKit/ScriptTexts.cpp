@@ -1,52 +1,51 @@
 #include "ZelvoraAdapters/gtk/WebKit/ScriptTexts.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace zelvora::gtk {
 
 namespace {
 
-struct Character {
-    std::size_t bytes = 1;
-    std::size_t units = 1;
-};
-
-Character beginningWith(unsigned char byte)
+bool continuesACharacter(char byte)
 {
-    if (byte < 0x80)
-        return { 1, 1 };
-    if (byte < 0xE0)
-        return { 2, 1 };
-    if (byte < 0xF0)
-        return { 3, 1 };
-    return { 4, 2 };
+    return (static_cast<unsigned char>(byte) & 0xc0) == 0x80;
 }
 
+/// How many UTF-16 units begin with this byte.
+std::uint8_t unitsOf(char byte)
+{
+    constexpr unsigned char firstOfFour = 0xf0;
+    return static_cast<std::uint8_t>(
+        (continuesACharacter(byte) ? 0 : 1) + (static_cast<unsigned char>(byte) < firstOfFour ? 0 : 1));
 }
 
-ScriptTexts::ScriptTexts(std::string_view joined, std::size_t length)
-    : m_rest(joined)
-    , m_hasOneByteForEachUnit(joined.size() == length)
+std::size_t bytesOf(std::string_view text, std::size_t length)
 {
+    // A block has no more units than bytes. Its sum is a byte, so that the compiler adds many at once: texts can be
+    // long.
+    constexpr std::size_t block = 64;
+    std::size_t bytes = 0;
+    std::size_t units = 0;
+    while (length - units >= block && text.size() - bytes >= block) {
+        std::uint8_t sum = 0;
+        for (auto const byte : text.substr(bytes, block))
+            sum = static_cast<std::uint8_t>(sum + unitsOf(byte));
+        units += sum;
+        bytes += block;
+    }
+    for (; bytes < text.size() && (units < length || continuesACharacter(text[bytes])); ++bytes)
+        units += unitsOf(text[bytes]);
+    return bytes;
+}
+
 }
 
 std::string_view ScriptTexts::take(std::size_t length)
 {
-    auto const bytes = m_hasOneByteForEachUnit ? std::min(length, m_rest.size()) : bytesOf(length);
-    auto const text = m_rest.substr(0, bytes);
-    m_rest.remove_prefix(std::min(bytes + 1, m_rest.size()));
+    auto const text = m_rest.substr(0, bytesOf(m_rest, length));
+    m_rest.remove_prefix(std::min(text.size() + 1, m_rest.size()));
     return text;
-}
-
-std::size_t ScriptTexts::bytesOf(std::size_t length) const
-{
-    std::size_t bytes = 0;
-    for (std::size_t units = 0; units < length && bytes < m_rest.size();) {
-        auto const character = beginningWith(static_cast<unsigned char>(m_rest[bytes]));
-        bytes += character.bytes;
-        units += character.units;
-    }
-    return std::min(bytes, m_rest.size());
 }
 
 }

@@ -26,120 +26,163 @@ namespace {
 enum class Kind : std::uint8_t { Null, False, True, Number, Date, Text, Array, Dictionary, Key, End, Reference };
 
 // Reading a value member by member would call into the engine for each. This function writes the whole value in one
-// call, as numbers and one text: for each value its kind, then a number, the length of a text, or a container's
-// contents and its end. A stack of containers replaces recursion. An object that occurs in several places, or in
-// itself, is written once, and after that as the number of its container. Lone surrogates are replaced, and a line
-// break between the texts keeps the halves of a pair apart. The result is null if there are more values than may be.
-constexpr char const* writerSource = R"((function(posted, most) {
-    let left = most;
-    let numbers = new Float64Array(64);
-    let used = 0;
-    const texts = [];
-    const known = new Map();
-    const outer = [];
-    let container = [posted];
-    let keys = null;
-    let size = 1;
-    let index = 0;
-    for (;;) {
-        if (used + 5 > numbers.length) {
-            const larger = new Float64Array(numbers.length * 2);
-            larger.set(numbers);
-            numbers = larger;
-        }
-        if (index === size) {
-            if (!outer.length)
-                break;
-            numbers[used++] = 9;
-            ({ container, keys, size, index } = outer.pop());
-            continue;
-        }
-        const key = keys ? keys[index] : index;
-        const value = container[key];
-        ++index;
-        if (keys) {
-            if (value === undefined)
+// call, as numbers and one text: for each value its kind, then a number, the length of a text, or the size and the
+// contents of a container and its end. A stack of containers replaces recursion. An object that occurs in several
+// places, or in itself, is written once, and after that as the number of its container. Lone surrogates are replaced,
+// and a line break between the texts keeps the halves of a pair apart.
+//
+// A call into the engine takes a tenth of the time in which a small message is received. So the few numbers of such a
+// message are left where this adapter reads them without one, and the result is the text. They are copied there,
+// because the engine writes more slowly to an array whose data was asked for. Otherwise the result is an array of the
+// numbers and the text, or null if there are more values than may be.
+constexpr char const* writerSource = R"((most => {
+    const few = new Float64Array(128);
+    const own = new Float64Array(few.length);
+    const write = posted => {
+        let left = most;
+        let numbers = own;
+        let used = 0;
+        const texts = [];
+        const known = new Map();
+        const outer = [];
+        let container = [posted];
+        let keys = null;
+        let size = 1;
+        let index = 0;
+        for (;;) {
+            if (used + 5 > numbers.length) {
+                const larger = new Float64Array(numbers.length * 2);
+                larger.set(numbers);
+                numbers = larger;
+            }
+            if (index === size) {
+                if (!outer.length)
+                    break;
+                numbers[used++] = 9;
+                ({ container, keys, size, index } = outer.pop());
                 continue;
-            numbers[used++] = 8;
-            numbers[used++] = key.length;
-            texts.push(key);
+            }
+            const key = keys ? keys[index] : index;
+            const value = container[key];
+            ++index;
+            if (keys) {
+                if (value === undefined)
+                    continue;
+                numbers[used++] = 8;
+                numbers[used++] = key.length;
+                texts.push(key);
+            }
+            if (!left--)
+                return null;
+            switch (typeof value) {
+            case 'boolean':
+                numbers[used++] = value ? 2 : 1;
+                continue;
+            case 'number':
+                numbers[used++] = 3;
+                numbers[used++] = value;
+                continue;
+            case 'string':
+                numbers[used++] = 5;
+                numbers[used++] = value.length;
+                texts.push(value);
+                continue;
+            case 'object':
+                break;
+            default:
+                numbers[used++] = 0;
+                continue;
+            }
+            if (value === null) {
+                numbers[used++] = 0;
+                continue;
+            }
+            if (value instanceof Date) {
+                numbers[used++] = 4;
+                numbers[used++] = value.getTime();
+                continue;
+            }
+            const number = known.get(value);
+            if (number !== undefined) {
+                numbers[used++] = 10;
+                numbers[used++] = number;
+                continue;
+            }
+            known.set(value, known.size);
+            const isArray = Array.isArray(value);
+            if ((isArray || ArrayBuffer.isView(value)) && value.length > left)
+                return null;
+            outer.push({ container, keys, size, index });
+            container = value;
+            keys = isArray ? null : Object.keys(value);
+            size = keys ? keys.length : value.length;
+            index = 0;
+            if (size > left)
+                return null;
+            numbers[used++] = keys ? 7 : 6;
+            numbers[used++] = size;
         }
-        if (!left--)
-            return null;
-        switch (typeof value) {
-        case 'boolean':
-            numbers[used++] = value ? 2 : 1;
-            continue;
-        case 'number':
-            numbers[used++] = 3;
-            numbers[used++] = value;
-            continue;
-        case 'string':
-            numbers[used++] = 5;
-            numbers[used++] = value.length;
-            texts.push(value);
-            continue;
-        case 'object':
-            break;
-        default:
-            numbers[used++] = 0;
-            continue;
-        }
-        if (value === null) {
-            numbers[used++] = 0;
-            continue;
-        }
-        if (Object.prototype.toString.call(value) === '[object Date]') {
-            numbers[used++] = 4;
-            numbers[used++] = value.getTime();
-            continue;
-        }
-        const number = known.get(value);
-        if (number !== undefined) {
-            numbers[used++] = 10;
-            numbers[used++] = number;
-            continue;
-        }
-        known.set(value, known.size);
-        if ((Array.isArray(value) || ArrayBuffer.isView(value)) && value.length > left)
-            return null;
-        outer.push({ container, keys, size, index });
-        container = value;
-        keys = Array.isArray(value) ? null : Object.keys(value);
-        size = keys ? keys.length : value.length;
-        index = 0;
-        if (size > left)
-            return null;
-        numbers[used++] = keys ? 7 : 6;
-    }
-    const joined = texts.join('\n');
-    numbers[used++] = joined.length;
-    return [numbers.subarray(0, used), joined.toWellFormed()];
+        const text = texts.join('\n').toWellFormed();
+        if (numbers !== own)
+            return [numbers.subarray(0, used), text];
+        few.set(own);
+        return text;
+    };
+    return [write, few];
 }))";
 
-constexpr char const* writerName = "zelvoraWriteValue";
-
-/// The writer is stored in the engine's context under a name: a reference held here would keep the context alive
-/// forever.
-GObjectPointer<JSCValue> writerIn(JSCContext* context)
+std::span<double const> numbersIn(JSCValue* array)
 {
-    auto writer = adopt(jsc_context_get_value(context, writerName));
-    if (jsc_value_is_function(writer.get()))
-        return writer;
-    writer = adopt(jsc_context_evaluate(context, writerSource, -1));
-    jsc_context_set_value(context, writerName, writer.get());
+    gsize size = 0;
+    auto const* const data = static_cast<double const*>(jsc_value_typed_array_get_data(array, &size));
+    return { data, size };
+}
+
+/// The function, and where it leaves a few numbers.
+struct Writer {
+    GObjectPointer<JSCValue> write;
+    /// Valid while `write` is kept.
+    std::span<double const> few;
+};
+
+Writer makeWriter(JSCContext* context)
+{
+    auto const maker = adopt(jsc_context_evaluate(context, writerSource, -1));
+    auto const made =
+        adopt(jsc_value_function_call(maker.get(), G_TYPE_DOUBLE, static_cast<double>(mostPostedValues), G_TYPE_NONE));
+    auto write = adopt(jsc_value_object_get_property_at_index(made.get(), 0));
+    auto const few = adopt(jsc_value_object_get_property_at_index(made.get(), 1));
+    // The context keeps it, under a name: a reference held here would keep the context alive forever.
+    jsc_context_set_value(context, "zelvoraWriteValue", write.get());
+    return { std::move(write), numbersIn(few.get()) };
+}
+
+/// The engine converts all messages in one context, until it has had none for a while.
+Writer writerIn(JSCContext* context)
+{
+    struct Last {
+        GObjectPointer<JSCWeakValue> write;
+        std::span<double const> few;
+    };
+    // Never destroyed: the engine may be gone when the process ends.
+    static auto& s_last = *new Last;
+    auto last = adopt(s_last.write ? jsc_weak_value_get_value(s_last.write.get()) : nullptr);
+    if (last && jsc_value_get_context(last.get()) == context)
+        return { std::move(last), s_last.few };
+    auto writer = makeWriter(context);
+    s_last = { adopt(jsc_weak_value_new(writer.write.get())), writer.few };
     return writer;
 }
 
 /// Builds the value that the numbers and texts describe.
 class Builder final {
 public:
-    Builder(std::span<double const> numbers, ScriptTexts texts) : m_numbers(numbers), m_texts(texts) { }
+    Builder(std::span<double const> numbers, std::string_view text) : m_numbers(numbers), m_texts(text) { }
 
     /// Absent if the value is too large: a few objects that contain each other twice expand to any size.
     [[nodiscard]] std::optional<Value> build()
     {
-        while (!m_numbers.empty() && !m_isTooLarge)
+        while (!m_result && !m_isTooLarge)
             add(static_cast<Kind>(takeCount()));
         return m_isTooLarge ? std::nullopt : std::move(m_result);
     }
@@ -200,8 +243,12 @@ private:
 
     void begin(Kind kind)
     {
-        m_open.push_back({ kind == Kind::Dictionary, m_containers.size() });
-        m_containers.push_back({ Null {} });
+        auto& container = m_open.emplace_back(kind == Kind::Dictionary, m_containers.size());
+        if (container.isDictionary)
+            container.entries.reserve(takeCount());
+        else
+            container.elements.reserve(takeCount());
+        m_containers.emplace_back();
     }
 
     void end()
@@ -210,8 +257,8 @@ private:
         m_open.pop_back();
         auto& made = m_containers[container.number];
         made.count = container.count;
-        made.value =
-            container.isDictionary ? Value(Dictionary(std::move(container.entries))) : Value(Array(container.elements));
+        made.value = container.isDictionary ? Value(Dictionary(std::move(container.entries)))
+                                            : Value(Array(std::move(container.elements)));
         put(made);
     }
 
@@ -239,23 +286,12 @@ private:
     bool m_isTooLarge = false;
 };
 
-std::string tooLarge()
+std::optional<Value> build(JSCValue* text, std::span<double const> numbers)
 {
-    return "it contains more than " + std::to_string(mostPostedValues) + " values";
-}
-
-std::optional<Value> readWritten(JSCValue* written)
-{
-    auto const array = adopt(jsc_value_object_get_property_at_index(written, 0));
-    auto const text = adopt(jsc_value_object_get_property_at_index(written, 1));
+    GBytesPointer const bytes(jsc_value_to_string_as_bytes(text));
     gsize size = 0;
-    auto const* const data = static_cast<double const*>(jsc_value_typed_array_get_data(array.get(), &size));
-    GBytesPointer const bytes(jsc_value_to_string_as_bytes(text.get()));
-    std::span const numbers(data, size);
-    gsize textSize = 0;
-    auto const* const textData = static_cast<char const*>(g_bytes_get_data(bytes.get(), &textSize));
-    ScriptTexts const texts({ textData, textSize }, static_cast<std::size_t>(numbers.back()));
-    return Builder(numbers.first(size - 1), texts).build();
+    auto const* const data = static_cast<char const*>(g_bytes_get_data(bytes.get(), &size));
+    return Builder(numbers, { data, size }).build();
 }
 
 }
@@ -264,17 +300,21 @@ std::expected<Value, std::string> toValue(JSCValue* scriptValue)
 {
     auto* context = jsc_value_get_context(scriptValue);
     auto const writer = writerIn(context);
-    auto const written = adopt(jsc_value_function_call(
-        writer.get(), JSC_TYPE_VALUE, scriptValue, G_TYPE_DOUBLE, static_cast<double>(mostPostedValues), G_TYPE_NONE));
-    if (jsc_value_is_null(written.get()))
-        return std::unexpected(tooLarge());
-    if (!jsc_value_is_array(written.get())) {
+    auto const written = adopt(jsc_value_function_call(writer.write.get(), JSC_TYPE_VALUE, scriptValue, G_TYPE_NONE));
+    std::optional<Value> value;
+    if (jsc_value_is_string(written.get())) {
+        value = build(written.get(), writer.few);
+    } else if (jsc_value_is_array(written.get())) {
+        auto const numbers = adopt(jsc_value_object_get_property_at_index(written.get(), 0));
+        auto const text = adopt(jsc_value_object_get_property_at_index(written.get(), 1));
+        value = build(text.get(), numbersIn(numbers.get()));
+    } else if (!jsc_value_is_null(written.get())) {
         jsc_context_clear_exception(context);
         return std::unexpected("the engine cannot read it");
     }
-    if (auto value = readWritten(written.get()))
-        return *std::move(value);
-    return std::unexpected(tooLarge());
+    if (!value)
+        return std::unexpected("it contains more than " + std::to_string(mostPostedValues) + " values");
+    return *std::move(value);
 }
 
 }

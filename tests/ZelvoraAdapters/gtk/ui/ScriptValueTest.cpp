@@ -1,3 +1,6 @@
+#include "ZelvoraAdapters/gtk/WebKit/ScriptValue.h"
+
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "tests/ZelvoraAdapters/gtk/ui/PageTest.h"
 
@@ -75,6 +78,49 @@ TEST_F(ScriptValueTest, ReadsDeepAndLargeValues)
     auto const many = next();
     ASSERT_TRUE(many.array());
     EXPECT_EQ(many.array()->size(), 10'000U);
+}
+
+TEST_F(ScriptValueTest, ReadsTextsOfEveryLengthInCharactersOfEveryLength)
+{
+    for (auto const* character : { "x", "\xc3\xa9", "\xeb\x8b\xac", "\xf0\x9f\x98\x80" }) {
+        Dictionary::Entries expected;
+        std::string text = character;
+        for (int length = 1; length <= 200; ++length, text += character)
+            expected.emplace_back("k" + std::to_string(length) + character, text + "x");
+        post(std::string("Object.fromEntries(Array.from({ length: 200 }, (_, index) => ['k' + (index + 1) + '")
+            + character + "', '" + character + "'.repeat(index + 1) + 'x']))");
+        EXPECT_EQ(next(), Value(Dictionary(expected))) << character;
+    }
+}
+
+TEST_F(ScriptValueTest, ReadsArraysOfEveryLength)
+{
+    std::vector<Value> expected;
+    for (int length = 0; length <= 150; ++length) {
+        post("Array.from({ length: " + std::to_string(length) + " }, (_, index) => index / 2)");
+        EXPECT_EQ(next(), Value(Array(expected))) << length;
+        expected.emplace_back(length / 2.0);
+    }
+}
+
+TEST_F(ScriptValueTest, ReadsValuesOfSeveralContextsAndKeepsNone)
+{
+    auto const valueIn = [](JSCContext* context) {
+        auto const posted = gtk::adopt(jsc_context_evaluate(context, "[1, { a: 'b' }]", -1));
+        return gtk::toValue(posted.get());
+    };
+    Value const expected = Array { 1, Dictionary { { "a", "b" } } };
+    gpointer first = nullptr;
+    {
+        auto const context = gtk::adopt(jsc_context_new());
+        g_object_add_weak_pointer(G_OBJECT(context.get()), &first);
+        auto const other = gtk::adopt(jsc_context_new());
+        for (auto* each : { context.get(), other.get(), context.get() })
+            EXPECT_EQ(valueIn(each), expected);
+    }
+    EXPECT_FALSE(first);
+    auto const later = gtk::adopt(jsc_context_new());
+    EXPECT_EQ(valueIn(later.get()), expected);
 }
 
 TEST_F(ScriptValueTest, ReadsObjectsThatContainOneAnotherOrThemselves)

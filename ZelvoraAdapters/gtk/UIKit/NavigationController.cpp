@@ -135,14 +135,14 @@ void NavigationController::pushViewController(std::shared_ptr<UIViewController> 
 
     UIViewControllerPeer::of(*this).warnIfWindowIsHidden();
     auto* page = showPage(*controller);
-    bool const isOnScreen = UIViewControllerPeer::of(*this).isOnScreen();
     UIViewControllerPeer::of(*covered).willDisappear(animated);
-    // The hook may have popped it again.
+    // The hook may have popped it again, or ended the window.
     if (m_stack.back() != controller)
         return;
-    if (isOnScreen)
+    if (UIViewControllerPeer::of(*this).isOnScreen()) {
         UIViewControllerPeer::of(*controller).didAppear();
-    gtk_widget_child_focus(page, GTK_DIR_TAB_FORWARD);
+        gtk_widget_child_focus(page, GTK_DIR_TAB_FORWARD);
+    }
     m_stage.place(page, outside());
     m_stage.slide(page, {}, animated, [this, covered] { m_stage.setCovered(widgetOf(*covered), true); });
 }

@@ -232,6 +232,46 @@ TEST_F(ScreensTest, AScreenMayEndItsWindowAsItIsCovered)
     EXPECT_TRUE(m_harness.runUntil([&] { return watched.expired(); }));
 }
 
+TEST_F(ScreensTest, AScreenMayEndTheWindowThatAloneKeepsItsStack)
+{
+    std::vector<std::string> complaints;
+    auto const record = +[](char const*, GLogLevelFlags, char const* line, gpointer recorded) {
+        static_cast<std::vector<std::string>*>(recorded)->emplace_back(line);
+    };
+    auto const handler = g_log_set_handler("Gtk", G_LOG_LEVEL_CRITICAL, record, &complaints);
+    auto const drag = [](platform::UINavigationController& stack, platform::UIGestureRecognizerState last) {
+        auto const recognizer = stack.interactivePopGestureRecognizer();
+        recognizer->recognize(platform::UIGestureRecognizerState::Began);
+        recognizer->recognize(last);
+    };
+    std::vector<std::function<void(platform::UINavigationController&)>> const ways {
+        [](auto& stack) { stack.popViewController(Animated::No); },
+        [](auto& stack) { stack.popViewController(Animated::Yes); },
+        [drag](auto& stack) { drag(stack, platform::UIGestureRecognizerState::Ended); },
+        [drag](auto& stack) { drag(stack, platform::UIGestureRecognizerState::Cancelled); },
+        [](auto& stack) { stack.pushViewController(gtk::wrapScreen(gtk_button_new()), Animated::No); },
+        [](auto& stack) { stack.pushViewController(gtk::wrapScreen(gtk_button_new()), Animated::Yes); },
+    };
+    for (auto const& leave : ways) {
+        auto* other = GTK_WINDOW(gtk_window_new());
+        auto stack = gtk::makeNavigationController(gtk::wrapScreen(gtk_label_new("other")));
+        gtk::setRootViewController(other, stack);
+        gtk_window_present(other);
+        auto screen = std::make_shared<RecordingScreen>("screen", m_record);
+        screen->actOnDisappearance = [other] { gtk_window_destroy(other); };
+        stack->pushViewController(screen, Animated::No);
+        (void)takeEvents();
+        std::weak_ptr<platform::UIViewController> const watched = std::exchange(screen, nullptr);
+        std::weak_ptr<platform::UINavigationController> const watchedStack = stack;
+        auto& keptByTheWindow = *std::exchange(stack, nullptr);
+        leave(keptByTheWindow);
+        EXPECT_EQ(takeEvents().size(), 1U);
+        EXPECT_TRUE(m_harness.runUntil([&] { return watched.expired() && watchedStack.expired(); }));
+    }
+    g_log_remove_handler("Gtk", handler);
+    EXPECT_EQ(complaints, std::vector<std::string> {});
+}
+
 TEST_F(ScreensTest, AnotherFirstScreenEndsWhatWasPresented)
 {
     auto* window = GTK_WINDOW(gtk_window_new());

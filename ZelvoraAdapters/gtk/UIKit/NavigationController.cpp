@@ -183,7 +183,6 @@ std::shared_ptr<UIViewController> NavigationController::takeTop(Animated animate
 {
     auto leaving = m_stack.back();
     auto& peer = UIViewControllerPeer::of(*leaving);
-    bool const isOnScreen = peer.isOnScreen();
     // As on the phone, it leaves the stack before its hook runs and still knows the stack: if the hook pops again, it
     // pops the next one.
     m_stack.pop_back();
@@ -194,7 +193,8 @@ std::shared_ptr<UIViewController> NavigationController::takeTop(Animated animate
         // A page that is made only now would be on top of the leaving one.
         gtk_widget_insert_before(widgetOf(*leaving), m_stage.widget(), nullptr);
     }
-    if (isOnScreen)
+    // The hook may have ended the window.
+    if (UIViewControllerPeer::of(*this).isOnScreen())
         UIViewControllerPeer::of(*m_stack.back()).didAppear();
     return leaving;
 }
@@ -218,9 +218,8 @@ void NavigationController::slideBackIn()
     auto& peer = UIViewControllerPeer::of(*returning);
     peer.setNavigationController(std::static_pointer_cast<UINavigationController>(shared_from_this()));
     m_stack.push_back(returning);
-    bool const isOnScreen = UIViewControllerPeer::of(*this).isOnScreen();
     UIViewControllerPeer::of(*covered).willDisappear(Animated::Yes);
-    if (isOnScreen)
+    if (UIViewControllerPeer::of(*this).isOnScreen())
         peer.didAppear();
     m_stage.slide(
         widgetOf(*returning), {}, Animated::Yes, [this, covered] { m_stage.setCovered(widgetOf(*covered), true); });

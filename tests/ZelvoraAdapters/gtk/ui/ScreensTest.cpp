@@ -272,6 +272,31 @@ TEST_F(ScreensTest, AScreenMayEndTheWindowThatAloneKeepsItsStack)
     EXPECT_EQ(complaints, std::vector<std::string> {});
 }
 
+TEST_F(ScreensTest, AScreenIsNotToldThatItLeavesAWindowThatTheOneAboveHasEnded)
+{
+    using State = platform::UIGestureRecognizerState;
+    for (auto const last : { State::Possible, State::Ended, State::Cancelled }) {
+        auto* other = GTK_WINDOW(gtk_window_new());
+        auto const below = std::make_shared<RecordingScreen>("below", m_record);
+        auto const above = std::make_shared<RecordingScreen>("above", m_record);
+        auto const stack = gtk::makeNavigationController(below);
+        gtk::setRootViewController(other, stack);
+        gtk_window_present(other);
+        stack->pushViewController(above, Animated::No);
+        above->actOnDisappearance = [other] { gtk_window_destroy(other); };
+        (void)takeEvents();
+        if (last == State::Possible) {
+            stack->popViewController(Animated::No);
+        } else {
+            stack->interactivePopGestureRecognizer()->recognize(State::Began);
+            stack->interactivePopGestureRecognizer()->recognize(last);
+        }
+        stack->pushViewController(gtk::wrapScreen(gtk_label_new("next")), Animated::No);
+        EXPECT_EQ(takeEvents(),
+            (Events { "above will disappear" + std::string(last == State::Possible ? "" : ", animated") }));
+    }
+}
+
 TEST_F(ScreensTest, AnotherFirstScreenEndsWhatWasPresented)
 {
     auto* window = GTK_WINDOW(gtk_window_new());

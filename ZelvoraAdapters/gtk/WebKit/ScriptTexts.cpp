@@ -22,12 +22,12 @@ std::uint8_t unitsOf(char byte)
 
 std::size_t bytesOf(std::string_view text, std::size_t length)
 {
-    // A block has no more units than bytes. Its sum is a byte, so that the compiler adds many at once: texts can be
-    // long.
+    // A block has at most one unit more than bytes, if it ends with the first byte of four. Its sum is a byte, so that
+    // the compiler adds many at once: texts can be long.
     constexpr std::size_t block = 64;
     std::size_t bytes = 0;
     std::size_t units = 0;
-    while (length - units >= block && text.size() - bytes >= block) {
+    while (length - units > block && text.size() - bytes >= block) {
         std::uint8_t sum = 0;
         for (auto const byte : text.substr(bytes, block))
             sum = static_cast<std::uint8_t>(sum + unitsOf(byte));

@@ -5,6 +5,7 @@
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -31,10 +32,12 @@ enum class Kind : std::uint8_t { Null, False, True, Number, Date, Text, Array, D
 // places, or in itself, is written once, and after that as the number of its container. Lone surrogates are replaced,
 // and a line break between the texts keeps the halves of a pair apart.
 //
-// A call into the engine takes a tenth of the time in which a small message is received. So the few numbers of such a
-// message are left where this adapter reads them without one, and the result is the text. They are copied there,
-// because the engine writes more slowly to an array whose data was asked for. Otherwise the result is an array of the
-// numbers and the text, or null if there are more values than may be.
+// One call into the engine costs about a tenth of what receiving a small message costs. So the few numbers of such a
+// message are left where this adapter reads them without a call, and the result is the text. They are copied there: if
+// the function also wrote to an array whose data was asked for, a large message would take it three times as long. The
+// result for that is an array of the numbers and the text, or null if there are more values than may be.
+//
+// A page may give an object a prototype, by a member of that name, but not the prototype of dates.
 constexpr char const* writerSource = R"((most => {
     const few = new Float64Array(128);
     const own = new Float64Array(few.length);
@@ -97,7 +100,7 @@ constexpr char const* writerSource = R"((most => {
                 numbers[used++] = 0;
                 continue;
             }
-            if (value instanceof Date) {
+            if (Object.getPrototypeOf(value) === Date.prototype) {
                 numbers[used++] = 4;
                 numbers[used++] = value.getTime();
                 continue;
@@ -141,7 +144,7 @@ std::span<double const> numbersIn(JSCValue* array)
 /// The function, and where it leaves a few numbers.
 struct Writer {
     GObjectPointer<JSCValue> write;
-    /// Valid while `write` is kept.
+    /// Valid while the function exists.
     std::span<double const> few;
 };
 
@@ -157,7 +160,8 @@ Writer makeWriter(JSCContext* context)
     return { std::move(write), numbersIn(few.get()) };
 }
 
-/// The engine converts all messages in one context, until it has had none for a while.
+/// The engine converts all messages in one context, until it has had none for a while. The context's object is another
+/// at times, but the same for two values that exist at once.
 Writer writerIn(JSCContext* context)
 {
     struct Last {
@@ -244,10 +248,13 @@ private:
     void begin(Kind kind)
     {
         auto& container = m_open.emplace_back(kind == Kind::Dictionary, m_containers.size());
+        auto const size = takeCount();
+        // Members that are undefined count in the size, but are left out.
+        constexpr std::size_t mostReservedEntries = 16;
         if (container.isDictionary)
-            container.entries.reserve(takeCount());
+            container.entries.reserve(std::min(size, mostReservedEntries));
         else
-            container.elements.reserve(takeCount());
+            container.elements.reserve(size);
         m_containers.emplace_back();
     }
 

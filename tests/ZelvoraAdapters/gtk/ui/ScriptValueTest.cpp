@@ -82,14 +82,15 @@ TEST_F(ScriptValueTest, ReadsDeepAndLargeValues)
 
 TEST_F(ScriptValueTest, ReadsTextsOfEveryLengthInCharactersOfEveryLength)
 {
-    for (auto const* character : { "x", "\xc3\xa9", "\xeb\x8b\xac", "\xf0\x9f\x98\x80" }) {
-        Dictionary::Entries expected;
-        std::string text = character;
-        for (int length = 1; length <= 200; ++length, text += character)
-            expected.emplace_back("k" + std::to_string(length) + character, text + "x");
-        post(std::string("Object.fromEntries(Array.from({ length: 200 }, (_, index) => ['k' + (index + 1) + '")
-            + character + "', '" + character + "'.repeat(index + 1) + 'x']))");
-        EXPECT_EQ(next(), Value(Dictionary(expected))) << character;
+    for (std::string const character : { "x", "\xc3\xa9", "\xeb\x8b\xac", "\xf0\x9f\x98\x80" }) {
+        for (std::string const shift : { "", "y", "yy", "yyy" }) {
+            std::vector<Value> expected;
+            std::string text = shift;
+            for (int length = 0; length < 200; ++length, text += character)
+                expected.emplace_back(text);
+            post("Array.from({ length: 200 }, (_, length) => '" + shift + "' + '" + character + "'.repeat(length))");
+            EXPECT_EQ(next(), Value(Array(expected))) << character << " after " << shift;
+        }
     }
 }
 
@@ -165,6 +166,11 @@ TEST_F(ScriptValueTest, PagesCannotChangeHowValuesAreRead)
     post("{ toString: 'x', toJSON: 'y', __proto__: { inherited: 1 }, length: 3, constructor: null }");
     EXPECT_EQ(next(),
         (Value(Dictionary { { "toString", "x" }, { "toJSON", "y" }, { "length", 3 }, { "constructor", Null {} } })));
+    post("[Object.defineProperty({ a: 1 }, '__proto__', { value: new Date(5), enumerable: true }), new Date(1000)]");
+    auto const body = next();
+    ASSERT_TRUE(body.array());
+    EXPECT_EQ(body.array()->at(0), (Value(Dictionary { { "a", 1 } })));
+    EXPECT_EQ(body.array()->at(1), Value(platform::Date { 1 }));
 }
 
 }

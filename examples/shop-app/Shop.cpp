@@ -93,7 +93,7 @@ void Shop::report(ZelvoraSDKError const& error)
         return;
     }
     // The attempt has ended, and the user's next tap tries again. A tap between its end and this report only asked for
-    // the shop once more, and has an E001 of its own, which the user need not read, too.
+    // the shop once more, and gets an E001 of its own, after the user has read one.
     if (error.code() == "E001" && !std::exchange(m_isConfigured, false))
         return;
     m_parts.showError(std::string(error.code()));

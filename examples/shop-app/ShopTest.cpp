@@ -150,7 +150,7 @@ TEST_F(ShopTest, AfterAFailureTheNextTapTriesAgain)
 TEST_F(ShopTest, AFailureIsShownOnceHoweverOftenTheUserTaps)
 {
     breakNetwork();
-    while (m_errors.empty()) {
+    for (int step = 0; step < 100 && m_errors.empty(); ++step) {
         m_shop->open(m_home);
         m_platform.globalQueue().runAll();
         m_platform.urlSession().loaderQueue().runAll();

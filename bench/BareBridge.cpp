@@ -2,7 +2,7 @@
 
 namespace zelvora::bench {
 
-BareBridge::BareBridge(std::function<void(JSCValue*)> didReceive)
+BareBridge::BareBridge(std::function<void()> didReceive)
     : m_didReceive(std::move(didReceive))
     , m_manager(webkit_user_content_manager_new())
     , m_webView(WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "user-content-manager", m_manager.get(), nullptr)))
@@ -21,11 +21,11 @@ BareBridge::~BareBridge()
     g_signal_handlers_disconnect_by_data(m_manager.get(), this);
 }
 
-void BareBridge::didReceiveScriptMessage(WebKitUserContentManager*, JSCValue* body, gpointer self)
+void BareBridge::didReceiveScriptMessage(WebKitUserContentManager*, JSCValue*, gpointer self)
 {
     auto const& bridge = *static_cast<BareBridge*>(self);
     if (bridge.m_didReceive)
-        bridge.m_didReceive(body);
+        bridge.m_didReceive();
     else
         g_idle_add(&BareBridge::answer, self);
 }

@@ -1,24 +1,28 @@
-// What a page's message costs the host's main thread until it is a value. The reference is a handler that the engine
-// calls and that does nothing, or reads a text.
+// What a page's message costs the host's main thread until the SDK's handler has it as a value. The reference is a
+// handler of the same web view that the engine calls without the SDK and that does nothing, or reads a text.
 
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
-#include "ZelvoraAdapters/gtk/WebKit/ScriptValue.h"
-#include "bench/BareBridge.h"
+#include "ZelvoraAdapters/gtk/Host.h"
+#include "ZelvoraPlatform/Platform.h"
+#include "ZelvoraPlatform/WebKit/WKScriptMessage.h"
+#include "ZelvoraPlatform/WebKit/WKUserContentController.h"
+#include "ZelvoraPlatform/WebKit/WKWebView.h"
 #include "bench/Comparison.h"
 #include "examples/driving/Page.h"
+#include "tests/support/TemporaryDirectory.h"
 
-#include <gtk/gtk.h>
+#include <webkit/webkit.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <memory>
 #include <string>
 
 namespace {
 
 using namespace zelvora;
-using examples::Page;
 
 // Of this thread alone, as the page posts meanwhile.
 double processorSeconds()
@@ -28,19 +32,32 @@ double processorSeconds()
     return static_cast<double>(now.tv_sec) + (static_cast<double>(now.tv_nsec) / 1e9);
 }
 
-using Handler = void (*)(JSCValue*);
-
-/// A page that posts messages. There is one for all handlers, because one engine process is slower than another.
-class Sender final {
+/// A page with a handler of the SDK's platform layer and others of the engine's. All are of one view, because one
+/// engine process is slower than another.
+class Receiver final : private platform::WKScriptMessageHandler {
 public:
-    double secondsOf(Handler handler, std::string const& body, int count)
+    Receiver()
     {
-        m_handler = handler;
+        m_content->addScriptMessageHandler(*this, "converted");
+        m_view->load({ *platform::URL::parse("about:blank") });
+        connect("bare", [](WebKitUserContentManager*, JSCValue*, int* received) { ++*received; });
+        connect("reading", [](WebKitUserContentManager*, JSCValue* body, int* received) {
+            auto const text = gtk::adopt(jsc_value_object_get_property(body, "data"));
+            gtk::GBytesPointer const bytes(jsc_value_to_string_as_bytes(text.get()));
+            ++*received;
+        });
+    }
+    Receiver(Receiver const&) = delete;
+    Receiver& operator=(Receiver const&) = delete;
+    ~Receiver() override { m_content->removeScriptMessageHandler("converted"); }
+
+    double secondsOf(std::string const& handler, std::string const& body, int count)
+    {
         m_received = 0;
         (void)m_page.evaluate("(window.body = " + body + ", true)");
         auto const begin = processorSeconds();
-        (void)m_page.evaluate("(() => { for (let i = 0; i < " + std::to_string(count)
-            + "; ++i) webkit.messageHandlers.zelvora.postMessage(body); return true; })()");
+        (void)m_page.evaluate("(() => { for (let i = 0; i < " + std::to_string(count) + "; ++i) webkit.messageHandlers."
+            + handler + ".postMessage(body); return true; })()");
         if (!gtk::runMainLoopUntil([&] { return m_received == count; })) {
             std::fprintf(stderr, "A message did not arrive.\n");
             std::exit(EXIT_FAILURE); // NOLINT(concurrency-mt-unsafe)
@@ -49,43 +66,47 @@ public:
     }
 
 private:
-    Handler m_handler = nullptr;
+    using Handler = void (*)(WebKitUserContentManager*, JSCValue*, int*);
+
+    // platform::WKScriptMessageHandler
+    void didReceiveScriptMessage(platform::WKScriptMessage const&) override { ++m_received; }
+
+    // Until the view and its engine end with the program.
+    void connect(char const* name, Handler handler)
+    {
+        auto* const manager = webkit_web_view_get_user_content_manager(gtk::webKitWebViewOf(*m_view));
+        g_signal_connect(
+            manager, (std::string("script-message-received::") + name).c_str(), G_CALLBACK(handler), &m_received);
+        webkit_user_content_manager_register_script_message_handler(manager, name, nullptr);
+    }
+
     int m_received = 0;
-    bench::BareBridge m_bridge { [this](JSCValue* body) {
-        m_handler(body);
-        ++m_received;
-    } };
-    Page m_page { m_bridge.webView() };
+    std::shared_ptr<platform::WKUserContentController> m_content =
+        platform::Platform::current().makeUserContentController();
+    std::shared_ptr<platform::WKWebView> m_view = platform::Platform::current().makeWebView({}, { m_content });
+    examples::Page m_page { gtk::webKitWebViewOf(*m_view) };
 };
 
-void ignore(JSCValue*) { }
-
-void convert(JSCValue* body)
-{
-    if (!gtk::toValue(body))
-        std::abort();
-}
-
-void readText(JSCValue* body)
-{
-    auto const text = gtk::adopt(jsc_value_object_get_property(body, "data"));
-    gtk::GBytesPointer const bytes(jsc_value_to_string_as_bytes(text.get()));
-}
-
-void compareMany(Sender& sender, std::string const& name, std::string const& body)
+void compareMany(Receiver& receiver, std::string const& name, std::string const& body)
 {
     constexpr int count = 300;
     bench::Comparison(101, 1).printTimes(
-        name, [&] { return sender.secondsOf(convert, body, count); }, "a handler that does nothing",
-        [&] { return sender.secondsOf(ignore, body, count); });
+        name, [&] { return receiver.secondsOf("converted", body, count); }, "a handler that does nothing",
+        [&] { return receiver.secondsOf("bare", body, count); });
 }
 
-void compareLarge(Sender& sender, std::string const& name, std::string const& body, Handler handler = ignore)
+void compareLarge(Receiver& receiver, std::string const& name, std::string const& body)
 {
     bench::Comparison(21, 1).printTimes(
-        name, [&] { return sender.secondsOf(convert, body, 1); },
-        handler == ignore ? "a handler that does nothing" : "a handler that reads it",
-        [&] { return sender.secondsOf(handler, body, 1); });
+        name, [&] { return receiver.secondsOf("converted", body, 1); }, "a handler that does nothing",
+        [&] { return receiver.secondsOf("bare", body, 1); });
+}
+
+void compareText(Receiver& receiver, std::string const& name, std::string const& body)
+{
+    bench::Comparison(21, 1).printTimes(
+        name, [&] { return receiver.secondsOf("converted", body, 1); }, "a handler that reads it",
+        [&] { return receiver.secondsOf("reading", body, 1); });
 }
 
 }
@@ -93,18 +114,20 @@ void compareLarge(Sender& sender, std::string const& name, std::string const& bo
 int main()
 {
     gtk_init();
-    Sender sender;
+    tests::TemporaryDirectory const folder;
+    gtk::install({ .bundleIdentifier = "com.zelvora.bench", .appName = "Bench", .dataDirectory = folder.path() });
+    Receiver receiver;
     std::fprintf(stderr, "Receiving a message\n");
-    compareMany(sender, "a message to close", "{ action: 'close' }");
-    compareMany(sender, "a message to store a text", "{ action: 'setItem', key: 'cart', value: 'tea', expire: 60 }");
-    compareMany(sender, "a message with an event of five members",
+    compareMany(receiver, "a message to close", "{ action: 'close' }");
+    compareMany(receiver, "a message to store a text", "{ action: 'setItem', key: 'cart', value: 'tea', expire: 60 }");
+    compareMany(receiver, "a message with an event of five members",
         "{ action: 'saveEvent', data: { eventId: 'product_view', productId: 'moon-jar', price: 89000, "
         "page: '/v1/product.html', number: 7 } }");
     compareLarge(
-        sender, "a message of 10,000 objects", "Array.from({ length: 10000 }, (_, n) => ({ n, text: 'text' + n }))");
-    compareLarge(sender, "a message of 50,000 texts", "Array.from({ length: 50000 }, (_, n) => 'text' + n)");
-    compareLarge(sender, "a message of 50,000 numbers", "Array.from({ length: 50000 }, (_, n) => n / 3)");
-    compareLarge(sender, "a message with a text of a million letters", "{ data: 'x'.repeat(1000000) }", readText);
-    compareLarge(sender, "a message with a million letters of Korean", "{ data: '\\ub2ec'.repeat(1000000) }", readText);
+        receiver, "a message of 10,000 objects", "Array.from({ length: 10000 }, (_, n) => ({ n, text: 'text' + n }))");
+    compareLarge(receiver, "a message of 50,000 texts", "Array.from({ length: 50000 }, (_, n) => 'text' + n)");
+    compareLarge(receiver, "a message of 50,000 numbers", "Array.from({ length: 50000 }, (_, n) => n / 3)");
+    compareText(receiver, "a message with a text of a million letters", "{ data: 'x'.repeat(1000000) }");
+    compareText(receiver, "a message with a million letters of Korean", "{ data: '\\ub2ec'.repeat(1000000) }");
     return EXIT_SUCCESS;
 }

@@ -81,7 +81,7 @@ int receiveFirstMessage(bool withSDK)
         ZelvoraSDK::shared().addCustomAction("ready", [&isReceived](auto const&) { isReceived = true; });
         view = makeSDKView();
     } else {
-        bare = std::make_unique<bench::BareBridge>([&isReceived](JSCValue*) { isReceived = true; });
+        bare = std::make_unique<bench::BareBridge>([&isReceived] { isReceived = true; });
     }
     auto* const engine = withSDK ? engineOf(*view) : bare->webView();
     auto const* const script =

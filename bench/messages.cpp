@@ -87,26 +87,15 @@ private:
     examples::Page m_page { gtk::webKitWebViewOf(*m_view) };
 };
 
-void compareMany(Receiver& receiver, std::string const& name, std::string const& body)
+/// Posts so many messages in each round, with the handler `reference` for comparison.
+void compare(Receiver& receiver, std::string const& name, std::string const& body, int count = 1,
+    std::string const& reference = "bare")
 {
-    constexpr int count = 300;
-    bench::Comparison(101, 1).printTimes(
-        name, [&] { return receiver.secondsOf("converted", body, count); }, "a handler that does nothing",
-        [&] { return receiver.secondsOf("bare", body, count); });
-}
-
-void compareLarge(Receiver& receiver, std::string const& name, std::string const& body)
-{
-    bench::Comparison(21, 1).printTimes(
-        name, [&] { return receiver.secondsOf("converted", body, 1); }, "a handler that does nothing",
-        [&] { return receiver.secondsOf("bare", body, 1); });
-}
-
-void compareText(Receiver& receiver, std::string const& name, std::string const& body)
-{
-    bench::Comparison(21, 1).printTimes(
-        name, [&] { return receiver.secondsOf("converted", body, 1); }, "a handler that reads it",
-        [&] { return receiver.secondsOf("reading", body, 1); });
+    bench::Comparison(count > 1 ? 101 : 21, 1)
+        .printTimes(
+            name, [&] { return receiver.secondsOf("converted", body, count); },
+            reference == "bare" ? "a handler that does nothing" : "a handler that reads it",
+            [&] { return receiver.secondsOf(reference, body, count); });
 }
 
 }
@@ -118,16 +107,20 @@ int main()
     gtk::install({ .bundleIdentifier = "com.zelvora.bench", .appName = "Bench", .dataDirectory = folder.path() });
     Receiver receiver;
     std::fprintf(stderr, "Receiving a message\n");
-    compareMany(receiver, "a message to close", "{ action: 'close' }");
-    compareMany(receiver, "a message to store a text", "{ action: 'setItem', key: 'cart', value: 'tea', expire: 60 }");
-    compareMany(receiver, "a message with an event of five members",
+    constexpr int many = 300;
+    compare(receiver, "a message to close", "{ action: 'close' }", many);
+    compare(
+        receiver, "a message to store a text", "{ action: 'setItem', key: 'cart', value: 'tea', expire: 60 }", many);
+    compare(receiver, "a message with an event of five members",
         "{ action: 'saveEvent', data: { eventId: 'product_view', productId: 'moon-jar', price: 89000, "
-        "page: '/v1/product.html', number: 7 } }");
-    compareLarge(
+        "page: '/v1/product.html', number: 7 } }",
+        many);
+    compare(
         receiver, "a message of 10,000 objects", "Array.from({ length: 10000 }, (_, n) => ({ n, text: 'text' + n }))");
-    compareLarge(receiver, "a message of 50,000 texts", "Array.from({ length: 50000 }, (_, n) => 'text' + n)");
-    compareLarge(receiver, "a message of 50,000 numbers", "Array.from({ length: 50000 }, (_, n) => n / 3)");
-    compareText(receiver, "a message with a text of a million letters", "{ data: 'x'.repeat(1000000) }");
-    compareText(receiver, "a message with a million letters of Korean", "{ data: '\\ub2ec'.repeat(1000000) }");
+    compare(receiver, "a message of 50,000 texts", "Array.from({ length: 50000 }, (_, n) => 'text' + n)");
+    compare(receiver, "a message of 50,000 numbers", "Array.from({ length: 50000 }, (_, n) => n / 3)");
+    compare(receiver, "a message with a text of a million letters", "{ data: 'x'.repeat(1000000) }", 1, "reading");
+    compare(
+        receiver, "a message with a million letters of Korean", "{ data: '\\ub2ec'.repeat(1000000) }", 1, "reading");
     return EXIT_SUCCESS;
 }

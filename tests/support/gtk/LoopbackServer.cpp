@@ -7,6 +7,10 @@ namespace zelvora::tests {
 
 namespace {
 
+// Without this variable, libsoup's server does not offer HTTP/2. It is set before main(), because a variable that is
+// added later moves the environment while other threads read it.
+[[maybe_unused]] bool const offersHTTP2 = g_setenv("SOUP_SERVER_HTTP2", "1", TRUE) != FALSE;
+
 ReceivedRequest read(SoupServerMessage* message)
 {
     ReceivedRequest request { .method = soup_server_message_get_method(message), .headers = {}, .body = {} };
@@ -79,8 +83,6 @@ void LoopbackServer::listen(std::optional<Identity> const& identity)
     gtk::GErrorPlace error;
     gtk::GObjectPointer<GTlsCertificate> certificate;
     if (identity) {
-        // Without this, libsoup's server does not offer HTTP/2.
-        g_setenv("SOUP_SERVER_HTTP2", "1", TRUE);
         std::string const pem = identity->certificatePEM + identity->keyPEM;
         certificate.reset(g_tls_certificate_new_from_pem(pem.data(), static_cast<gssize>(pem.size()), error.out()));
         if (error)

@@ -17,6 +17,9 @@ using Status = platform::ATTrackingAuthorizationStatus;
 
 class TrackingDialogTest : public testing::Test {
 protected:
+    // A variable that is there can change while other threads read the environment; one that is added moves it.
+    static void SetUpTestSuite() { setenv("LANGUAGE", "", 0); }
+
     void SetUp() override
     {
         m_harness.show(std::make_shared<platform::UIViewController>());

@@ -5,6 +5,7 @@
 #include "ZelvoraAdapters/gtk/UIKit/UIViewControllerPeer.h"
 #include "ZelvoraAdapters/gtk/UIKit/takeOutOfItsPlace.h"
 #include "ZelvoraAdapters/shared/Layout/LayoutSolver.h"
+#include "ZelvoraAdapters/shared/Layout/rootOf.h"
 #include "ZelvoraAdapters/shared/Screens/GestureArbitration.h"
 #include "ZelvoraPlatform/UIKit/UIGestureRecognizer.h"
 
@@ -20,14 +21,6 @@ using platform::UIColor;
 using platform::UIView;
 
 namespace {
-
-UIView& rootOf(UIView& view)
-{
-    auto* root = &view;
-    while (root->superview())
-        root = root->superview();
-    return *root;
-}
 
 CGRect between(CGRect const& from, CGRect const& to, double progress)
 {
@@ -168,7 +161,7 @@ void UIViewPeer::deactivate(NSLayoutConstraint const& constraint)
 
 void UIViewPeer::layoutIfNeeded()
 {
-    of(rootOf(m_owner)).layOutTree();
+    of(shared::rootOf(m_owner)).layOutTree();
 }
 
 void UIViewPeer::addGestureRecognizer(platform::UIGestureRecognizer&)
@@ -283,7 +276,7 @@ void UIViewPeer::setShownFrame(CGRect frame)
     m_shownFrame = frame;
     auto* superview = m_owner.superview();
     // During an allocation the superview is about to be allocated anyway.
-    if (superview && !of(rootOf(*superview)).m_isAllocating)
+    if (superview && !of(shared::rootOf(*superview)).m_isAllocating)
         gtk_widget_queue_allocate(of(*superview).m_canvas);
 }
 

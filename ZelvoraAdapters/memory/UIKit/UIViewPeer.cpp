@@ -3,6 +3,7 @@
 #include "ZelvoraAdapters/memory/UIKit/Screen.h"
 #include "ZelvoraAdapters/shared/Layout/LayoutSolver.h"
 #include "ZelvoraAdapters/shared/Layout/anchorText.h"
+#include "ZelvoraAdapters/shared/Layout/rootOf.h"
 #include "ZelvoraPlatform/fatalError.h"
 
 #include <utility>
@@ -13,14 +14,6 @@ using platform::CGRect;
 using platform::UIView;
 
 namespace {
-
-UIView& rootOf(UIView& view)
-{
-    auto* root = &view;
-    while (root->superview())
-        root = root->superview();
-    return *root;
-}
 
 std::string flag(char const* call, bool value)
 {
@@ -121,7 +114,7 @@ void UIViewPeer::deactivate(platform::NSLayoutConstraint const& constraint)
 void UIViewPeer::layoutIfNeeded()
 {
     record("layoutIfNeeded");
-    of(rootOf(m_owner)).layOutTree();
+    of(shared::rootOf(m_owner)).layOutTree();
 }
 
 void UIViewPeer::addGestureRecognizer(platform::UIGestureRecognizer&)

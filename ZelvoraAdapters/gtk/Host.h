@@ -57,7 +57,8 @@ ZELVORA_API void prewarm();
 /// takes the top screen off. It has no bar of its own.
 ///
 /// A screen that is being dragged is off the stack from the beginning of the drag; it is back on the stack if the drag
-/// ends too early.
+/// ends too early, unless it was shown elsewhere meanwhile. A first screen that is on a stack already stops the
+/// process.
 [[nodiscard]] ZELVORA_API std::shared_ptr<platform::UINavigationController> makeNavigationController(
     std::shared_ptr<platform::UIViewController> rootViewController);
 

@@ -16,7 +16,8 @@ public:
     /// From the bottom of the stack to its top.
     [[nodiscard]] virtual std::vector<std::shared_ptr<UIViewController>> viewControllers() const = 0;
     /// Puts the controller on top: its view is loaded, then the covered screen's `viewWillDisappear` is called. The
-    /// controller must not be null, on a stack or presented.
+    /// controller must not be null, on a stack or presented; otherwise this stops the process. A popped screen is on
+    /// its stack until its `viewWillDisappear` has returned.
     virtual void pushViewController(std::shared_ptr<UIViewController> controller, Animated animated) = 0;
     /// Takes the top controller off, unless it is the only one. It still knows its stack in its `viewWillDisappear`.
     virtual void popViewController(Animated animated) = 0;

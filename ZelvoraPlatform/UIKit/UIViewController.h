@@ -35,7 +35,8 @@ public:
         virtual void setModalPresentationStyle(UIModalPresentationStyle style) = 0;
         /// Shows the controller over the owner's window and owns it until it is dismissed. The navigation stack
         /// presents for an owner that is on one. If the presenter presents another already or is in no window, the
-        /// adapter logs that and does nothing. The controller must not be null or on screen.
+        /// adapter logs that and does nothing. The controller must not be null or on screen; otherwise this stops the
+        /// process. A popped screen is on its stack until its `viewWillDisappear` has returned.
         virtual void present(std::shared_ptr<UIViewController> presented, Animated animated) = 0;
         /// Ends the presentation that the owner made, together with those above it. If it made none, ends the one that
         /// shows the owner or the navigation stack that it is on. Otherwise does nothing.

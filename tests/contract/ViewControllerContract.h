@@ -19,6 +19,8 @@ namespace zelvora::tests {
 ///         std::shared_ptr<platform::UIViewController> root);
 ///     // Runs the adapter until `done` returns true; false after half a minute.
 ///     bool runUntil(std::function<bool()> const& done);
+///
+/// The tests of what stops the process run the program once more for each call that does.
 template<typename Harness>
 class ViewControllerContract : public testing::Test {
 protected:
@@ -300,6 +302,52 @@ TYPED_TEST_P(ViewControllerContract, AStackCoveredByAPresentationTellsItsTopScre
     EXPECT_TRUE(this->takeEvents().empty());
 }
 
+TYPED_TEST_P(ViewControllerContract, PushingNothingOrWhatHasAPlaceStopsTheProcess)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    this->showStack();
+    auto const shop = this->makeScreen("shop");
+    auto const presented = this->makeScreen("presented");
+    this->m_stack->pushViewController(shop, this->No);
+    shop->present(presented, this->No);
+    EXPECT_DEATH(this->m_stack->pushViewController(nullptr, this->No), "");
+    EXPECT_DEATH(this->m_stack->pushViewController(shop, this->No), "");
+    EXPECT_DEATH(this->m_stack->pushViewController(this->m_home, this->No), "");
+    EXPECT_DEATH(this->m_stack->pushViewController(presented, this->No), "");
+    EXPECT_DEATH(this->m_stack->pushViewController(this->m_stack, this->No), "");
+    EXPECT_DEATH(this->m_harness.makeNavigationController(shop), "");
+}
+
+TYPED_TEST_P(ViewControllerContract, PresentingNothingOrWhatHasAPlaceStopsTheProcess)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    this->showStack();
+    auto const shop = this->makeScreen("shop");
+    auto const presented = this->makeScreen("presented");
+    this->m_stack->pushViewController(shop, this->No);
+    EXPECT_DEATH(shop->present(nullptr, this->No), "");
+    EXPECT_DEATH(shop->present(shop, this->No), "");
+    EXPECT_DEATH(shop->present(this->m_home, this->No), "");
+    EXPECT_DEATH(shop->present(this->m_stack, this->No), "");
+    shop->present(presented, this->No);
+    EXPECT_DEATH(presented->present(presented, this->No), "");
+    EXPECT_DEATH(presented->present(shop, this->No), "");
+    EXPECT_DEATH(presented->present(this->m_stack, this->No), "");
+}
+
+TYPED_TEST_P(ViewControllerContract, AScreenThatHasLeftIsShownAgain)
+{
+    this->showStack();
+    auto const shop = this->makeFullScreen("shop");
+    for (auto const animated : { this->No, this->Yes }) {
+        this->m_stack->pushViewController(shop, animated);
+        this->m_stack->popViewController(animated);
+        this->m_stack->pushViewController(shop, animated);
+        EXPECT_EQ(shop->navigationController(), this->m_stack);
+        this->m_stack->popViewController(animated);
+    }
+}
+
 TYPED_TEST_P(ViewControllerContract, ScreensOpenedAndClosedManyTimesLeaveNothingBehind)
 {
     this->showStack();
@@ -326,6 +374,7 @@ REGISTER_TYPED_TEST_SUITE_P(ViewControllerContract, APushedScreenLoadsKnowingIts
     OnlyOnePresentationIsMadeAtATime, DismissingAScreenEndsAllPresentationsAboveIt, DismissingAPushedScreenDoesNothing,
     ScreensThatEndTogetherAreToldFromTheTopDown, AScreenBeingDismissedMayDismissTheOneBelow,
     DismissingAScreenOfAPresentedStackEndsTheStack, AStackCoveredByAPresentationTellsItsTopScreen,
-    ScreensOpenedAndClosedManyTimesLeaveNothingBehind);
+    PushingNothingOrWhatHasAPlaceStopsTheProcess, PresentingNothingOrWhatHasAPlaceStopsTheProcess,
+    AScreenThatHasLeftIsShownAgain, ScreensOpenedAndClosedManyTimesLeaveNothingBehind);
 
 }

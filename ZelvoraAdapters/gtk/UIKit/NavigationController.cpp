@@ -3,6 +3,7 @@
 #include "ZelvoraAdapters/gtk/UIKit/EdgePan.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewControllerPeer.h"
 #include "ZelvoraAdapters/gtk/UIKit/View.h"
+#include "ZelvoraAdapters/shared/Screens/expectFreeScreen.h"
 
 #include <algorithm>
 #include <utility>
@@ -89,6 +90,8 @@ private:
 std::shared_ptr<NavigationController> NavigationController::create(std::shared_ptr<UIViewController> rootViewController)
 {
     std::shared_ptr<NavigationController> navigation(new NavigationController);
+    // A window's content may become the first screen of the stack that takes its place.
+    shared::expectFreeToPush(rootViewController.get(), *navigation, [](UIViewController const&) { return false; });
     UIViewControllerPeer::of(*rootViewController).setNavigationController(navigation);
     navigation->m_stack.push_back(std::move(rootViewController));
     return navigation;
@@ -126,6 +129,7 @@ std::vector<std::shared_ptr<UIViewController>> NavigationController::viewControl
 void NavigationController::pushViewController(std::shared_ptr<UIViewController> controller, Animated animated)
 {
     settle();
+    shared::expectFreeToPush(controller.get(), *this, UIViewControllerPeer::isShown);
     UIViewControllerPeer::of(*controller)
         .setNavigationController(std::static_pointer_cast<UINavigationController>(shared_from_this()));
     auto const covered = m_stack.back();
@@ -192,6 +196,7 @@ std::shared_ptr<UIViewController> NavigationController::takeTop(Animated animate
         (void)showPage(*m_stack.back());
         // A page that is made only now would be on top of the leaving one.
         gtk_widget_insert_before(widgetOf(*leaving), m_stage.widget(), nullptr);
+        m_stage.setLeaving(widgetOf(*leaving));
     }
     // The hook may have ended the window.
     if (UIViewControllerPeer::of(*this).isOnScreen())
@@ -218,6 +223,7 @@ void NavigationController::slideBackIn()
     auto& peer = UIViewControllerPeer::of(*returning);
     peer.setNavigationController(std::static_pointer_cast<UINavigationController>(shared_from_this()));
     m_stack.push_back(returning);
+    m_stage.add(widgetOf(*returning));
     UIViewControllerPeer::of(*covered).willDisappear(Animated::Yes);
     if (UIViewControllerPeer::of(*this).isOnScreen())
         peer.didAppear();
@@ -251,7 +257,8 @@ void NavigationController::popDidEnd(bool isCompleted)
 {
     if (!m_dragged)
         return;
-    if (isCompleted)
+    // It may have been shown elsewhere since.
+    if (isCompleted || !m_stage.has(widgetOf(*m_dragged)))
         slideOut(std::exchange(m_dragged, nullptr), Animated::Yes);
     else
         slideBackIn();

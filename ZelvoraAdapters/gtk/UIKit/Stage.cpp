@@ -29,9 +29,16 @@ Stage::~Stage()
 
 void Stage::add(GtkWidget* page)
 {
-    if (find(page))
+    if (auto* found = find(page)) {
+        found->isLeaving = false;
         return;
-    m_pages.push_back({ page, {} });
+    }
+    if (isLeaving(page)) {
+        auto* left = around(page);
+        left->finishSlide();
+        left->remove(page);
+    }
+    m_pages.push_back({ .widget = page, .offset = {} });
     gtk_widget_insert_before(page, m_canvas, nullptr);
     gtk_widget_set_child_visible(page, TRUE);
 }
@@ -43,6 +50,19 @@ void Stage::remove(GtkWidget* page)
         m_measuredPage = nullptr;
     if (gtk_widget_get_parent(page) == m_canvas)
         gtk_widget_unparent(page);
+}
+
+void Stage::setLeaving(GtkWidget* page)
+{
+    if (auto* found = find(page))
+        found->isLeaving = true;
+}
+
+bool Stage::isLeaving(GtkWidget* page)
+{
+    auto* stage = around(page);
+    auto const* found = stage ? stage->find(page) : nullptr;
+    return found && found->isLeaving;
 }
 
 void Stage::setCovered(GtkWidget* page, bool covered)
@@ -90,8 +110,10 @@ CanvasClient::Size Stage::measureCanvas(GtkOrientation orientation, int forSize)
 
 void Stage::allocateCanvas(int width, int height)
 {
-    for (auto const& [page, offset] : m_pages)
-        allocateChild(page, std::round(offset.x * width), std::round(offset.y * height), width, height);
+    for (auto const& page : m_pages) {
+        auto const& [x, y] = page.offset;
+        allocateChild(page.widget, std::round(x * width), std::round(y * height), width, height);
+    }
 }
 
 void Stage::canvasDidEnterWindow()
@@ -109,6 +131,12 @@ void Stage::collectEdgePanTargets(std::vector<EdgePanTarget>& targets)
 {
     if (m_collectTargets)
         m_collectTargets(targets);
+}
+
+Stage* Stage::around(GtkWidget* page)
+{
+    auto* parent = gtk_widget_get_parent(page);
+    return parent ? dynamic_cast<Stage*>(canvasClient(parent)) : nullptr;
 }
 
 Stage::Page* Stage::find(GtkWidget* page)

@@ -11,7 +11,7 @@ namespace zelvora::gtk {
 
 /// A canvas of pages on top of one another, each as large as the stage, that slide in and out one at a time. Main
 /// thread.
-class Stage final : private CanvasClient {
+class Stage final : public CanvasClient {
 public:
     /// A page's distance from its place, in widths to the right and heights downwards.
     struct Offset {
@@ -33,9 +33,15 @@ public:
     /// Adds the targets of drags that start at the stage's left edge.
     void setCollectTargets(CollectTargets collect) { m_collectTargets = std::move(collect); }
 
-    /// Puts a page on top; a page that is on the stage already stays in its place. The page must have no other parent.
+    /// Puts a page on top; a page that is on the stage already stays in its place. A page that is leaving another stage
+    /// is off that at once. The page must have no other parent.
     void add(GtkWidget* page);
     void remove(GtkWidget* page);
+    [[nodiscard]] bool has(GtkWidget* page) { return find(page) != nullptr; }
+    /// From now until it is removed, or added again, the page is only still seen to leave.
+    void setLeaving(GtkWidget* page);
+    /// Whether the page is leaving the stage that it is on.
+    [[nodiscard]] static bool isLeaving(GtkWidget* page);
     /// A covered page neither draws nor receives events.
     void setCovered(GtkWidget* page, bool covered);
     void place(GtkWidget* page, Offset offset);
@@ -49,6 +55,7 @@ private:
     struct Page {
         GtkWidget* widget = nullptr;
         Offset offset;
+        bool isLeaving = false;
     };
 
     // CanvasClient
@@ -58,6 +65,7 @@ private:
     void canvasWasUnmapped() override;
     void collectEdgePanTargets(std::vector<EdgePanTarget>& targets) override;
 
+    [[nodiscard]] static Stage* around(GtkWidget* page);
     [[nodiscard]] Page* find(GtkWidget* page);
 
     GtkWidget* m_canvas;

@@ -1,7 +1,9 @@
 #include "ZelvoraAdapters/gtk/UIKit/UIViewControllerPeer.h"
 
+#include "ZelvoraAdapters/gtk/UIKit/Stage.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewPeer.h"
 #include "ZelvoraAdapters/gtk/UIKit/WindowPresentations.h"
+#include "ZelvoraAdapters/shared/Screens/outermost.h"
 
 #include <utility>
 
@@ -60,6 +62,13 @@ GtkWindow* UIViewControllerPeer::window() const
     return GTK_IS_WINDOW(root) ? GTK_WINDOW(root) : nullptr;
 }
 
+bool UIViewControllerPeer::isShown(UIViewController const& controller)
+{
+    auto const& peer = of(controller);
+    auto const view = peer.m_view.lock();
+    return peer.window() && !(view && Stage::isLeaving(UIViewPeer::of(*view).widget()));
+}
+
 void UIViewControllerPeer::warnIfWindowIsHidden() const
 {
     auto* const shownIn = window();
@@ -107,10 +116,7 @@ std::shared_ptr<UIView> UIViewControllerPeer::makeView()
 
 UIViewControllerPeer& UIViewControllerPeer::outermost()
 {
-    auto* peer = this;
-    while (auto const navigation = peer->m_navigation.lock())
-        peer = &of(*navigation);
-    return *peer;
+    return of(shared::outermost(m_owner));
 }
 
 GtkWidget* widgetOf(UIViewController& controller)

@@ -39,6 +39,8 @@ public:
 
     /// The window that the screen is in, or nullptr.
     [[nodiscard]] virtual GtkWindow* window() const;
+    /// Whether the controller is in a window or is one, and is not only still seen to leave.
+    [[nodiscard]] static bool isShown(platform::UIViewController const& controller);
     /// Warns if that window is hidden, in which nobody sees what is put on screen.
     void warnIfWindowIsHidden() const;
 

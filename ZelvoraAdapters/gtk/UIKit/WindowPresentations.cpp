@@ -3,6 +3,7 @@
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewControllerPeer.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewPeer.h"
+#include "ZelvoraAdapters/shared/Screens/expectFreeScreen.h"
 
 #include <cstddef>
 #include <utility>
@@ -53,16 +54,15 @@ void WindowPresentations::present(
 {
     enterWindow();
     auto const level = levelOf(presenter);
-    auto const& peer = UIViewControllerPeer::of(*presented);
-    if (!level || !m_chain.mayPresent(*level) || peer.window()) {
-        g_log("Zelvora", G_LOG_LEVEL_WARNING,
-            "Presentation ignored: the presenter is covered or presents already, or the screen is in a window");
+    if (!level || !m_chain.mayPresent(*level)) {
+        g_log("Zelvora", G_LOG_LEVEL_WARNING, "Presentation ignored: the presenter is covered or presents already");
         return;
     }
+    shared::expectFreeToPresent(presented.get(), presenter.owner(), UIViewControllerPeer::isShown);
     // A hook may end the window, and this with it.
     auto const window = retain(m_window);
     m_stage.finishSlide();
-    m_chain.present(*level, presented, peer.modalPresentationStyle(), animated);
+    m_chain.present(*level, presented, UIViewControllerPeer::of(*presented).modalPresentationStyle(), animated);
 }
 
 void WindowPresentations::dismiss(UIViewControllerPeer& presenter, Animated animated)
@@ -140,6 +140,11 @@ void WindowPresentations::letGo(Screen const& screen)
 {
     m_stage.remove(widgetOf(*screen));
     releaseLater(screen);
+}
+
+void WindowPresentations::didRemove(Screen const& screen, Animated)
+{
+    m_stage.setLeaving(widgetOf(*screen));
 }
 
 void WindowPresentations::contentWillDisappear(Animated animated)

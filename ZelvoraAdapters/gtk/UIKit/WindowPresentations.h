@@ -46,7 +46,7 @@ private:
 
     // shared::PresentationChain::Client
     void didAdd(Screen const&, platform::Animated) override { }
-    void didRemove(Screen const&, platform::Animated) override { }
+    void didRemove(Screen const& screen, platform::Animated animated) override;
     void contentWillDisappear(platform::Animated animated) override;
     void screenWillDisappear(platform::UIViewController& screen, platform::Animated animated) override;
     void show(Screen const& screen, Level presenter, platform::Animated animated) override;

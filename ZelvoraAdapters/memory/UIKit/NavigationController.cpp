@@ -2,7 +2,7 @@
 
 #include "ZelvoraAdapters/memory/UIKit/Screen.h"
 #include "ZelvoraAdapters/memory/UIKit/UIViewControllerPeer.h"
-#include "ZelvoraPlatform/fatalError.h"
+#include "ZelvoraAdapters/shared/Screens/expectFreeScreen.h"
 
 #include <utility>
 
@@ -50,9 +50,8 @@ std::vector<std::shared_ptr<platform::UIViewController>> NavigationController::v
 void NavigationController::pushViewController(
     std::shared_ptr<platform::UIViewController> controller, platform::Animated animated)
 {
+    shared::expectFreeToPush(controller.get(), *this, UIViewControllerPeer::isShown);
     auto& controllerPeer = UIViewControllerPeer::of(*controller);
-    if (controllerPeer.navigationController() || controllerPeer.presentingViewController() || controller.get() == this)
-        platform::fatalError("a controller was pushed that is on screen already");
     auto const covered = topViewController();
     bool const wasOnScreen = covered && UIViewControllerPeer::of(*covered).isOnScreen();
     m_stack.push_back(controller);

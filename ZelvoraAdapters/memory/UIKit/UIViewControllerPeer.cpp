@@ -2,6 +2,8 @@
 
 #include "ZelvoraAdapters/memory/UIKit/Screen.h"
 #include "ZelvoraAdapters/memory/UIKit/UIViewPeer.h"
+#include "ZelvoraAdapters/shared/Screens/expectFreeScreen.h"
+#include "ZelvoraAdapters/shared/Screens/outermost.h"
 #include "ZelvoraPlatform/UIKit/UINavigationController.h"
 #include "ZelvoraPlatform/fatalError.h"
 
@@ -55,6 +57,12 @@ bool UIViewControllerPeer::isOnScreen() const
     return base.m_presentations.isOnScreen(level);
 }
 
+bool UIViewControllerPeer::isShown(UIViewController const& controller)
+{
+    auto const& shown = of(controller);
+    return shown.place().level > 0 || !shown.m_presentations.isEmpty();
+}
+
 std::shared_ptr<UIView> UIViewControllerPeer::loadView()
 {
     auto view = std::make_shared<UIView>(m_screen.bounds());
@@ -75,13 +83,11 @@ void UIViewControllerPeer::present(std::shared_ptr<UIViewController> presented, 
         m_screen.complain("A controller was asked to present another while it presents one already.");
         return;
     }
-    auto const& added = of(*presented);
-    bool const isPresenting = &added == &outermost() || !added.m_presentations.isEmpty();
-    if (added.m_base || added.navigationController() || isPresenting)
-        platform::fatalError("a controller was presented that is on screen already");
+    shared::expectFreeToPresent(presented.get(), m_owner, isShown);
+    auto const style = of(*presented).m_style;
     // A hook may release the base.
     auto const kept = base.m_owner.weak_from_this().lock();
-    presentations.present(level, std::move(presented), added.m_style, animated);
+    presentations.present(level, std::move(presented), style, animated);
 }
 
 void UIViewControllerPeer::dismiss(Animated animated)
@@ -115,15 +121,14 @@ void UIViewControllerPeer::screenWillDisappear(UIViewController& screen, Animate
 
 void UIViewControllerPeer::hide(shared::PresentationChain::Screen const& screen, Animated)
 {
-    of(*screen).m_base = nullptr;
+    // Its hook may have presented it elsewhere.
+    if (of(*screen).m_base == this)
+        of(*screen).m_base = nullptr;
 }
 
 UIViewControllerPeer& UIViewControllerPeer::outermost() const
 {
-    auto* outermost = &of(m_owner);
-    while (auto const navigation = outermost->m_navigation.lock())
-        outermost = &of(*navigation);
-    return *outermost;
+    return of(shared::outermost(m_owner));
 }
 
 UIViewControllerPeer::Place UIViewControllerPeer::place() const

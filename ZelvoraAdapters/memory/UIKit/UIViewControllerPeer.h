@@ -42,6 +42,8 @@ public:
 
     /// For the adapter itself.
     /// @{
+    /// Whether the controller is presented or presents another.
+    [[nodiscard]] static bool isShown(platform::UIViewController const& controller);
     void setNavigationController(std::weak_ptr<platform::UINavigationController> navigation)
     {
         m_navigation = std::move(navigation);

@@ -100,14 +100,21 @@ void PresentationChain::end(Level level, Animated animated)
 
     for (auto const& entry : ended) {
         if (&entry != &ended.back())
-            m_client.hide(entry.screen, Animated::No);
+            hideUnlessPresented(entry.screen, Animated::No);
     }
     // A hook may have ended more, or presented another.
     if (m_entries.size() == level) {
         setOnScreen(level, true);
         m_client.uncover(level);
     }
-    m_client.hide(ended.back().screen, animated);
+    hideUnlessPresented(ended.back().screen, animated);
+}
+
+// A hook may have presented it again.
+void PresentationChain::hideUnlessPresented(Screen const& screen, Animated animated)
+{
+    if (!levelOf(*screen))
+        m_client.hide(screen, animated);
 }
 
 }

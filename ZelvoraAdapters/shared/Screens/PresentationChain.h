@@ -62,7 +62,7 @@ public:
     /// screen, unless a hook has ended the presentation by then. Does nothing unless `mayPresent`.
     void present(Level presenter, Screen screen, platform::UIModalPresentationStyle style, platform::Animated animated);
     /// Ends the presentation by the level, else the presentation of the level, with all screens above it. They leave
-    /// the chain first; then those on the screen are told, from the top down.
+    /// the chain first; then those on the screen are told, from the top down. What a hook presents again stays.
     void dismiss(Level level, platform::Animated animated);
     /// For a window that is destroyed or given other content: empties the chain without telling the screens, and
     /// returns them from the bottom up.
@@ -80,6 +80,7 @@ private:
     void cover(Level level, platform::Animated animated);
     void setOnScreen(Level level, bool onScreen);
     void end(Level level, platform::Animated animated);
+    void hideUnlessPresented(Screen const& screen, platform::Animated animated);
 
     Client& m_client;
     std::vector<Entry> m_entries;

@@ -85,6 +85,7 @@ TEST_F(NavigationControllerTest, PushingWhatIsOnScreenStopsTheProcess)
 {
     EXPECT_DEATH(stack->pushViewController(first, Animated::No), "pushed that is on screen already");
     EXPECT_DEATH(stack->pushViewController(stack, Animated::No), "pushed that is on screen already");
+    EXPECT_DEATH(stack->pushViewController(nullptr, Animated::No), "no controller was pushed");
 }
 
 TEST_F(NavigationControllerTest, ACompletedSwipePopsAndACancelledOneDoesNot)

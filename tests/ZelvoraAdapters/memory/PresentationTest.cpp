@@ -2,7 +2,9 @@
 #include "ZelvoraAdapters/memory/UIKit/ViewController.h"
 #include "tests/ZelvoraAdapters/memory/InstalledPlatform.h"
 
+#include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace zelvora::tests {
@@ -96,6 +98,7 @@ TEST_F(PresentationTest, PresentingWhatIsOnScreenStopsTheProcess)
     auto const other = std::make_shared<ViewController>();
     EXPECT_DEATH(other->present(shop, Animated::No), "presented that is on screen already");
     EXPECT_DEATH(other->present(other, Animated::No), "presented that is on screen already");
+    EXPECT_DEATH(other->present(nullptr, Animated::No), "no controller was presented");
 }
 
 TEST_F(PresentationTest, DismissingEndsWhatIsAboveAndTellsOnlyWhatWasOnScreen)
@@ -136,6 +139,37 @@ TEST_F(PresentationTest, AStackPresentsForItsControllersAndIsDismissedByThem)
     host->dismiss(Animated::Yes);
     EXPECT_EQ(peer(*window).presentedViewController(), nullptr);
     EXPECT_EQ(host->disappearances(), (Flags { Animated::Yes, Animated::Yes }));
+}
+
+TEST_F(PresentationTest, AScreenMayBeShownAgainAsItIsDismissed)
+{
+    struct Returning final : ViewController {
+        void viewWillDisappear(Animated animated) override
+        {
+            ViewController::viewWillDisappear(animated);
+            if (auto const act = std::exchange(actOnDisappearance, nullptr))
+                act();
+        }
+        std::function<void()> actOnDisappearance;
+    };
+    auto const returning = std::make_shared<Returning>();
+    auto const other = std::make_shared<ViewController>();
+    auto const stack = std::make_shared<memory::NavigationController>();
+
+    host->present(returning, Animated::No);
+    returning->actOnDisappearance = [&] { host->present(returning, Animated::No); };
+    returning->dismiss(Animated::No);
+    EXPECT_EQ(peer(*returning).presentingViewController(), host.get());
+
+    returning->actOnDisappearance = [&] { other->present(returning, Animated::No); };
+    returning->dismiss(Animated::No);
+    EXPECT_EQ(peer(*returning).presentingViewController(), other.get());
+    EXPECT_EQ(peer(*host).presentedViewController(), nullptr);
+
+    returning->actOnDisappearance = [&] { stack->pushViewController(returning, Animated::No); };
+    returning->dismiss(Animated::No);
+    EXPECT_EQ(returning->navigationController(), stack);
+    EXPECT_EQ(peer(*other).presentedViewController(), nullptr);
 }
 
 TEST_F(PresentationTest, AHookThatDismissesOnceMoreEndsNothingElse)

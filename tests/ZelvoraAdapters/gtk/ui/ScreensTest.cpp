@@ -69,6 +69,46 @@ protected:
         (void)takeEvents();
     }
 
+    struct Place {
+        std::function<void()> show;
+        std::shared_ptr<platform::UIViewController> covered;
+    };
+    std::vector<Place> placesOfTheShop()
+    {
+        return {
+            { [this] { m_stack->pushViewController(m_shop, Animated::Yes); }, m_home },
+            { [this] { m_stack->present(m_shop, Animated::Yes); }, m_home },
+            { [this] { m_secondStack->pushViewController(m_shop, Animated::Yes); }, m_secondHome },
+            { [this] { m_secondStack->present(m_shop, Animated::Yes); }, m_secondHome },
+        };
+    }
+
+    void showSecondWindow()
+    {
+        auto* window = GTK_WINDOW(gtk_window_new());
+        gtk::setRootViewController(window, m_secondStack);
+        gtk_window_present(window);
+        EXPECT_TRUE(m_harness.runUntil([this] { return isMapped(*m_secondStack); }));
+    }
+
+    // When every slide is over, of which the one that covers is the last.
+    void expectShownOver(platform::UIViewController& covered)
+    {
+        EXPECT_TRUE(m_harness.runUntil([&] { return !isMapped(covered); }));
+        EXPECT_TRUE(m_harness.runUntil([turns = 0]() mutable { return ++turns > 3; }));
+        EXPECT_TRUE(isMapped(*m_shop));
+    }
+
+    void hideShop()
+    {
+        if (auto const stack = m_shop->navigationController())
+            stack->popViewController(Animated::No);
+        else
+            m_shop->dismiss(Animated::No);
+        EXPECT_TRUE(
+            m_harness.runUntil([this] { return !isMapped(*m_shop) && isMapped(*m_home) && isMapped(*m_secondHome); }));
+    }
+
     bool isMapped(platform::UIViewController& screen) { return gtk_widget_get_mapped(gtk::widgetOf(screen.view())); }
 
     Events takeEvents() { return m_record.takeNew(); }
@@ -77,6 +117,8 @@ protected:
     GtkHarness m_harness;
     std::shared_ptr<platform::UIViewController> m_home = gtk::wrapScreen(gtk_label_new("home"));
     std::shared_ptr<platform::UINavigationController> m_stack = gtk::makeNavigationController(m_home);
+    std::shared_ptr<platform::UIViewController> m_secondHome = gtk::wrapScreen(gtk_label_new("second"));
+    std::shared_ptr<platform::UINavigationController> m_secondStack = gtk::makeNavigationController(m_secondHome);
     std::shared_ptr<ShopScreen> m_shop = std::make_shared<ShopScreen>("shop", m_record);
 };
 
@@ -176,6 +218,58 @@ TEST_F(ScreensTest, APresentationCoversTheWindowsContent)
     EXPECT_TRUE(isMapped(*m_home));
     EXPECT_TRUE(m_harness.runUntil([&] { return !isMapped(*m_shop); }));
     EXPECT_EQ(takeEvents(), (Events { "shop did load", "shop will disappear, animated" }));
+}
+
+TEST_F(ScreensTest, AScreenThatIsStillSeenToBeDismissedIsShownAgain)
+{
+    showSecondWindow();
+    for (auto const& [show, covered] : placesOfTheShop()) {
+        m_stack->present(m_shop, Animated::No);
+        m_shop->dismiss(Animated::Yes);
+        show();
+        expectShownOver(*covered);
+        hideShop();
+    }
+}
+
+TEST_F(ScreensTest, AScreenIsShownAgainAsItIsToldOfItsDismissal)
+{
+    showSecondWindow();
+    for (auto const& [show, covered] : placesOfTheShop()) {
+        m_stack->present(m_shop, Animated::No);
+        m_shop->actOnDisappearance = show;
+        m_shop->dismiss(Animated::Yes);
+        expectShownOver(*covered);
+        hideShop();
+    }
+}
+
+TEST_F(ScreensTest, AScreenThatIsStillSeenToBePoppedIsShownAgain)
+{
+    showSecondWindow();
+    for (auto const& [show, covered] : placesOfTheShop()) {
+        m_stack->pushViewController(m_shop, Animated::No);
+        m_stack->popViewController(Animated::Yes);
+        show();
+        expectShownOver(*covered);
+        hideShop();
+    }
+}
+
+TEST_F(ScreensTest, AScreenThatIsShownElsewhereWhileItIsDraggedStaysThere)
+{
+    using State = platform::UIGestureRecognizerState;
+    showSecondWindow();
+    for (auto const last : { State::Ended, State::Cancelled }) {
+        m_stack->pushViewController(m_shop, Animated::No);
+        m_stack->interactivePopGestureRecognizer()->recognize(State::Began);
+        m_secondStack->pushViewController(m_shop, Animated::No);
+        m_stack->interactivePopGestureRecognizer()->recognize(last);
+        EXPECT_EQ(m_stack->viewControllers().size(), 1U);
+        EXPECT_EQ(m_shop->navigationController(), m_secondStack);
+        expectShownOver(*m_secondHome);
+        hideShop();
+    }
 }
 
 TEST_F(ScreensTest, AWindowThatIsDestroyedTakesItsScreensWithIt)

@@ -82,6 +82,31 @@ TEST_F(WrongUseTest, NoControllerIsNoStackAndNoContentOfAWindow)
             "gtk::setRootViewController was given no controller", "gtk::setRootViewController was given no window" }));
 }
 
+TEST_F(WrongUseTest, AScreenThatHasAPlaceIsNeitherPushedNorPresented)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    auto const home = gtk::wrapScreen(gtk_label_new("home"));
+    auto const stack = gtk::makeNavigationController(home);
+    auto const window = gtk::wrapWindow(m_harness.window());
+    auto const pushedOnScreen = "Fatal error: a controller was pushed that is on screen already";
+    EXPECT_DEATH(stack->pushViewController(nullptr, platform::Animated::No), "Fatal error: no controller was pushed");
+    EXPECT_DEATH(stack->pushViewController(home, platform::Animated::No), pushedOnScreen);
+    EXPECT_DEATH((void)gtk::makeNavigationController(home), pushedOnScreen);
+    EXPECT_DEATH(window->present(nullptr, platform::Animated::No), "Fatal error: no controller was presented");
+    EXPECT_DEATH(window->present(home, platform::Animated::No),
+        "Fatal error: a controller was presented that is on screen already");
+}
+
+TEST_F(WrongUseTest, APresenterThatPresentsAlreadyPresentsNothingElse)
+{
+    m_harness.show(gtk::wrapScreen(gtk_label_new("home")));
+    auto const window = gtk::wrapWindow(m_harness.window());
+    auto const screen = gtk::wrapScreen(gtk_label_new("screen"));
+    window->present(screen, platform::Animated::No);
+    window->present(screen, platform::Animated::No);
+    EXPECT_EQ(m_warnings.lines(), (Lines { "Presentation ignored: the presenter is covered or presents already" }));
+}
+
 TEST_F(WrongUseTest, AWidgetIsTakenFromTheViewThatShowsItWithAWarning)
 {
     auto* const label = gtk_label_new("header");

@@ -152,6 +152,17 @@ TEST_F(PresentationChainTest, ADismissalTellsWhatLeavesUncoversWhatIsBelowAndHid
     EXPECT_TRUE(events.empty());
 }
 
+TEST_F(PresentationChainTest, AScreenThatItsHookPresentsAgainIsNotHidden)
+{
+    auto const shop = make("shop");
+    presentFullScreen(0, shop);
+    (void)take();
+    shop->actOnDisappearance = [this, shop] { presentFullScreen(0, shop); };
+    chain.dismiss(1, No);
+    EXPECT_EQ(take(), (Events { "remove shop", "tell shop", "add shop", "over 0 show shop" }));
+    EXPECT_EQ(chain.levelOf(*shop), 1U);
+}
+
 TEST_F(PresentationChainTest, ThePresenterEndsWhatItPresentsBeforeItIsEndedItself)
 {
     presentFullScreen(0, make("lower"));

@@ -324,6 +324,17 @@ TEST_F(LaunchTest, TheQueuedPresentationKeepsThePresenterAlive)
     EXPECT_TRUE(weak.expired());
 }
 
+TEST_F(LaunchTest, OfTwoStartsInARowOnABarePresenterOnlyTheFirstPresents)
+{
+    initializeAndFinish();
+    sdk().start(presenter);
+    sdk().start(presenter);
+    platform.runUntilIdle();
+    EXPECT_TRUE(containerPresentedBy(*presenter));
+    EXPECT_EQ(transitions().size(), 1U);
+    EXPECT_EQ(platform.screen().complaints().size(), 1U);
+}
+
 TEST_F(LaunchTest, TwoStartsInARowPushInTheirOrder)
 {
     initializeAndFinish();

@@ -52,11 +52,28 @@ protected:
         auto recognizer = std::make_shared<platform::UIScreenEdgePanGestureRecognizer>(
             edge, [&states](platform::UIScreenEdgePanGestureRecognizer& told) { states.push_back(told.state()); });
         recognizer->setDelegate(m_delegate);
-        m_controller->view().addGestureRecognizer(recognizer);
+        (m_inner ? *m_inner : m_controller->view()).addGestureRecognizer(recognizer);
         return recognizer;
     }
 
-    void drag() { m_harness.dragFromLeftEdge(m_controller->view()); }
+    /// Shows a screen of which a view inside covers all; the next recognizer is that view's.
+    void showInnerView()
+    {
+        m_inner = std::make_shared<platform::UIView>();
+        m_inner->setTranslatesAutoresizingMaskIntoConstraints(false);
+        auto const screen = std::make_shared<platform::UIViewController>();
+        auto& root = screen->view();
+        root.addSubview(m_inner);
+        platform::NSLayoutConstraint::activate({ m_inner->topAnchor().constraintEqualTo(root.topAnchor()),
+            m_inner->bottomAnchor().constraintEqualTo(root.bottomAnchor()),
+            m_inner->leadingAnchor().constraintEqualTo(root.leadingAnchor()),
+            m_inner->trailingAnchor().constraintEqualTo(root.trailingAnchor()) });
+        root.addGestureRecognizer(m_first);
+        m_controller = screen;
+        m_harness.show(m_controller);
+    }
+
+    void drag() { m_harness.dragFromLeftEdge(m_inner ? *m_inner : m_controller->view()); }
 
     static void expectWholeGesture(std::vector<State> const& states)
     {
@@ -73,6 +90,7 @@ protected:
     std::vector<State> m_firstStates;
     std::vector<State> m_secondStates;
     std::shared_ptr<platform::UIScreenEdgePanGestureRecognizer> m_first;
+    std::shared_ptr<platform::UIView> m_inner;
 };
 
 TYPED_TEST_SUITE_P(GestureContract);
@@ -131,6 +149,28 @@ TYPED_TEST_P(GestureContract, OnlyOneOfTwoRecognizersIsCalledUnlessADelegateAllo
     EXPECT_NE(this->m_firstStates.empty(), this->m_secondStates.empty());
 }
 
+TYPED_TEST_P(GestureContract, TheViewsAroundTheDraggedOneAreAskedToo)
+{
+    this->showInnerView();
+    this->drag();
+    this->expectWholeGesture(this->m_firstStates);
+}
+
+TYPED_TEST_P(GestureContract, AViewIsAskedBeforeThoseAroundIt)
+{
+    this->showInnerView();
+    auto const inner = this->addRecognizer(this->m_secondStates);
+    this->m_delegate->mayShare = false;
+    this->drag();
+    this->expectWholeGesture(this->m_secondStates);
+    EXPECT_TRUE(this->m_firstStates.empty());
+    this->m_delegate->mayShare = true;
+    this->m_secondStates.clear();
+    this->drag();
+    this->expectWholeGesture(this->m_secondStates);
+    EXPECT_EQ(this->m_firstStates, this->m_secondStates);
+}
+
 TYPED_TEST_P(GestureContract, ADelegateIsAskedToBeginBeforeItIsAskedToShare)
 {
     auto const second = this->addRecognizer(this->m_secondStates);
@@ -153,7 +193,8 @@ TYPED_TEST_P(GestureContract, ADelegateIsNotAskedToShareWithARecognizerThatMayNo
 REGISTER_TYPED_TEST_SUITE_P(GestureContract, ADragFromTheLeftEdgeBeginsChangesAndEnds,
     ARecognizerForAnotherEdgeIsNotCalled, TheDelegateMayPreventTheGesture, ADisabledRecognizerIsNotCalled,
     WithoutADelegateARecognizerMayBegin, TwoRecognizersShareAGestureIfADelegateAllowsIt,
-    OnlyOneOfTwoRecognizersIsCalledUnlessADelegateAllowsBoth, ADelegateIsAskedToBeginBeforeItIsAskedToShare,
+    OnlyOneOfTwoRecognizersIsCalledUnlessADelegateAllowsBoth, TheViewsAroundTheDraggedOneAreAskedToo,
+    AViewIsAskedBeforeThoseAroundIt, ADelegateIsAskedToBeginBeforeItIsAskedToShare,
     ADelegateIsNotAskedToShareWithARecognizerThatMayNotBegin);
 
 }

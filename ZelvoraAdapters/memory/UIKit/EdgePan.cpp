@@ -2,12 +2,29 @@
 
 #include "ZelvoraAdapters/shared/Screens/GestureArbitration.h"
 
+#include <memory>
+#include <vector>
+
 namespace zelvora::memory {
 
 namespace {
 
 using enum platform::UIGestureRecognizerState;
 using platform::UIGestureRecognizer;
+using Recognizers = std::vector<std::shared_ptr<UIGestureRecognizer>>;
+
+// Of the view and those around it, the innermost first.
+Recognizers candidates(platform::UIView& view, platform::UIRectEdge edge)
+{
+    Recognizers candidates;
+    for (auto* asked = &view; asked; asked = asked->superview()) {
+        for (auto const& recognizer : asked->gestureRecognizers()) {
+            if (shared::watchesEdge(*recognizer, edge))
+                candidates.push_back(recognizer);
+        }
+    }
+    return candidates;
+}
 
 }
 
@@ -32,13 +49,9 @@ bool perform(UIGestureRecognizer& recognizer, GestureStates const& states)
 
 std::size_t edgePan(platform::UIView& view, platform::UIRectEdge edge, GestureStates const& states)
 {
-    // A copy: a delegate may add recognizers.
-    auto const recognizers = view.gestureRecognizers(); // NOLINT(performance-unnecessary-copy-initialization)
     shared::GestureArbitration arbitration;
-    for (auto const& recognizer : recognizers) {
-        if (shared::watchesEdge(*recognizer, edge))
-            (void)arbitration.begin(recognizer);
-    }
+    for (auto const& recognizer : candidates(view, edge))
+        (void)arbitration.begin(recognizer);
     // Kept by the arbitration: the gesture may take the view off the screen.
     for (auto const state : states) {
         for (auto const& recognizer : arbitration.begun())

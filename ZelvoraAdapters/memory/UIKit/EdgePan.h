@@ -22,8 +22,9 @@ using GestureStates = std::vector<platform::UIGestureRecognizerState>;
 /// through the states. Returns whether it began.
 ZELVORA_API bool perform(platform::UIGestureRecognizer& recognizer, GestureStates const& states = completed());
 
-/// Drags a finger in from an edge of the view, as the user does. `shared::GestureArbitration` decides which of the
-/// view's recognizers for that edge begin. Returns how many do.
+/// Drags a finger in from an edge of the view, as the user does. `shared::GestureArbitration` decides which recognizers
+/// for that edge begin, of the view and of those around it, the innermost first. Returns how many do. A navigation
+/// stack's own swipe takes no part: see `perform`.
 ZELVORA_API std::size_t edgePan(platform::UIView& view, platform::UIRectEdge edge = platform::UIRectEdge::Left,
     GestureStates const& states = completed());
 

@@ -1,5 +1,6 @@
 #include "tests/contract/UserDefaultsContract.h"
 
+#include "ZelvoraAdapters/memory/ForwardingUserDefaults.h"
 #include "ZelvoraAdapters/memory/Foundation/UserDefaults.h"
 #include "ZelvoraAdapters/shared/Journal/JournaledUserDefaults.h"
 #include "tests/support/TemporaryDirectory.h"
@@ -17,6 +18,16 @@ public:
 
 private:
     memory::UserDefaults m_store;
+};
+
+class ForwardedStore final {
+public:
+    platform::UserDefaults& store() { return m_store; }
+    void restart() { }
+
+private:
+    memory::UserDefaults m_target;
+    memory::ForwardingUserDefaults m_store { m_target };
 };
 
 class JournaledStore final {
@@ -43,6 +54,7 @@ private:
 }
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, UserDefaultsContract, MemoryStore);
+INSTANTIATE_TYPED_TEST_SUITE_P(Forwarded, UserDefaultsContract, ForwardedStore);
 INSTANTIATE_TYPED_TEST_SUITE_P(Journaled, UserDefaultsContract, JournaledStore);
 
 }

@@ -136,7 +136,7 @@ void WatchedUserDefaults::interruptAfter(std::size_t writes, std::function<void(
 void WatchedUserDefaults::setObject(std::optional<platform::Value> value, std::string const& key)
 {
     willWrite((value ? "write " : "delete ") + key);
-    m_target.setObject(std::move(value), key);
+    ForwardingUserDefaults::setObject(std::move(value), key);
     if (didWrite)
         didWrite(key);
 }
@@ -144,7 +144,7 @@ void WatchedUserDefaults::setObject(std::optional<platform::Value> value, std::s
 void WatchedUserDefaults::setDouble(double number, std::string const& key)
 {
     willWrite("write " + key);
-    m_target.setDouble(number, key);
+    ForwardingUserDefaults::setDouble(number, key);
     if (didWrite)
         didWrite(key);
 }
@@ -152,7 +152,7 @@ void WatchedUserDefaults::setDouble(double number, std::string const& key)
 void WatchedUserDefaults::removeObject(std::string const& key)
 {
     willWrite("delete " + key);
-    m_target.removeObject(key);
+    ForwardingUserDefaults::removeObject(key);
     if (didWrite)
         didWrite(key);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZelvoraAdapters/memory/ForwardingPlatform.h"
+#include "ZelvoraAdapters/memory/ForwardingUserDefaults.h"
 #include "ZelvoraAdapters/memory/Platform.h"
 #include "tests/simulation/Effects.h"
 
@@ -40,9 +41,13 @@ private:
 };
 
 /// Preferences that report every write, and call back before a chosen one.
-class WatchedUserDefaults final : public platform::UserDefaults {
+class WatchedUserDefaults final : public memory::ForwardingUserDefaults {
 public:
-    WatchedUserDefaults(platform::UserDefaults& target, Effects& effects) : m_target(target), m_effects(effects) { }
+    WatchedUserDefaults(platform::UserDefaults& target, Effects& effects)
+        : ForwardingUserDefaults(target)
+        , m_effects(effects)
+    {
+    }
 
     /// The write after `writes` further ones calls this instead of being made.
     void interruptAfter(std::size_t writes, std::function<void()> interruption);
@@ -50,10 +55,6 @@ public:
     std::function<void(std::string const&)> didWrite;
 
     // platform::UserDefaults
-    [[nodiscard]] std::optional<platform::Value> object(std::string const& key) override
-    {
-        return m_target.object(key);
-    }
     void setObject(std::optional<platform::Value> value, std::string const& key) override;
     void setDouble(double number, std::string const& key) override;
     void removeObject(std::string const& key) override;
@@ -61,7 +62,6 @@ public:
 private:
     void willWrite(std::string line);
 
-    platform::UserDefaults& m_target;
     Effects& m_effects;
     std::size_t m_writesLeft = 0;
     std::function<void()> m_interruption;

@@ -16,6 +16,12 @@ platform::URL nowhere()
 
 }
 
+ObservedDefaults::ObservedDefaults(ObservedPlatform& platform)
+    : ForwardingUserDefaults(platform.preferences())
+    , m_platform(platform)
+{
+}
+
 std::set<std::string> ObservedDefaults::keys() const
 {
     std::scoped_lock const lock(m_mutex);
@@ -31,54 +37,34 @@ void ObservedDefaults::didStore(std::string const& key)
     m_platform.tell([](PlatformObserver& observer) { observer.didWritePreferences(); });
 }
 
-std::optional<platform::Value> ObservedDefaults::object(std::string const& key)
-{
-    return m_platform.preferences().object(key);
-}
-
 void ObservedDefaults::setObject(std::optional<platform::Value> value, std::string const& key)
 {
-    m_platform.preferences().setObject(std::move(value), key);
+    ForwardingUserDefaults::setObject(std::move(value), key);
     didStore(key);
 }
 
 void ObservedDefaults::setDouble(double number, std::string const& key)
 {
-    m_platform.preferences().setDouble(number, key);
+    ForwardingUserDefaults::setDouble(number, key);
     didStore(key);
 }
 
 void ObservedDefaults::removeObject(std::string const& key)
 {
-    m_platform.preferences().removeObject(key);
+    ForwardingUserDefaults::removeObject(key);
     m_platform.tell([](PlatformObserver& observer) { observer.didWritePreferences(); });
+}
+
+ObservedNotifications::ObservedNotifications(ObservedPlatform& platform)
+    : ForwardingNotificationCenter(platform.target().notificationCenter())
+    , m_platform(platform)
+{
 }
 
 void ObservedNotifications::post(platform::Notification notification)
 {
     m_platform.tell([notification](PlatformObserver& observer) { observer.didPost(notification); });
-    m_platform.target().notificationCenter().post(std::move(notification));
-}
-
-void ObservedNotifications::addObserver(std::shared_ptr<void const> const& observer, std::string name, Handler handler)
-{
-    m_platform.target().notificationCenter().addObserver(observer, std::move(name), std::move(handler));
-}
-
-void ObservedNotifications::removeObserver(void const* observer)
-{
-    m_platform.target().notificationCenter().removeObserver(observer);
-}
-
-ObservedNotifications::Token ObservedNotifications::addObserver(
-    std::string name, platform::DispatchQueue& queue, Handler handler)
-{
-    return m_platform.target().notificationCenter().addObserver(std::move(name), queue, std::move(handler));
-}
-
-void ObservedNotifications::removeObserver(Token token)
-{
-    m_platform.target().notificationCenter().removeObserver(token);
+    ForwardingNotificationCenter::post(std::move(notification));
 }
 
 void ObservedSession::dataTask(platform::URLRequest request, Completion completion)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZelvoraAdapters/memory/ForwardingNotificationCenter.h"
+#include "ZelvoraAdapters/memory/ForwardingUserDefaults.h"
 #include "ZelvoraPlatform/Platform.h"
 
 #include <atomic>
@@ -16,15 +18,14 @@ class ObservedPlatform;
 
 // The services of an observed platform. Each passes every call on to the target's own and tells the observer.
 
-class ObservedDefaults final : public platform::UserDefaults {
+class ObservedDefaults final : public memory::ForwardingUserDefaults {
 public:
-    explicit ObservedDefaults(ObservedPlatform& platform) : m_platform(platform) { }
+    explicit ObservedDefaults(ObservedPlatform& platform);
 
     /// The keys under which something was stored. Any thread.
     [[nodiscard]] std::set<std::string> keys() const;
 
     // platform::UserDefaults
-    [[nodiscard]] std::optional<platform::Value> object(std::string const& key) override;
     void setObject(std::optional<platform::Value> value, std::string const& key) override;
     void setDouble(double number, std::string const& key) override;
     void removeObject(std::string const& key) override;
@@ -37,16 +38,12 @@ private:
     std::set<std::string> m_keys;
 };
 
-class ObservedNotifications final : public platform::NotificationCenter {
+class ObservedNotifications final : public memory::ForwardingNotificationCenter {
 public:
-    explicit ObservedNotifications(ObservedPlatform& platform) : m_platform(platform) { }
+    explicit ObservedNotifications(ObservedPlatform& platform);
 
     // platform::NotificationCenter
     void post(platform::Notification notification) override;
-    void addObserver(std::shared_ptr<void const> const& observer, std::string name, Handler handler) override;
-    void removeObserver(void const* observer) override;
-    [[nodiscard]] Token addObserver(std::string name, platform::DispatchQueue& queue, Handler handler) override;
-    void removeObserver(Token token) override;
 
 private:
     ObservedPlatform& m_platform;

@@ -8,20 +8,14 @@ void RecordingNotificationCenter::addObserver(
     std::shared_ptr<void const> const& observer, std::string name, Handler handler)
 {
     m_record.add(this, "addObserver " + name);
-    m_center.addObserver(observer, std::move(name), std::move(handler));
+    ForwardingNotificationCenter::addObserver(observer, std::move(name), std::move(handler));
 }
 
 void RecordingNotificationCenter::removeObserver(void const* observer)
 {
     m_record.add(this, "removeObserver");
     m_removed.push_back(observer);
-    m_center.removeObserver(observer);
-}
-
-RecordingNotificationCenter::Token RecordingNotificationCenter::addObserver(
-    std::string name, platform::DispatchQueue& queue, Handler handler)
-{
-    return m_center.addObserver(std::move(name), queue, std::move(handler));
+    ForwardingNotificationCenter::removeObserver(observer);
 }
 
 std::expected<platform::Data, platform::Error> FailingJSONSerialization::data(

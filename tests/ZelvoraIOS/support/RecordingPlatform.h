@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraAdapters/memory/ForwardingNotificationCenter.h"
 #include "tests/ZelvoraIOS/support/ForwardingPlatform.h"
 
 #include <cstddef>
@@ -11,10 +12,10 @@
 namespace zelvora::tests {
 
 /// A notification centre that adds registrations and removals to the record: "addObserver NAME", "removeObserver".
-class RecordingNotificationCenter final : public platform::NotificationCenter {
+class RecordingNotificationCenter final : public memory::ForwardingNotificationCenter {
 public:
     RecordingNotificationCenter(platform::NotificationCenter& center, memory::CallRecord& record)
-        : m_center(center)
+        : ForwardingNotificationCenter(center)
         , m_record(record)
     {
     }
@@ -23,14 +24,12 @@ public:
     [[nodiscard]] std::vector<void const*> const& removed() const { return m_removed; }
 
     // platform::NotificationCenter
-    void post(platform::Notification notification) override { m_center.post(std::move(notification)); }
+    using ForwardingNotificationCenter::addObserver;
+    using ForwardingNotificationCenter::removeObserver;
     void addObserver(std::shared_ptr<void const> const& observer, std::string name, Handler handler) override;
     void removeObserver(void const* observer) override;
-    [[nodiscard]] Token addObserver(std::string name, platform::DispatchQueue& queue, Handler handler) override;
-    void removeObserver(Token token) override { m_center.removeObserver(token); }
 
 private:
-    platform::NotificationCenter& m_center;
     memory::CallRecord& m_record;
     std::vector<void const*> m_removed;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraAdapters/memory/ForwardingUserDefaults.h"
 #include "tests/ZelvoraIOS/support/ForwardingPlatform.h"
 
 #include <cstddef>
@@ -72,11 +73,11 @@ private:
         Watcher const& m_watcher;
     };
 
-    class WatchedPreferences final : public platform::UserDefaults {
+    class WatchedPreferences final : public memory::ForwardingUserDefaults {
     public:
         WatchedPreferences(platform::UserDefaults& preferences, Watcher const& readingWatcher,
             Watcher const& storingWatcher, Watcher const& storedWatcher)
-            : m_preferences(preferences)
+            : ForwardingUserDefaults(preferences)
             , m_readingWatcher(readingWatcher)
             , m_storingWatcher(storingWatcher)
             , m_storedWatcher(storedWatcher)
@@ -86,7 +87,7 @@ private:
         // platform::UserDefaults
         [[nodiscard]] std::optional<platform::Value> object(std::string const& key) override
         {
-            auto value = m_preferences.object(key);
+            auto value = ForwardingUserDefaults::object(key);
             if (m_readingWatcher)
                 m_readingWatcher(key);
             return value;
@@ -95,15 +96,12 @@ private:
         {
             if (m_storingWatcher)
                 m_storingWatcher(key);
-            m_preferences.setObject(std::move(value), key);
+            ForwardingUserDefaults::setObject(std::move(value), key);
             if (m_storedWatcher)
                 m_storedWatcher(key);
         }
-        void setDouble(double number, std::string const& key) override { m_preferences.setDouble(number, key); }
-        void removeObject(std::string const& key) override { m_preferences.removeObject(key); }
 
     private:
-        platform::UserDefaults& m_preferences;
         Watcher const& m_readingWatcher;
         Watcher const& m_storingWatcher;
         Watcher const& m_storedWatcher;

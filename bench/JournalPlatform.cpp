@@ -1,5 +1,7 @@
 #include "bench/JournalPlatform.h"
 
+#include "bench/reportJournalError.h"
+
 #include <cstdio>
 
 namespace zelvora::bench {
@@ -23,7 +25,7 @@ public:
 
 JournalPlatform::JournalPlatform(std::string const& path)
     : ForwardingPlatform(std::make_unique<memory::Platform>())
-    , m_userDefaults(path, [](std::string const& line) { std::fprintf(stderr, "journal: %s\n", line.c_str()); })
+    , m_userDefaults(path, &reportJournalError)
 {
 }
 

@@ -1,8 +1,8 @@
 #include "bench/JournalQueue.h"
 
 #include "bench/makeEvent.h"
+#include "bench/reportJournalError.h"
 
-#include <cstdio>
 #include <string>
 #include <utility>
 
@@ -17,7 +17,7 @@ constexpr char const* key = "ZelvoraSDK_Storage_com.example.host_tracking_event"
 
 JournalQueue::JournalQueue(std::filesystem::path const& file)
     : m_file(file)
-    , m_preferences(file, [](std::string const& line) { std::fprintf(stderr, "journal: %s\n", line.c_str()); })
+    , m_preferences(file, &reportJournalError)
     , m_event(makeEvent(12345))
 {
 }

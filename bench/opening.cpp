@@ -7,6 +7,7 @@
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 #include "bench/Comparison.h"
 #include "bench/makeEvent.h"
+#include "bench/reportJournalError.h"
 #include "tests/support/TemporaryDirectory.h"
 
 #include <malloc.h>
@@ -34,17 +35,12 @@ constexpr std::size_t many = 100'000;
 // As long as the key of a real queue.
 constexpr char const* key = "ZelvoraSDK_Storage_com.example.host_tracking_event";
 
-void logError(std::string const& line)
-{
-    std::fprintf(stderr, "journal: %s\n", line.c_str());
-}
-
 // As an app leaves it that saves event after event, or as one leaves it that was compacted since.
 enum class Written { EventByEvent, AtOnce };
 
 void writeJournal(std::filesystem::path const& file, Written written)
 {
-    JournaledUserDefaults store(file, &logError);
+    JournaledUserDefaults store(file, &bench::reportJournalError);
     Array events;
     for (std::size_t number = 0; number < many; ++number) {
         events = events.appending(bench::makeEvent(number));
@@ -76,7 +72,7 @@ class Opened final {
 public:
     Opened(std::filesystem::path file, JournalOptions options) : m_file(std::move(file)), m_options(options) { }
 
-    void open() { m_store.emplace(m_file, &logError, m_options); }
+    void open() { m_store.emplace(m_file, &bench::reportJournalError, m_options); }
     void openAndCount()
     {
         open();

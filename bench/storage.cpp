@@ -8,6 +8,7 @@
 #include "bench/SQLiteStore.h"
 #include "bench/WriteFloor.h"
 #include "bench/makeEvent.h"
+#include "bench/reportJournalError.h"
 #include "tests/support/TemporaryDirectory.h"
 
 #include <array>
@@ -34,11 +35,6 @@ constexpr std::size_t few = 100;
 constexpr std::size_t many = 100'000;
 constexpr char const* eventsKey = "events";
 
-void logError(std::string const& line)
-{
-    std::fprintf(stderr, "journal: %s\n", line.c_str());
-}
-
 void enqueue(JournaledUserDefaults& store, std::size_t count)
 {
     Array events;
@@ -58,10 +54,10 @@ std::size_t bytesOfSetting(JournaledUserDefaults& store, std::filesystem::path c
 void measureSet(std::filesystem::path const& folder)
 {
     auto const file = folder / "set.journal";
-    JournaledUserDefaults store(file, &logError);
-    JournaledUserDefaults fewQueued(folder / "set-few.journal", &logError);
+    JournaledUserDefaults store(file, &bench::reportJournalError);
+    JournaledUserDefaults fewQueued(folder / "set-few.journal", &bench::reportJournalError);
     enqueue(fewQueued, few);
-    JournaledUserDefaults manyQueued(folder / "set-many.journal", &logError);
+    JournaledUserDefaults manyQueued(folder / "set-many.journal", &bench::reportJournalError);
     enqueue(manyQueued, many);
     SQLiteStore sqlite(folder / "set.sqlite");
     std::string value(100, 'v');

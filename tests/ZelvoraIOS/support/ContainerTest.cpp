@@ -88,12 +88,7 @@ void ContainerTest::finishInitialization()
     platform.runUntilIdle();
     if (platform.urlSession().unansweredCount() > 0)
         platform.urlSession().answer(200, R"({"data": {"shopId": "shop-1"}})");
-    platform.clock().advance(0.1);
-    platform.runUntilIdle();
-    if (platform.trackingManager().pendingRequestCount() > 0)
-        platform.trackingManager().answer(platform::ATTrackingAuthorizationStatus::Authorized);
-    platform.runUntilIdle();
-    ASSERT_FALSE(ZelvoraSDKInspector::isInitializing());
+    allowTrackingAndFinish();
 }
 
 std::shared_ptr<ZelvoraIOSViewController> ContainerTest::makeContainer(std::string const& url)

@@ -82,6 +82,11 @@ void SDKTest::initializeAndFinish(Configuration configuration, std::string const
     platform.runUntilIdle();
     if (platform.urlSession().requests().size() > requestsBefore)
         platform.urlSession().answer(200, R"({"data": {"shopId": ")" + shopId + R"("}})", requestsBefore);
+    allowTrackingAndFinish();
+}
+
+void SDKTest::allowTrackingAndFinish()
+{
     platform.clock().advance(0.1);
     platform.runUntilIdle();
     if (platform.trackingManager().pendingRequestCount() > 0)

@@ -73,6 +73,10 @@ protected:
     /// answered with authorized. If events were queued, their upload is still unanswered afterwards.
     void initializeAndFinish(Configuration configuration = {}, std::string const& shopId = "shop-1");
 
+    /// Runs an initialization whose lookup has its answer to the end: a prompt for tracking is answered with
+    /// authorized.
+    void allowTrackingAndFinish();
+
     /// All lines of the system log, without their prefix.
     [[nodiscard]] std::vector<LogMessage> logMessages() const;
     /// The lines of one type.

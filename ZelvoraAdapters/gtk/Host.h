@@ -12,7 +12,7 @@
 #include <memory>
 
 // As in <webkit/webkit.h>, which only a host that uses the engine itself needs.
-typedef struct _WebKitWebView WebKitWebView; // NOLINT(modernize-use-using): as the engine declares it
+typedef struct _WebKitWebView WebKitWebView; // NOLINT(modernize-use-using,bugprone-reserved-identifier): the engine's
 
 /// What a host with GTK widgets calls. Main thread. Where a widget, a window or a controller is asked for, anything
 /// else gives nullptr and a warning.

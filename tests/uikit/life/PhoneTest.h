@@ -1,13 +1,11 @@
 #pragma once
 
 #include "ZelvoraIOS/ZelvoraSDK/ZelvoraSDK.h"
+#include "tests/uikit/WindowTest.h"
 #include "tests/uikit/life/Surface.h"
 
 #import <UIKit/UIKit.h>
-#import <WebKit/WebKit.h>
-#include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,7 +28,7 @@ public:
 };
 
 /// The SDK on the phone's adapter, in an app that is active, with a service that knows its shop "mall".
-class PhoneTest : public testing::Test {
+class PhoneTest : public WindowTest {
 protected:
     PhoneTest();
     ~PhoneTest() override;
@@ -39,22 +37,15 @@ protected:
     void initialize();
     /// Initializes, and waits until that is over.
     void makeReady();
-    bool runUntil(std::function<bool()> const& done);
-    /// Ends what is under way, and lets go of what only the main queue and the transitions hold.
-    void settle();
 
-    /// A navigation stack of the host's in the window.
-    UINavigationController* showStack();
     /// A screen of the host's alone in the window.
     UIViewController* showScreen();
 
     static ::ZelvoraWebView* webViewIn(UIView* view);
-    static WKWebView* pageIn(UIView* view);
     /// The URLs of the requests to the service.
     static std::vector<std::string> requests();
 
     ZelvoraSDK& m_sdk;
-    UIWindow* m_window;
     std::shared_ptr<HostDelegate> m_delegate = std::make_shared<HostDelegate>();
     std::vector<std::string> m_errors;
     // A footer is provided if this is set.

@@ -19,17 +19,9 @@ ZelvoraSDK& installedSDK()
 
 }
 
-PhoneTest::PhoneTest()
-    : m_sdk(installedSDK())
-    , m_window([[UIWindow alloc] initWithFrame:CGRectMake(0, 0, doubles::screenWidth, doubles::screenHeight)])
+PhoneTest::PhoneTest() : m_sdk(installedSDK())
 {
-    doubles::setApplicationState(UIApplicationStateActive);
-    doubles::setTrackingStatus(ATTrackingManagerAuthorizationStatusDenied);
     doubles::setOpenableSchemes({ "tel" });
-    doubles::network().setServer([](doubles::SentRequest const& request) -> doubles::Outcome {
-        bool const isLookup = request.url.find("lookup") != std::string::npos;
-        return doubles::HTTPAnswer { 200, isLookup ? R"({"data":{"shopId":"mall"}})" : "" };
-    });
 }
 
 PhoneTest::~PhoneTest()
@@ -62,34 +54,6 @@ void PhoneTest::makeReady()
     settle();
 }
 
-bool PhoneTest::runUntil(std::function<bool()> const& done)
-{
-    return doubles::runMainUntil([&done] {
-        @autoreleasepool {
-            return done();
-        }
-    });
-}
-
-void PhoneTest::settle()
-{
-    @autoreleasepool {
-        doubles::finishTransitions();
-        doubles::runMainQueue();
-        doubles::finishTransitions();
-    }
-}
-
-UINavigationController* PhoneTest::showStack()
-{
-    UIViewController* home = [[UIViewController alloc] initWithNibName:nil bundle:nil];
-    UINavigationController* stack = [[UINavigationController alloc] initWithNibName:nil bundle:nil];
-    stack.viewControllers = @[ home ];
-    m_window.rootViewController = stack;
-    [m_window makeKeyAndVisible];
-    return stack;
-}
-
 UIViewController* PhoneTest::showScreen()
 {
     UIViewController* screen = [[UIViewController alloc] initWithNibName:nil bundle:nil];
@@ -100,20 +64,7 @@ UIViewController* PhoneTest::showScreen()
 
 ::ZelvoraWebView* PhoneTest::webViewIn(UIView* view)
 {
-    for (UIView* child in view.subviews) {
-        if ([child isKindOfClass:[::ZelvoraWebView class]])
-            return static_cast<::ZelvoraWebView*>(child);
-    }
-    return nil;
-}
-
-WKWebView* PhoneTest::pageIn(UIView* view)
-{
-    for (UIView* child in view.subviews) {
-        if ([child isKindOfClass:[WKWebView class]])
-            return static_cast<WKWebView*>(child);
-    }
-    return nil;
+    return static_cast<::ZelvoraWebView*>(viewIn(view, [::ZelvoraWebView class]));
 }
 
 std::vector<std::string> PhoneTest::requests()

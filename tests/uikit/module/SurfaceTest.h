@@ -1,12 +1,10 @@
 #pragma once
 
 #import "module/ObjectiveC/ZelvoraIOS.h"
+#include "tests/uikit/WindowTest.h"
 
 #import <UIKit/UIKit.h>
-#import <WebKit/WebKit.h>
-#include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -30,7 +28,7 @@ struct Configuration {
 };
 
 /// The module in an app that is active, whose user denies tracking, with a service that knows its shop "mall".
-class SurfaceTest : public testing::Test {
+class SurfaceTest : public WindowTest {
 protected:
     SurfaceTest();
     ~SurfaceTest() override;
@@ -40,22 +38,15 @@ protected:
     void makeReady(Configuration const& configuration = {});
     /// Waits until an initialization that is under way is over.
     void waitUntilReady();
-    bool runUntil(std::function<bool()> const& done);
-    /// Ends what is under way, and lets go of what only the main queue and the transitions hold.
-    void settle();
 
-    /// A navigation stack of the host's in the window, with one screen.
-    UINavigationController* showStack();
     /// Starts from the stack's screen, and waits for the container on top of it.
     ZelvoraIOSViewController* openShop(UINavigationController* stack);
 
     static ZelvoraWebView* webViewIn(UIView* view);
-    static WKWebView* pageIn(UIView* view);
     /// The error lines of the system log since the last call, without their prefix.
     static std::vector<std::string> errorLines();
 
     ZelvoraSDK* m_sdk;
-    UIWindow* m_window;
 
 private:
     bool m_isInitializing = false;

@@ -34,17 +34,7 @@
 
 namespace zelvora::tests {
 
-SurfaceTest::SurfaceTest()
-    : m_sdk(ZelvoraSDK.sharedInstance)
-    , m_window([[UIWindow alloc] initWithFrame:CGRectMake(0, 0, doubles::screenWidth, doubles::screenHeight)])
-{
-    doubles::setApplicationState(UIApplicationStateActive);
-    doubles::setTrackingStatus(ATTrackingManagerAuthorizationStatusDenied);
-    doubles::network().setServer([](doubles::SentRequest const& request) -> doubles::Outcome {
-        bool const isLookup = request.url.find("lookup") != std::string::npos;
-        return doubles::HTTPAnswer { 200, isLookup ? R"({"data":{"shopId":"mall"}})" : "" };
-    });
-}
+SurfaceTest::SurfaceTest() : m_sdk(ZelvoraSDK.sharedInstance) { }
 
 SurfaceTest::~SurfaceTest()
 {
@@ -89,33 +79,6 @@ void SurfaceTest::waitUntilReady()
     m_isInitializing = false;
 }
 
-bool SurfaceTest::runUntil(std::function<bool()> const& done)
-{
-    return doubles::runMainUntil([&done] {
-        @autoreleasepool {
-            return done();
-        }
-    });
-}
-
-void SurfaceTest::settle()
-{
-    @autoreleasepool {
-        doubles::finishTransitions();
-        doubles::runMainQueue();
-        doubles::finishTransitions();
-    }
-}
-
-UINavigationController* SurfaceTest::showStack()
-{
-    UIViewController* home = [[UIViewController alloc] initWithNibName:nil bundle:nil];
-    UINavigationController* stack = [[UINavigationController alloc] initWithRootViewController:home];
-    m_window.rootViewController = stack;
-    [m_window makeKeyAndVisible];
-    return stack;
-}
-
 ZelvoraIOSViewController* SurfaceTest::openShop(UINavigationController* stack)
 {
     EXPECT_EQ([m_sdk startFromViewController:stack.topViewController], nil);
@@ -128,20 +91,7 @@ ZelvoraIOSViewController* SurfaceTest::openShop(UINavigationController* stack)
 
 ZelvoraWebView* SurfaceTest::webViewIn(UIView* view)
 {
-    for (UIView* child in view.subviews) {
-        if ([child isKindOfClass:[ZelvoraWebView class]])
-            return static_cast<ZelvoraWebView*>(child);
-    }
-    return nil;
-}
-
-WKWebView* SurfaceTest::pageIn(UIView* view)
-{
-    for (UIView* child in view.subviews) {
-        if ([child isKindOfClass:[WKWebView class]])
-            return static_cast<WKWebView*>(child);
-    }
-    return nil;
+    return static_cast<ZelvoraWebView*>(viewIn(view, [ZelvoraWebView class]));
 }
 
 std::vector<std::string> SurfaceTest::errorLines()

@@ -1,5 +1,6 @@
 #include "examples/developer/DeveloperApp.h"
 
+#include "ZelvoraAdapters/gtk/GLib/attach.h"
 #include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 #include "ZelvoraAdapters/gtk/Platform.h"
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
@@ -71,10 +72,6 @@ DeveloperApp::~DeveloperApp()
     m_recorder.setOnChange(nullptr);
     m_recorder.setOnAnswer(nullptr);
     g_log_remove_handler("Zelvora", m_log);
-    for (auto const source : { m_tick, m_refresh }) {
-        if (source != 0)
-            g_source_remove(source);
-    }
 }
 
 Panel::Actions DeveloperApp::panelActions()
@@ -127,11 +124,7 @@ void DeveloperApp::observeHost()
             checkAnswer(engine(), callback, [this, message, callback] { m_recorder.didLoseAnswer(message, callback); });
     });
     m_log = g_log_set_handler("Zelvora", G_LOG_LEVEL_WARNING, &complain, &m_recorder);
-    auto const tick = [](gpointer self) -> gboolean {
-        static_cast<DeveloperApp*>(self)->refreshSoon();
-        return G_SOURCE_CONTINUE;
-    };
-    m_tick = g_timeout_add_seconds(1, tick, this);
+    m_tick = gtk::attach(g_timeout_source_new_seconds(1), [this] { refreshSoon(); });
     if (!m_options.isAddress()) {
         m_watch = std::make_unique<FolderWatch>(m_options.page, m_options.pictures, [this] {
             if (isOpen())
@@ -306,14 +299,12 @@ void DeveloperApp::inspect()
 
 void DeveloperApp::refreshSoon()
 {
-    if (m_refresh != 0)
+    if (m_refresh)
         return;
-    auto const show = [](gpointer self) -> gboolean {
-        static_cast<DeveloperApp*>(self)->m_refresh = 0;
-        static_cast<DeveloperApp*>(self)->refresh();
-        return G_SOURCE_REMOVE;
-    };
-    m_refresh = g_idle_add(show, this);
+    m_refresh = gtk::attach(g_idle_source_new(), [this] {
+        m_refresh.reset();
+        refresh();
+    });
 }
 
 void DeveloperApp::refresh()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "examples/developer/FolderWatch.h"
 #include "examples/developer/Options.h"
 #include "examples/developer/ShownPage.h"
@@ -78,8 +79,8 @@ private:
     std::unique_ptr<FolderWatch> m_watch;
     // The latest web view that was told of the switches; only compared.
     WebKitWebView* m_toldEngine = nullptr;
-    guint m_tick = 0;
-    guint m_refresh = 0;
+    gtk::GSourcePointer m_tick;
+    gtk::GSourcePointer m_refresh;
     guint m_log = 0;
 };
 

@@ -1,4 +1,4 @@
-#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+#include "ZelvoraAdapters/gtk/GLib/attach.h"
 #include "examples/developer/DeveloperApp.h"
 #include "examples/developer/Options.h"
 #include "examples/developer/script/ScriptRunner.h"
@@ -75,11 +75,6 @@ bool runScript(Program& program)
     });
 }
 
-struct Activation {
-    GApplication* application;
-    Program* program;
-};
-
 void activate(GApplication* application, gpointer data)
 {
     auto& program = *static_cast<Program*>(data);
@@ -87,12 +82,10 @@ void activate(GApplication* application, gpointer data)
         std::make_unique<DeveloperApp>(GTK_APPLICATION(application), program.options, std::move(program.service));
     if (!program.isScripted())
         return;
-    auto const begin = [](gpointer held) {
-        std::unique_ptr<Activation> const activation(static_cast<Activation*>(held));
-        activation->program->status = runScript(*activation->program) ? EXIT_SUCCESS : EXIT_FAILURE;
-        g_application_quit(activation->application);
-    };
-    g_idle_add_once(+begin, std::make_unique<Activation>(application, &program).release());
+    zelvora::gtk::runLater(g_idle_source_new(), [application, &program] {
+        program.status = runScript(program) ? EXIT_SUCCESS : EXIT_FAILURE;
+        g_application_quit(application);
+    });
 }
 
 }

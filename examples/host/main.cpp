@@ -1,4 +1,4 @@
-#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+#include "ZelvoraAdapters/gtk/GLib/attach.h"
 #include "examples/host/Conformance.h"
 #include "examples/host/Gallery.h"
 #include "examples/host/MovablePlatform.h"
@@ -75,11 +75,6 @@ ShopHost::MakePlatform platformFor(Program& program)
     return nullptr;
 }
 
-struct Activation {
-    GApplication* application;
-    Program* program;
-};
-
 void activate(GApplication* application, gpointer data)
 {
     auto& program = *static_cast<Program*>(data);
@@ -88,11 +83,7 @@ void activate(GApplication* application, gpointer data)
         program.host->initializeSDK();
         return;
     }
-    auto const begin = [](gpointer held) {
-        std::unique_ptr<Activation> const activation(static_cast<Activation*>(held));
-        walk(activation->application, *activation->program);
-    };
-    g_idle_add_once(+begin, std::make_unique<Activation>(application, &program).release());
+    zelvora::gtk::runLater(g_idle_source_new(), [application, &program] { walk(application, program); });
 }
 
 }

@@ -1,6 +1,6 @@
 #include "examples/service/Delivery.h"
 
-#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+#include "ZelvoraAdapters/gtk/GLib/attach.h"
 
 #include <algorithm>
 #include <functional>
@@ -10,27 +10,15 @@ namespace zelvora::examples {
 
 namespace {
 
-struct Later {
-    gtk::GObjectPointer<SoupServerMessage> message;
-    std::function<void(SoupServerMessage*)> work;
-};
-
 // The work is dropped if the message ends before.
 void schedule(SoupServerMessage* message, std::chrono::milliseconds delay, std::function<void(SoupServerMessage*)> work)
 {
     auto* const source = g_timeout_source_new(static_cast<guint>(delay.count()));
-    auto const run = [](gpointer data) -> gboolean {
-        auto const& [lateMessage, lateWork] = *static_cast<Later*>(data);
-        lateWork(lateMessage.get());
-        return G_SOURCE_REMOVE;
-    };
-    auto const release = [](gpointer data) { delete static_cast<Later*>(data); };
-    g_source_set_callback(source, run, new Later { gtk::retain(message), std::move(work) }, release);
-    g_source_attach(source, g_main_context_get_thread_default());
-
     auto const cancel = +[](SoupServerMessage*, GSource* waiting) { g_source_destroy(waiting); };
     auto const unref = [](gpointer data, GClosure*) { g_source_unref(static_cast<GSource*>(data)); };
-    g_signal_connect_data(message, "finished", G_CALLBACK(cancel), source, unref, {});
+    g_signal_connect_data(message, "finished", G_CALLBACK(cancel), g_source_ref(source), unref, {});
+    auto run = [kept = gtk::retain(message), work = std::move(work)] { work(kept.get()); };
+    gtk::runLater(source, std::move(run), g_main_context_get_thread_default());
 }
 
 void cutConnection(SoupServerMessage* message)

@@ -1,28 +1,24 @@
 #include "ZelvoraAdapters/gtk/Concurrency/MainContextQueue.h"
 
 #include "ZelvoraAdapters/gtk/GLib/ReadyTimeSource.h"
+#include "ZelvoraAdapters/gtk/GLib/attach.h"
 
 #include <chrono>
 #include <utility>
 
 namespace zelvora::gtk {
 
-MainContextQueue::MainContextQueue(GMainContext* context) : m_source(makeReadyTimeSource())
+MainContextQueue::MainContextQueue(GMainContext* context)
+    : m_source(attach(makeReadyTimeSource(), [this] { runNext(); }, context))
 {
-    auto const run = [](gpointer queue) -> gboolean {
-        static_cast<MainContextQueue*>(queue)->runNext();
-        return G_SOURCE_CONTINUE;
-    };
-    g_source_set_name(m_source, "zelvora main queue");
-    g_source_set_callback(m_source, run, this, nullptr);
-    g_source_attach(m_source, context);
+    g_source_set_name(m_source.get(), "zelvora main queue");
 }
 
 MainContextQueue::~MainContextQueue()
 {
-    g_source_destroy(m_source);
+    // Before the blocks, which may use the queue as they are destroyed.
+    g_source_destroy(m_source.get());
     m_schedule.clear();
-    g_source_unref(m_source);
 }
 
 void MainContextQueue::async(Work work)
@@ -55,7 +51,7 @@ void MainContextQueue::wakeWhenNextIsDue()
     using namespace std::chrono;
     // GLib's monotonic clock is the steady clock, in whole microseconds.
     auto const due = m_schedule.nextDue();
-    g_source_set_ready_time(m_source, due ? ceil<microseconds>(due->time_since_epoch()).count() : -1);
+    g_source_set_ready_time(m_source.get(), due ? ceil<microseconds>(due->time_since_epoch()).count() : -1);
 }
 
 }

@@ -1,9 +1,8 @@
 #pragma once
 
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "ZelvoraAdapters/shared/Concurrency/WorkSchedule.h"
 #include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
-
-#include <glib.h>
 
 #include <mutex>
 
@@ -29,7 +28,7 @@ private:
     void runNext();
     void wakeWhenNextIsDue();
 
-    GSource* m_source;
+    GSourcePointer m_source;
     std::mutex m_mutex;
     shared::WorkSchedule m_schedule;
 };

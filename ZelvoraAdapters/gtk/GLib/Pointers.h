@@ -39,8 +39,17 @@ using GBytesPointer = std::unique_ptr<GBytes, Releasing<g_bytes_unref>>;
 using GKeyFilePointer = std::unique_ptr<GKeyFile, Releasing<g_key_file_unref>>;
 using GMainContextPointer = std::unique_ptr<GMainContext, Releasing<g_main_context_unref>>;
 using GMainLoopPointer = std::unique_ptr<GMainLoop, Releasing<g_main_loop_unref>>;
-using GSourcePointer = std::unique_ptr<GSource, Releasing<g_source_unref>>;
 using GUriPointer = std::unique_ptr<GUri, Releasing<g_uri_unref>>;
+
+/// Ends a source, so that it is not dispatched any more, and releases the caller's reference.
+inline void endSource(GSource* source)
+{
+    g_source_destroy(source);
+    g_source_unref(source);
+}
+
+/// A source that ends with its owner.
+using GSourcePointer = std::unique_ptr<GSource, Releasing<endSource>>;
 /// Text or bytes that the caller must give to g_free.
 using GTextPointer = std::unique_ptr<char, Releasing<g_free>>;
 

@@ -4,8 +4,8 @@
 
 namespace zelvora::gtk {
 
-/// A source that is dispatched only at its ready time, and never before one is set. The caller owns the reference,
-/// gives it a callback and attaches it.
+/// A source that is dispatched only at its ready time, and never before one is set. The caller owns the reference
+/// and attaches it.
 [[nodiscard]] GSource* makeReadyTimeSource();
 
 }

@@ -1,9 +1,8 @@
 #pragma once
 
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "ZelvoraPlatform/Concurrency/Block.h"
 #include "ZelvoraPlatform/Foundation/Date.h"
-
-#include <glib.h>
 
 namespace zelvora::gtk {
 
@@ -14,14 +13,16 @@ public:
     explicit Timer(platform::Block<void()> fire);
     Timer(Timer const&) = delete;
     Timer& operator=(Timer const&) = delete;
-    ~Timer();
+    ~Timer() = default;
 
     void set(platform::TimeInterval interval);
     void stop();
 
 private:
-    GSource* m_source;
+    void run();
+
     platform::Block<void()> m_fire;
+    GSourcePointer m_source;
 };
 
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+#include "ZelvoraAdapters/gtk/GLib/attach.h"
 
 #include <glib.h>
 
@@ -14,16 +14,13 @@ namespace zelvora::gtk {
 [[nodiscard]] inline bool runMainLoopUntil(std::function<bool()> const& condition, double seconds = 30)
 {
     constexpr guint checkInterval = 10;
-    GSourcePointer const tick(g_timeout_source_new(checkInterval));
-    g_source_set_callback(tick.get(), [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr, nullptr);
-    g_source_attach(tick.get(), nullptr);
+    auto const tick = attach(g_timeout_source_new(checkInterval), [] { });
     auto const deadline = g_get_monotonic_time() + static_cast<gint64>(seconds * G_USEC_PER_SEC);
     bool isMet = condition();
     while (!isMet && g_get_monotonic_time() <= deadline) {
         g_main_context_iteration(nullptr, TRUE);
         isMet = condition();
     }
-    g_source_destroy(tick.get());
     return isMet;
 }
 

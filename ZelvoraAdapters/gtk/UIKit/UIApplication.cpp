@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/gtk/UIKit/UIApplication.h"
 
-#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+#include "ZelvoraAdapters/gtk/GLib/attach.h"
 #include "ZelvoraPlatform/Foundation/NotificationCenter.h"
 
 #include <utility>
@@ -71,8 +71,6 @@ UIApplication::~UIApplication()
 {
     g_signal_handlers_disconnect_by_data(gtk_window_get_toplevels(), this);
     forEachWindow([this](GtkWindow* window) { g_signal_handlers_disconnect_by_data(window, this); });
-    if (m_update)
-        g_source_remove(m_update);
 }
 
 bool UIApplication::canOpenURL(platform::URL const& url) const
@@ -108,19 +106,13 @@ void UIApplication::watchWindows()
 // One window loses the focus before the next one gets it; the app stays active in between.
 void UIApplication::updateLater()
 {
-    if (m_update)
-        return;
-    m_update = g_idle_add(
-        [](gpointer self) -> gboolean {
-            static_cast<UIApplication*>(self)->update();
-            return G_SOURCE_REMOVE;
-        },
-        this);
+    if (!m_update)
+        m_update = attach(g_idle_source_new(), [this] { update(); });
 }
 
 void UIApplication::update()
 {
-    m_update = 0;
+    m_update.reset();
     auto const before = std::exchange(m_state, currentState());
     bool const isActive = m_state == UIApplicationState::Active;
     bool const wasActive = before == UIApplicationState::Active;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "ZelvoraPlatform/UIKit/UIApplication.h"
 
 #include <gtk/gtk.h>
@@ -36,7 +37,7 @@ private:
     platform::NotificationCenter& m_notificationCenter;
     std::function<void()> m_didResignActive;
     platform::UIApplicationState m_state = platform::UIApplicationState::Background;
-    guint m_update = 0;
+    GSourcePointer m_update;
 };
 
 }

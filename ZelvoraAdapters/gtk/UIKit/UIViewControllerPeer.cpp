@@ -1,5 +1,6 @@
 #include "ZelvoraAdapters/gtk/UIKit/UIViewControllerPeer.h"
 
+#include "ZelvoraAdapters/gtk/GLib/attach.h"
 #include "ZelvoraAdapters/gtk/UIKit/Stage.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewPeer.h"
 #include "ZelvoraAdapters/gtk/UIKit/WindowPresentations.h"
@@ -126,11 +127,9 @@ GtkWidget* widgetOf(UIViewController& controller)
 
 void releaseLater(std::shared_ptr<UIViewController> controller)
 {
-    using Held = std::shared_ptr<UIViewController>;
-    auto* held = new Held(std::move(controller));
-    g_idle_add_full(
-        G_PRIORITY_DEFAULT, [](gpointer) -> gboolean { return G_SOURCE_REMOVE; }, held,
-        [](gpointer data) { delete static_cast<Held*>(data); });
+    auto* const soon = g_idle_source_new();
+    g_source_set_priority(soon, G_PRIORITY_DEFAULT);
+    runLater(soon, [held = std::move(controller)] { });
 }
 
 }

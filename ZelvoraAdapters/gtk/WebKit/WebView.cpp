@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/gtk/WebKit/WebView.h"
 
-#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+#include "ZelvoraAdapters/gtk/GLib/attach.h"
 #include "ZelvoraAdapters/gtk/UIKit/UIViewPeer.h"
 #include "ZelvoraAdapters/gtk/WebKit/FileChooser.h"
 #include "ZelvoraAdapters/gtk/WebKit/UserContentController.h"
@@ -50,22 +50,28 @@ guint statusOf(WebKitWebView* view)
     return response ? webkit_uri_response_get_status_code(response) : 0;
 }
 
+void forget(GWeakRef* reference)
+{
+    g_weak_ref_clear(reference);
+    delete reference;
+}
+
+std::unique_ptr<GWeakRef, Releasing<forget>> watch(WebKitWebView* view)
+{
+    // A weak reference must stay where it was made.
+    std::unique_ptr<GWeakRef, Releasing<forget>> reference(new GWeakRef);
+    g_weak_ref_init(reference.get(), view);
+    return reference;
+}
+
 // A script that is still running keeps the engine's view, and one that never ends would keep it forever.
 void endLater(WebKitWebView* view)
 {
     constexpr guint patience = 10;
-    auto* const watched = g_new0(GWeakRef, 1);
-    g_weak_ref_init(watched, view);
-    auto const end = [](gpointer data) -> gboolean {
-        if (auto const kept = adopt(WEBKIT_WEB_VIEW(g_weak_ref_get(static_cast<GWeakRef*>(data)))))
+    runLater(g_timeout_source_new_seconds(patience), [watched = watch(view)] {
+        if (auto const kept = adopt(WEBKIT_WEB_VIEW(g_weak_ref_get(watched.get()))))
             webkit_web_view_terminate_web_process(kept.get());
-        return G_SOURCE_REMOVE;
-    };
-    auto const release = [](gpointer data) {
-        g_weak_ref_clear(static_cast<GWeakRef*>(data));
-        g_free(data);
-    };
-    g_timeout_add_seconds_full(G_PRIORITY_DEFAULT, patience, end, watched, release);
+    });
 }
 
 }

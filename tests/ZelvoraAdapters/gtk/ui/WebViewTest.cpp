@@ -1,3 +1,4 @@
+#include "ZelvoraAdapters/gtk/GLib/attach.h"
 #include "tests/ZelvoraAdapters/gtk/ui/PageTest.h"
 
 #include <algorithm>
@@ -126,17 +127,10 @@ TEST_F(WebViewTest, APageThatPrintsShowsNoPanel)
     loadAndWait("printing");
     auto const windows = windowCount();
     std::size_t most = windows;
-    auto const watch = g_timeout_add(
-        10,
-        [](gpointer seen) -> gboolean {
-            auto& count = *static_cast<std::size_t*>(seen);
-            count = std::max(count, static_cast<std::size_t>(windowCount()));
-            return G_SOURCE_CONTINUE;
-        },
-        &most);
+    auto const watch = gtk::attach(
+        g_timeout_source_new(10), [&most] { most = std::max(most, static_cast<std::size_t>(windowCount())); });
     post("print() || 'printed'");
     EXPECT_EQ(next(), Value("printed"));
-    g_source_remove(watch);
     EXPECT_EQ(most, windows);
 }
 

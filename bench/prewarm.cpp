@@ -3,6 +3,7 @@
 // process of a site that was shown.
 
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+#include "ZelvoraAdapters/gtk/GLib/portOf.h"
 #include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 #include "ZelvoraAdapters/gtk/Host.h"
 #include "ZelvoraIOS/ZelvoraIOSView/ZelvoraWebView.h"
@@ -49,10 +50,7 @@ public:
 
     [[nodiscard]] std::string address() const
     {
-        auto* const addresses = soup_server_get_uris(m_server.get());
-        gtk::GTextPointer const text(g_uri_to_string(static_cast<GUri*>(addresses->data)));
-        g_slist_free_full(addresses, reinterpret_cast<GDestroyNotify>(g_uri_unref));
-        return text.get();
+        return "http://127.0.0.1:" + std::to_string(gtk::portOf(m_server.get())) + "/";
     }
 
 private:

@@ -1,5 +1,7 @@
 #include "examples/service/HttpServer.h"
 
+#include "ZelvoraAdapters/gtk/GLib/portOf.h"
+
 #include <utility>
 
 namespace zelvora::examples {
@@ -74,9 +76,7 @@ std::expected<void, std::string> HttpServer::listen(std::uint16_t port)
     g_main_context_pop_thread_default(m_context.get());
     if (error)
         return std::unexpected(error->message);
-    auto* const uris = soup_server_get_uris(m_server.get());
-    m_port = static_cast<std::uint16_t>(g_uri_get_port(static_cast<GUri*>(uris->data)));
-    g_slist_free_full(uris, [](gpointer uri) { g_uri_unref(static_cast<GUri*>(uri)); });
+    m_port = gtk::portOf(m_server.get());
     return {};
 }
 

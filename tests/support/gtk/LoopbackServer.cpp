@@ -1,5 +1,7 @@
 #include "tests/support/gtk/LoopbackServer.h"
 
+#include "ZelvoraAdapters/gtk/GLib/portOf.h"
+
 #include <future>
 #include <memory>
 
@@ -92,9 +94,7 @@ void LoopbackServer::listen(std::optional<Identity> const& identity)
     auto const options = m_isSecure ? SOUP_SERVER_LISTEN_HTTPS : static_cast<SoupServerListenOptions>(0);
     if (!soup_server_listen_local(m_server.get(), 0, options, error.out()))
         g_error("%s", error->message);
-    GSList* const uris = soup_server_get_uris(m_server.get());
-    m_port = static_cast<guint>(g_uri_get_port(static_cast<GUri*>(uris->data)));
-    g_slist_free_full(uris, [](gpointer uri) { g_uri_unref(static_cast<GUri*>(uri)); });
+    m_port = gtk::portOf(m_server.get());
 }
 
 void answer(SoupServerMessage* message, int status, std::string const& body)

@@ -8,6 +8,7 @@
 
 #include <libsoup/soup.h>
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -44,7 +45,7 @@ private:
     void listen(std::optional<Identity> const& identity);
 
     Record<ReceivedRequest> m_received;
-    guint m_port = 0;
+    std::uint16_t m_port = 0;
     bool m_isSecure = false;
     gtk::GObjectPointer<SoupServer> m_server;
     gtk::ContextThread m_thread;

@@ -5,9 +5,9 @@ namespace zelvora::bench {
 BareBridge::BareBridge(std::function<void()> didReceive)
     : m_didReceive(std::move(didReceive))
     , m_manager(webkit_user_content_manager_new())
-    , m_webView(WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "user-content-manager", m_manager.get(), nullptr)))
+    , m_webView(gtk::sink(
+          WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "user-content-manager", m_manager.get(), nullptr))))
 {
-    g_object_ref_sink(m_webView.get());
     g_signal_connect(
         m_manager.get(), "script-message-received::zelvora", G_CALLBACK(&BareBridge::didReceiveScriptMessage), this);
     webkit_user_content_manager_register_script_message_handler(m_manager.get(), "zelvora", nullptr);

@@ -44,7 +44,7 @@ TEST(ExampleHostTest, TheAppSpeaksKoreanOrEnglishAsItsUserDoes)
 TEST(ExampleHostTest, TheHeadersButtonHasANameForWhoCannotSeeItsIcon)
 {
     ASSERT_TRUE(gtk_init_check());
-    auto const header = gtk::adopt(GTK_WIDGET(g_object_ref_sink(examples::makeHeader([] { }))));
+    auto const header = gtk::sink(examples::makeHeader([] { }));
     auto* const leave = examples::findNamed(header.get(), "leave");
     ASSERT_TRUE(leave);
     gtk::GTextPointer const difference(gtk_test_accessible_check_property(

@@ -1,5 +1,7 @@
 #include "ZelvoraAdapters/gtk/Foundation/CertificatePurpose.h"
 
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -120,7 +122,7 @@ bool isForServers(GTlsCertificate& certificate)
     g_object_get(&certificate, "certificate", &bytes, nullptr);
     if (!bytes)
         return false;
-    std::unique_ptr<GByteArray, decltype(&g_byte_array_unref)> const held(bytes, g_byte_array_unref);
+    std::unique_ptr<GByteArray, Releasing<g_byte_array_unref>> const held(bytes);
     return isForServers({ reinterpret_cast<char const*>(bytes->data), bytes->len });
 }
 

@@ -28,6 +28,13 @@ template<typename Type>
     return GObjectPointer<Type>(object);
 }
 
+/// Takes over the floating reference of a new object, or adds one to those of its owners.
+template<typename Type>
+[[nodiscard]] GObjectPointer<Type> sink(Type* object)
+{
+    return GObjectPointer<Type>(static_cast<Type*>(g_object_ref_sink(object)));
+}
+
 /// Adds a reference; the caller keeps its own.
 template<typename Type>
 [[nodiscard]] GObjectPointer<Type> retain(Type* object)

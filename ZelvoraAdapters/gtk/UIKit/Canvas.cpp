@@ -101,11 +101,11 @@ GType canvasType()
 
 }
 
-GtkWidget* makeCanvas(CanvasClient& client)
+GObjectPointer<GtkWidget> makeCanvas(CanvasClient& client)
 {
-    auto* canvas = static_cast<Canvas*>(g_object_ref_sink(g_object_new(canvasType(), nullptr)));
-    canvas->client = &client;
-    return &canvas->parent;
+    auto canvas = sink(GTK_WIDGET(g_object_new(canvasType(), nullptr)));
+    reinterpret_cast<Canvas*>(canvas.get())->client = &client;
+    return canvas;
 }
 
 CanvasClient* canvasClient(GtkWidget* widget)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
+
 #include <gtk/gtk.h>
 
 #include <memory>
@@ -32,8 +34,8 @@ public:
     virtual void collectEdgePanTargets(std::vector<EdgePanTarget>&) { }
 };
 
-/// A widget that draws nothing itself and leaves everything to its client. The caller owns one reference.
-[[nodiscard]] GtkWidget* makeCanvas(CanvasClient& client);
+/// A widget that draws nothing itself and leaves everything to its client.
+[[nodiscard]] GObjectPointer<GtkWidget> makeCanvas(CanvasClient& client);
 
 /// The client of a canvas that still has one, or nullptr for any other widget.
 [[nodiscard]] CanvasClient* canvasClient(GtkWidget* widget);

@@ -17,14 +17,13 @@ constexpr double slideDuration = 0.35;
 
 Stage::Stage() : m_canvas(makeCanvas(*this))
 {
-    gtk_widget_set_overflow(m_canvas, GTK_OVERFLOW_HIDDEN);
+    gtk_widget_set_overflow(widget(), GTK_OVERFLOW_HIDDEN);
 }
 
 Stage::~Stage()
 {
     m_motion.stop();
-    retireCanvas(m_canvas);
-    g_object_unref(m_canvas);
+    retireCanvas(widget());
 }
 
 void Stage::add(GtkWidget* page)
@@ -39,7 +38,7 @@ void Stage::add(GtkWidget* page)
         left->remove(page);
     }
     m_pages.push_back({ .widget = page, .offset = {} });
-    gtk_widget_insert_before(page, m_canvas, nullptr);
+    gtk_widget_insert_before(page, widget(), nullptr);
     gtk_widget_set_child_visible(page, TRUE);
 }
 
@@ -48,7 +47,7 @@ void Stage::remove(GtkWidget* page)
     std::erase_if(m_pages, [page](auto const& other) { return other.widget == page; });
     if (m_measuredPage == page)
         m_measuredPage = nullptr;
-    if (gtk_widget_get_parent(page) == m_canvas)
+    if (gtk_widget_get_parent(page) == widget())
         gtk_widget_unparent(page);
 }
 
@@ -75,21 +74,21 @@ void Stage::place(GtkWidget* page, Offset offset)
 {
     if (auto* found = find(page))
         found->offset = offset;
-    gtk_widget_queue_allocate(m_canvas);
+    gtk_widget_queue_allocate(widget());
 }
 
 void Stage::slide(GtkWidget* page, Offset to, platform::Animated animated, Completion completion)
 {
     finishSlide();
     auto* found = find(page);
-    if (!found || animated == platform::Animated::No || !canAnimate(m_canvas)) {
+    if (!found || animated == platform::Animated::No || !canAnimate(widget())) {
         place(page, to);
         completion();
         return;
     }
     auto const from = found->offset;
     m_motion.start(
-        m_canvas, slideDuration, [this, page, from, to, completion = std::move(completion)](double progress) {
+        widget(), slideDuration, [this, page, from, to, completion = std::move(completion)](double progress) {
             if (progress < 1) {
                 place(page, { from.x + ((to.x - from.x) * progress), from.y + ((to.y - from.y) * progress) });
                 return;
@@ -118,7 +117,7 @@ void Stage::allocateCanvas(int width, int height)
 
 void Stage::canvasDidEnterWindow()
 {
-    if (auto* root = gtk_widget_get_root(m_canvas); GTK_IS_WINDOW(root) && m_collectTargets)
+    if (auto* root = gtk_widget_get_root(widget()); GTK_IS_WINDOW(root) && m_collectTargets)
         watchEdgePans(GTK_WINDOW(root));
 }
 

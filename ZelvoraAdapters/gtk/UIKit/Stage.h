@@ -26,7 +26,7 @@ public:
     Stage& operator=(Stage const&) = delete;
     ~Stage() override;
 
-    [[nodiscard]] GtkWidget* widget() const { return m_canvas; }
+    [[nodiscard]] GtkWidget* widget() const { return m_canvas.get(); }
 
     /// The page whose size the stage requests; other pages take the space that there is.
     void setMeasuredPage(GtkWidget* page) { m_measuredPage = page; }
@@ -68,7 +68,7 @@ private:
     [[nodiscard]] static Stage* around(GtkWidget* page);
     [[nodiscard]] Page* find(GtkWidget* page);
 
-    GtkWidget* m_canvas;
+    GObjectPointer<GtkWidget> m_canvas;
     GtkWidget* m_measuredPage = nullptr;
     std::vector<Page> m_pages;
     CollectTargets m_collectTargets;

@@ -71,8 +71,8 @@ private:
         int smallest = 0;
         auto const across =
             orientation == GTK_ORIENTATION_VERTICAL ? GTK_ORIENTATION_HORIZONTAL : GTK_ORIENTATION_VERTICAL;
-        gtk_widget_measure(peer.m_content, across, -1, &smallest, nullptr, nullptr, nullptr);
-        return naturalSize(peer.m_content, orientation, forSize < 0 ? forSize : std::max(smallest, forSize));
+        gtk_widget_measure(peer.m_content.get(), across, -1, &smallest, nullptr, nullptr, nullptr);
+        return naturalSize(peer.m_content.get(), orientation, forSize < 0 ? forSize : std::max(smallest, forSize));
     }
 };
 
@@ -86,21 +86,19 @@ UIViewPeer::UIViewPeer(UIView& owner, CGRect frame)
 
 UIViewPeer::UIViewPeer(UIView& owner, CGRect frame, GtkWidget* content, Sizing sizing) : UIViewPeer(owner, frame)
 {
-    m_content = GTK_WIDGET(g_object_ref_sink(content));
+    m_content = sink(content);
     m_sizing = sizing;
     if (isShownByView(content))
         g_log("Zelvora", G_LOG_LEVEL_WARNING,
             "A %s is in another view, which loses it: make a new widget for each view", G_OBJECT_TYPE_NAME(content));
     takeOutOfItsPlace(content);
-    gtk_widget_set_parent(content, m_canvas);
+    gtk_widget_set_parent(content, widget());
 }
 
 UIViewPeer::~UIViewPeer()
 {
     m_motion.stop();
-    retireCanvas(m_canvas);
-    g_clear_object(&m_content);
-    g_object_unref(m_canvas);
+    retireCanvas(widget());
 }
 
 CGRect UIViewPeer::bounds() const
@@ -110,21 +108,21 @@ CGRect UIViewPeer::bounds() const
 
 void UIViewPeer::addSubview(UIView& child)
 {
-    auto* widget = of(child).m_canvas;
-    gtk_widget_insert_before(widget, m_canvas, nullptr);
-    gtk_widget_set_child_visible(widget, !child.isHidden());
+    auto* added = of(child).widget();
+    gtk_widget_insert_before(added, widget(), nullptr);
+    gtk_widget_set_child_visible(added, !child.isHidden());
 }
 
 void UIViewPeer::removeSubview(UIView& child)
 {
-    auto* widget = of(child).m_canvas;
-    if (gtk_widget_get_parent(widget) == m_canvas)
-        gtk_widget_unparent(widget);
+    auto* removed = of(child).widget();
+    if (gtk_widget_get_parent(removed) == widget())
+        gtk_widget_unparent(removed);
 }
 
 void UIViewPeer::bringSubviewToFront(UIView& child)
 {
-    gtk_widget_insert_before(of(child).m_canvas, m_canvas, nullptr);
+    gtk_widget_insert_before(of(child).widget(), widget(), nullptr);
 }
 
 void UIViewPeer::setHidden(bool hidden)
@@ -132,21 +130,21 @@ void UIViewPeer::setHidden(bool hidden)
     // A widget that is not visible would lose its place; one that is not child-visible is only not shown.
     if (!m_owner.superview())
         return;
-    gtk_widget_set_child_visible(m_canvas, !hidden);
+    gtk_widget_set_child_visible(widget(), !hidden);
     // The toolkit does not always draw the superview again when a child is shown.
-    gtk_widget_queue_draw(of(*m_owner.superview()).m_canvas);
+    gtk_widget_queue_draw(of(*m_owner.superview()).widget());
 }
 
 void UIViewPeer::setBackgroundColor(UIColor color)
 {
     m_backgroundColor = color;
-    gtk_widget_queue_draw(m_canvas);
+    gtk_widget_queue_draw(widget());
 }
 
 void UIViewPeer::setTranslatesAutoresizingMaskIntoConstraints(bool translates)
 {
     m_translates = translates;
-    gtk_widget_queue_resize(m_canvas);
+    gtk_widget_queue_resize(widget());
 }
 
 void UIViewPeer::activate(NSLayoutConstraint const& constraint)
@@ -166,7 +164,7 @@ void UIViewPeer::layoutIfNeeded()
 
 void UIViewPeer::addGestureRecognizer(platform::UIGestureRecognizer&)
 {
-    if (auto* root = gtk_widget_get_root(m_canvas); GTK_IS_WINDOW(root))
+    if (auto* root = gtk_widget_get_root(widget()); GTK_IS_WINDOW(root))
         watchEdgePans(GTK_WINDOW(root));
 }
 
@@ -175,7 +173,7 @@ CanvasClient::Size UIViewPeer::measureCanvas(GtkOrientation orientation, int for
     // A view takes what its container gives it.
     if (m_sizing == Sizing::None)
         return {};
-    return { 0, static_cast<int>(naturalSize(m_content, orientation, forSize)) };
+    return { 0, static_cast<int>(naturalSize(m_content.get(), orientation, forSize)) };
 }
 
 void UIViewPeer::allocateCanvas(int width, int height)
@@ -187,12 +185,12 @@ void UIViewPeer::allocateCanvas(int width, int height)
         m_isAllocating = false;
     }
     // The host may have put its widget elsewhere.
-    if (m_content && gtk_widget_get_parent(m_content) == m_canvas)
-        allocateChild(m_content, 0, 0, width, height);
+    if (m_content && gtk_widget_get_parent(m_content.get()) == widget())
+        allocateChild(m_content.get(), 0, 0, width, height);
     for (auto const& child : m_owner.subviews()) {
         auto const& peer = of(*child);
         auto const& frame = peer.m_shownFrame;
-        allocateChild(peer.m_canvas, frame.x, frame.y, frame.width, frame.height);
+        allocateChild(peer.widget(), frame.x, frame.y, frame.width, frame.height);
     }
 }
 
@@ -204,13 +202,13 @@ void UIViewPeer::drawCanvas(GtkSnapshot* snapshot)
     if (color.alpha <= 0)
         return;
     graphene_rect_t const area { { 0, 0 },
-        { static_cast<float>(gtk_widget_get_width(m_canvas)), static_cast<float>(gtk_widget_get_height(m_canvas)) } };
+        { static_cast<float>(gtk_widget_get_width(widget())), static_cast<float>(gtk_widget_get_height(widget())) } };
     gtk_snapshot_append_color(snapshot, &color, &area);
 }
 
 void UIViewPeer::canvasDidEnterWindow()
 {
-    if (auto* root = gtk_widget_get_root(m_canvas); GTK_IS_WINDOW(root) && !m_owner.gestureRecognizers().empty())
+    if (auto* root = gtk_widget_get_root(widget()); GTK_IS_WINDOW(root) && !m_owner.gestureRecognizers().empty())
         watchEdgePans(GTK_WINDOW(root));
     if (m_controller)
         m_controller->viewDidEnterWindow();
@@ -237,7 +235,7 @@ void UIViewPeer::collectEdgePanTargets(std::vector<EdgePanTarget>& targets)
 
 void UIViewPeer::layOutTree()
 {
-    bool const isRightToLeft = gtk_widget_get_direction(m_canvas) == GTK_TEXT_DIR_RTL;
+    bool const isRightToLeft = gtk_widget_get_direction(widget()) == GTK_TEXT_DIR_RTL;
     shared::LayoutSpace const space {
         .frame = { 0, 0, m_frame.width, m_frame.height },
         // Only a screen reaches under the system's bars.
@@ -261,13 +259,13 @@ void UIViewPeer::setFrame(CGRect frame)
         return;
     m_frame = frame;
     auto const duration = currentAnimationDuration();
-    if (!duration || *duration <= 0 || !canAnimate(m_canvas)) {
+    if (!duration || *duration <= 0 || !canAnimate(widget())) {
         m_motion.stop();
         setShownFrame(frame);
         return;
     }
     auto const from = m_shownFrame;
-    m_motion.start(m_canvas, *duration,
+    m_motion.start(widget(), *duration,
         [this, from, frame](double progress) { setShownFrame(progress < 1 ? between(from, frame, progress) : frame); });
 }
 
@@ -277,14 +275,14 @@ void UIViewPeer::setShownFrame(CGRect frame)
     auto* superview = m_owner.superview();
     // During an allocation the superview is about to be allocated anyway.
     if (superview && !of(shared::rootOf(*superview)).m_isAllocating)
-        gtk_widget_queue_allocate(of(*superview).m_canvas);
+        gtk_widget_queue_allocate(of(*superview).widget());
 }
 
 void UIViewPeer::requestLayout(NSLayoutConstraint const& constraint)
 {
     for (auto const& anchor : { constraint.firstAnchor(), constraint.secondAnchor() }) {
         auto* view = anchor.view->superview() ? anchor.view->superview() : anchor.view;
-        gtk_widget_queue_resize(of(*view).m_canvas);
+        gtk_widget_queue_resize(of(*view).widget());
     }
 }
 

@@ -33,7 +33,7 @@ public:
 
     [[nodiscard]] static UIViewPeer& of(platform::UIView const& view) { return static_cast<UIViewPeer&>(view.peer()); }
 
-    [[nodiscard]] GtkWidget* widget() const { return m_canvas; }
+    [[nodiscard]] GtkWidget* widget() const { return m_canvas.get(); }
 
     /// The controller whose root view this is; it is told when the view enters and leaves a window. Reset by the
     /// controller's destructor.
@@ -71,8 +71,8 @@ private:
     void requestLayout(platform::NSLayoutConstraint const& constraint);
 
     platform::UIView& m_owner;
-    GtkWidget* m_canvas;
-    GtkWidget* m_content = nullptr;
+    GObjectPointer<GtkWidget> m_canvas;
+    GObjectPointer<GtkWidget> m_content;
     Sizing m_sizing = Sizing::None;
     bool m_translates = true;
     bool m_isAllocating = false;

@@ -54,9 +54,9 @@ void UserContentController::addUserScript(platform::WKUserScript script)
     auto const time = script.injectionTime == platform::WKUserScriptInjectionTime::AtDocumentStart
         ? WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START
         : WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_END;
-    auto* made = webkit_user_script_new(script.source.c_str(), frames, time, nullptr, nullptr);
-    webkit_user_content_manager_add_script(m_manager.get(), made);
-    webkit_user_script_unref(made);
+    std::unique_ptr<WebKitUserScript, Releasing<webkit_user_script_unref>> const made(
+        webkit_user_script_new(script.source.c_str(), frames, time, nullptr, nullptr));
+    webkit_user_content_manager_add_script(m_manager.get(), made.get());
 }
 
 void UserContentController::receive(Registration const& registration, JSCValue* body)

@@ -6,7 +6,7 @@ GObjectPointer<WebKitWebView> makeEngineView(WebKitUserContentManager* manager, 
 {
     auto* const view = WEBKIT_WEB_VIEW(g_object_new(
         WEBKIT_TYPE_WEB_VIEW, "user-content-manager", manager, "network-session", session.session(), nullptr));
-    return adopt(WEBKIT_WEB_VIEW(g_object_ref_sink(view)));
+    return sink(view);
 }
 
 GObjectPointer<WebKitWebView> makeViewAhead(WebsiteSession const& session)

@@ -58,17 +58,11 @@ GtkWidget* makeText(char const* name, std::string const& text)
 Panel::Panel(Actions actions, Switches const& switches)
     : m_actions(std::move(actions))
     , m_switches(switches)
-    , m_widget(gtk_box_new(GTK_ORIENTATION_VERTICAL, 6))
+    , m_widget(gtk::sink(gtk_box_new(GTK_ORIENTATION_VERTICAL, 6)))
 {
-    g_object_ref_sink(m_widget);
-    gtk_widget_add_css_class(m_widget, "developer");
-    gtk_widget_set_hexpand(m_widget, TRUE);
+    gtk_widget_add_css_class(widget(), "developer");
+    gtk_widget_set_hexpand(widget(), TRUE);
     build();
-}
-
-Panel::~Panel()
-{
-    g_object_unref(m_widget);
 }
 
 std::string Panel::say(char const* korean, char const* english) const
@@ -80,19 +74,19 @@ void Panel::build()
 {
     auto const part =
         m_stack ? std::string(gtk_stack_get_visible_child_name(GTK_STACK(m_stack))) : std::string(parts.front());
-    removeChildren(m_widget);
+    removeChildren(widget());
     if (m_switches.look == Look::Dark)
-        gtk_widget_add_css_class(m_widget, "dark");
+        gtk_widget_add_css_class(widget(), "dark");
     else
-        gtk_widget_remove_css_class(m_widget, "dark");
+        gtk_widget_remove_css_class(widget(), "dark");
     m_address = makeText("address", "");
     gtk_label_set_ellipsize(GTK_LABEL(m_address), PANGO_ELLIPSIZE_MIDDLE);
-    gtk_box_append(GTK_BOX(m_widget), m_address);
+    gtk_box_append(GTK_BOX(widget()), m_address);
     m_controls = gtk_flow_box_new();
     gtk_flow_box_set_selection_mode(GTK_FLOW_BOX(m_controls), GTK_SELECTION_NONE);
     constexpr guint mostInLine = 6;
     gtk_flow_box_set_max_children_per_line(GTK_FLOW_BOX(m_controls), mostInLine);
-    gtk_box_append(GTK_BOX(m_widget), m_controls);
+    gtk_box_append(GTK_BOX(widget()), m_controls);
     addButtons();
     addSwitches();
     addLists();
@@ -166,10 +160,10 @@ void Panel::addSwitch(std::string_view name, std::string const& label, std::vect
 
 void Panel::addLists()
 {
-    gtk_box_append(GTK_BOX(m_widget), makeText("heading", say("메시지", "Messages")));
+    gtk_box_append(GTK_BOX(widget()), makeText("heading", say("메시지", "Messages")));
     m_messages = std::make_unique<RowList>(
         say("페이지가 아직 브리지를 부르지 않았습니다.", "The page has not called the bridge yet."));
-    gtk_box_append(GTK_BOX(m_widget), m_messages->widget());
+    gtk_box_append(GTK_BOX(widget()), m_messages->widget());
     m_stack = gtk_stack_new();
     auto* const tabs = gtk_stack_switcher_new();
     gtk_stack_switcher_set_stack(GTK_STACK_SWITCHER(tabs), GTK_STACK(m_stack));
@@ -181,8 +175,8 @@ void Panel::addLists()
         m_lists.at(i) = std::make_unique<RowList>(empty.at(i));
         gtk_stack_add_titled(GTK_STACK(m_stack), m_lists.at(i)->widget(), std::string(parts.at(i)).c_str(), "");
     }
-    gtk_box_append(GTK_BOX(m_widget), tabs);
-    gtk_box_append(GTK_BOX(m_widget), m_stack);
+    gtk_box_append(GTK_BOX(widget()), tabs);
+    gtk_box_append(GTK_BOX(widget()), m_stack);
 }
 
 void Panel::show(Contents const& contents)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "examples/developer/panel/RowList.h"
 #include "examples/developer/script/Switches.h"
 
@@ -41,9 +42,9 @@ public:
     Panel(Actions actions, Switches const& switches);
     Panel(Panel const&) = delete;
     Panel& operator=(Panel const&) = delete;
-    ~Panel();
+    ~Panel() = default;
 
-    [[nodiscard]] GtkWidget* widget() const { return m_widget; }
+    [[nodiscard]] GtkWidget* widget() const { return m_widget.get(); }
 
     void show(Contents const& contents);
     /// Brings a list to the front.
@@ -67,7 +68,7 @@ private:
 
     Actions m_actions;
     Switches m_switches;
-    GtkWidget* m_widget;
+    gtk::GObjectPointer<GtkWidget> m_widget;
     // Owned by the widget.
     GtkWidget* m_address = nullptr;
     GtkWidget* m_controls = nullptr;

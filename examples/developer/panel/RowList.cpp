@@ -59,22 +59,18 @@ void toggle(GtkListBox*, GtkListBoxRow* row, gpointer)
 
 }
 
-RowList::RowList(std::string const& empty) : m_scroller(gtk_scrolled_window_new()), m_list(gtk_list_box_new())
+RowList::RowList(std::string const& empty)
+    : m_scroller(gtk::sink(gtk_scrolled_window_new()))
+    , m_list(gtk_list_box_new())
 {
-    g_object_ref_sink(m_scroller);
-    gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(m_scroller), GTK_POLICY_NEVER, GTK_POLICY_AUTOMATIC);
-    gtk_widget_set_vexpand(m_scroller, TRUE);
-    gtk_scrolled_window_set_child(GTK_SCROLLED_WINDOW(m_scroller), m_list);
+    gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(widget()), GTK_POLICY_NEVER, GTK_POLICY_AUTOMATIC);
+    gtk_widget_set_vexpand(widget(), TRUE);
+    gtk_scrolled_window_set_child(GTK_SCROLLED_WINDOW(widget()), m_list);
     gtk_list_box_set_selection_mode(GTK_LIST_BOX(m_list), GTK_SELECTION_NONE);
     auto* const placeholder = makeWrapping("note");
     setText(placeholder, empty);
     gtk_list_box_set_placeholder(GTK_LIST_BOX(m_list), placeholder);
     g_signal_connect(m_list, "row-activated", G_CALLBACK(&toggle), nullptr);
-}
-
-RowList::~RowList()
-{
-    g_object_unref(m_scroller);
 }
 
 RowList::Row RowList::makeRow()

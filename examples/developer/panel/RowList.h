@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "examples/developer/panel/PanelRows.h"
 
 #include <gtk/gtk.h>
@@ -16,9 +17,9 @@ public:
     explicit RowList(std::string const& empty);
     RowList(RowList const&) = delete;
     RowList& operator=(RowList const&) = delete;
-    ~RowList();
+    ~RowList() = default;
 
-    [[nodiscard]] GtkWidget* widget() const { return m_scroller; }
+    [[nodiscard]] GtkWidget* widget() const { return m_scroller.get(); }
 
     /// Shows these rows. Those that were shown before keep their place and stay open.
     void show(std::vector<PanelRow> const& rows);
@@ -39,7 +40,7 @@ private:
     /// How many of the rows are new at the beginning, before those that are shown.
     [[nodiscard]] std::size_t newAtTop(std::vector<PanelRow> const& rows) const;
 
-    GtkWidget* m_scroller;
+    gtk::GObjectPointer<GtkWidget> m_scroller;
     // Owned by the scroller, which this owns too.
     GtkWidget* m_list;
     std::vector<Row> m_rows;

@@ -1,5 +1,6 @@
 #include "examples/service/Collector.h"
 
+#include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "examples/service/CollectorStore.h"
 #include "examples/service/Site.h"
 
@@ -14,14 +15,10 @@ namespace {
 // A page of all events would soon be too long to read; /events.json has them all.
 constexpr std::size_t mostShownEvents = 200;
 
-bool isBatch(Json const& json)
+bool isUpload(Json const& json)
 {
-    if (!json.is_object() || json.size() != 2 || !json.contains("data") || !json.contains("profile"))
-        return false;
-    auto const& events = json.at("data");
-    auto const& profile = json.at("profile");
-    return events.is_array() && std::ranges::all_of(events, [](Json const& event) { return event.is_object(); })
-        && (profile == "dev" || profile == "prd");
+    return json.is_object() && json.size() == 2 && json.contains("data") && json.contains("profile")
+        && isBatch(json.at("profile"), json.at("data"));
 }
 
 Reply collect(CollectorStore& store, Request const& request)
@@ -29,7 +26,7 @@ Reply collect(CollectorStore& store, Request const& request)
     auto const batch = readPost(request, "/v1/events");
     if (!batch)
         return batch.error();
-    if (!isBatch(*batch))
+    if (!isUpload(*batch))
         return errorReply(400, "the body must be an object of data (an array of objects) and profile (dev or prd)");
     auto const& events = batch->at("data");
     if (!store.add(batch->at("profile").get<std::string>(), events))
@@ -39,18 +36,7 @@ Reply collect(CollectorStore& store, Request const& request)
 
 std::string escaped(std::string_view text)
 {
-    std::string result;
-    for (auto const character : text) {
-        if (character == '&')
-            result += "&amp;";
-        else if (character == '<')
-            result += "&lt;";
-        else if (character == '>')
-            result += "&gt;";
-        else
-            result += character;
-    }
-    return result;
+    return gtk::GTextPointer(g_markup_escape_text(text.data(), static_cast<gssize>(text.size()))).get();
 }
 
 std::string nameOf(Json const& event)

@@ -2,6 +2,8 @@
 
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 
+#include <algorithm>
+#include <array>
 #include <fstream>
 
 namespace zelvora::examples {
@@ -14,6 +16,21 @@ std::string now()
     return gtk::GTextPointer(g_date_time_format_iso8601(time.get())).get();
 }
 
+// A person may have edited the file.
+bool isStoredBatch(Json const& line)
+{
+    static constexpr std::array members { "number", "receivedAt", "profile", "events" };
+    auto const has = [&line](char const* member) { return line.contains(member); };
+    return line.is_object() && std::ranges::all_of(members, has) && line.at("number").is_number_unsigned()
+        && line.at("receivedAt").is_string() && isBatch(line.at("profile"), line.at("events"));
+}
+
+}
+
+bool isBatch(Json const& profile, Json const& events)
+{
+    return (profile == "dev" || profile == "prd") && events.is_array()
+        && std::ranges::all_of(events, [](Json const& event) { return event.is_object(); });
 }
 
 CollectorStore::CollectorStore(std::filesystem::path file) : m_file(std::move(file)) { }
@@ -31,10 +48,10 @@ bool CollectorStore::readLines()
     std::fstream stream(m_file, std::ios::in | std::ios::out | std::ios::app | std::ios::binary);
     std::uintmax_t complete = 0;
     for (std::string line; std::getline(stream, line) && !stream.eof(); complete += line.size() + 1) {
-        auto batch = Json::parse(line, nullptr, false);
-        if (!batch.is_object())
+        auto batch = parseJson(line);
+        if (!batch || !isStoredBatch(*batch))
             return false;
-        m_batches.push_back(std::move(batch));
+        m_batches.push_back(*std::move(batch));
     }
     if (!stream.is_open() || stream.bad())
         return false;

@@ -62,6 +62,25 @@ TEST(CollectorStoreTest, AFileOfSomethingElseIsReportedAndLeftAsItIs)
     EXPECT_EQ(directory.read("notes"), "not ours\n");
 }
 
+TEST(CollectorStoreTest, AFileWithALineThatIsNoBatchIsReportedAndLeftAsItIs)
+{
+    auto const deep = R"({"number":1,"receivedAt":"now","profile":"prd","events":[{"a":)" + std::string(100'000, '[')
+        + std::string(100'000, ']') + "}]}";
+    for (auto const& line : { std::string("{}"), std::string(R"({"number":1,"receivedAt":"now","profile":"prd"})"),
+             std::string(R"({"number":"1","receivedAt":"now","profile":"prd","events":[]})"),
+             std::string(R"({"number":1,"receivedAt":0,"profile":"prd","events":[]})"),
+             std::string(R"({"number":1,"receivedAt":"now","profile":null,"events":[]})"),
+             std::string(R"({"number":1,"receivedAt":"now","profile":"prd","events":{}})"),
+             std::string(R"({"number":1,"receivedAt":"now","profile":"prd","events":[7]})"), deep }) {
+        TemporaryDirectory const directory;
+        auto const file = directory.write("collected.jsonl", line + "\n");
+        auto const store = examples::CollectorStore::open(file);
+        ASSERT_FALSE(store) << line.substr(0, 80);
+        EXPECT_EQ(store.error(), "cannot use " + file.string());
+        EXPECT_EQ(directory.read("collected.jsonl"), line + "\n");
+    }
+}
+
 TEST_F(CollectorTest, WhatWasCollectedSurvivesARestart)
 {
     collect(R"({"profile":"prd","data":[{"eventId":"before"}]})");

@@ -15,6 +15,8 @@ namespace {
 constexpr std::string_view root = "/v1/";
 constexpr std::string_view packageFolder = "page-bridge/";
 
+// A table of our own, because GIO knows none of these types on a machine without shared-mime-info, and has other names
+// for modules and icons on one with it.
 std::string contentTypeOf(std::filesystem::path const& file)
 {
     static constexpr std::array<std::pair<std::string_view, char const*>, 17> types { {

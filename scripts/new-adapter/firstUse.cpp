@@ -18,7 +18,8 @@ int main()
     zelvora::platform::Platform::install(std::move(platform));
 
     auto const tell = [](std::optional<ZelvoraSDKError> const& error) {
-        std::cout << "initialize has ended" << (error ? " with " : ".") << (error ? error->code() : "") << std::endl;
+        if (error)
+            std::cout << "initialize reported " << error->code() << std::endl;
     };
     auto const result =
         ZelvoraSDK::shared().initialize("user-key", "api-key", true, false, true, nullptr, nullptr, nullptr, tell);

@@ -1,7 +1,10 @@
 import { bridge } from './app.js';
 import { check } from './bridge-error.js';
 
-/** Uploads the saved events and closes the screen that shows this page. */
+/**
+ * Uploads at most the oldest 500 events and dismisses the screen that shows this page, unless the app has pushed it on a
+ * navigation stack.
+ */
 export function close(): void {
     bridge().close();
 }

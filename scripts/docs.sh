@@ -4,9 +4,9 @@
 # own or its group's. Doxygen asks the functions and types of a namespace for theirs because each namespace has one itself.
 LANGUAGE='operator(==|\*|->|\+\+)|begin|end|value_type|difference_type|promise_type|await_(ready|suspend|resume)'
 
-# make_docs: fails if a public member lacks its comment, or if a comment refers to what is not there. The links of documents
-# are followed by tests/docs/links.sh: the READMEs of folders are no pages of the reference, because it would take each of them
-# for its first one, and headings of the same page are unknown to this doxygen.
+# make_docs: fails if a public member lacks its comment, or if a comment refers to what is not there. The links of documents are
+# followed by tests/docs/links.sh: doxygen would take each README of a folder for the main page of the reference, so they are
+# not part of it, and this version of doxygen does not know headings of the same page.
 make_docs() {
     local missing
     rm -rf build/docs

@@ -20,7 +20,7 @@ fuzz() {
     run_fuzzers "$seconds" "${targets[@]}"
 }
 
-# From the same seed each time, so that it fails for what changed.
+# From the same seed each time, so that a new failure comes from a change and not from chance.
 stage_fuzz() {
     build fuzz all && FUZZ_SEED=1 run_fuzzers "$FUZZ_STAGE_SECONDS" "${FUZZERS[@]}" || return 1
     s_passed=${#FUZZERS[@]}

@@ -2,7 +2,7 @@
 # s_skipped and, where it has more to say, a text in s_remark. A stage that cannot run has failed.
 
 STAGES=(clang format docs libcxx phone simulation gcc soak page asan tsan tidy fuzz)
-# The stage "clang" runs what "asan" runs in the same way and what "gcc" runs too.
+# Without "clang": "asan" runs the same tests with the same compiler, and "gcc" runs those that "asan" leaves out.
 ALL_STAGES=(format docs libcxx phone simulation gcc soak page asan tsan tidy fuzz)
 
 s_passed=0

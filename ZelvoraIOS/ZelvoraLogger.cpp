@@ -28,7 +28,7 @@ void write(OSLogType type, std::string const& message)
     // One call, so that lines of different threads do not interleave.
     auto const line = internal::joined({ "[ZelvoraSDK-debug] ", message, "\n" });
     std::fwrite(line.data(), 1, line.size(), stdout);
-    // A pipe or a file gets it now and not with the next block: a crash would take the block along.
+    // Flushed at once, because standard output to a pipe or a file is buffered and a crash would lose the buffer.
     std::fflush(stdout);
 }
 

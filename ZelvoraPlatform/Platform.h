@@ -51,13 +51,13 @@ public:
     /// thread. The SDK asks at each use, so the answer must not change once the SDK has been used.
     [[nodiscard]] virtual std::optional<ServiceAddresses> serviceAddresses() const { return std::nullopt; }
 
-    /// Whether the calling thread is the main one, which the blocks of `mainQueue` run on. That is the system's own
-    /// main thread where there is one, whichever thread installs; elsewhere the adapter says which it is, such as the
-    /// thread that made the platform. Any thread. By default every thread is, for doubles that have but one: an adapter
-    /// overrides it.
+    /// Whether the calling thread is the main one, on which the blocks of `mainQueue` run. Where the system has a main
+    /// thread, it is that one, whichever thread installs the platform; elsewhere the adapter chooses one, such as the
+    /// thread that made the platform. Any thread. By default every thread counts as the main one, for test doubles that
+    /// have only one thread; an adapter overrides it.
     [[nodiscard]] virtual bool isMainThread() const { return true; }
-    /// Tells whoever develops the host of a call that its interface forbids and that does not stop the process, in a
-    /// sentence for the adapter's own log. Any thread. By default nobody is told.
+    /// Reports a call that its interface forbids but that does not stop the process. The adapter writes the sentence,
+    /// which is for the developers of the host, to a log of its own. Any thread. By default nothing is reported.
     virtual void complain(std::string const& /*sentence*/) { }
 
     /// The host app's bundle.
@@ -97,7 +97,7 @@ public:
     /// As `makeViewPeer`.
     [[nodiscard]] virtual std::unique_ptr<UIViewController::Peer> makeViewControllerPeer(
         UIViewController& owner, std::optional<std::string_view> nativeClass) = 0;
-    /// What a web view's scripts and message handlers are given to, before it is made.
+    /// Makes the object that receives a web view's scripts and message handlers before the view itself is made.
     [[nodiscard]] virtual std::shared_ptr<WKUserContentController> makeUserContentController() = 0;
     /// The configuration must hold a content controller that this platform made.
     [[nodiscard]] virtual std::shared_ptr<WKWebView> makeWebView(

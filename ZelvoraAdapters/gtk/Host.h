@@ -32,10 +32,10 @@ ZELVORA_API void install(HostOptions options);
 
 /// Makes the first container show its page sooner: starts the engine's processes and makes a web view ahead, which the
 /// SDK's next web view gets. No page is loaded. Call it while the user has something to look at, such as when the
-/// screen appears from which the shop is opened; while a web view is ready it does nothing. The processes take memory
-/// until then (docs/performance.md says how much). It is given back when the app goes inactive and when the system
-/// warns of low memory, and made again only by another call. Once a site was shown, the engine keeps its process for a
-/// while by itself, so later containers gain little.
+/// screen appears from which the shop is opened. Does nothing while a web view is ready. The web view takes memory
+/// until it is used (docs/performance.md says how much). It is dropped when the app goes inactive and when the system
+/// warns of low memory, and only another call makes a new one. Once a site was shown, the engine keeps its process for
+/// a while by itself, so later containers gain little.
 ZELVORA_API void prewarm();
 
 /// A view that shows a widget, such as a header or a footer, and is as high as the widget's natural height. The view

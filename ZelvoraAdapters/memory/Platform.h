@@ -37,7 +37,7 @@ struct Options {
     UserDefaults::Contents storedValues {};
     /// The state that the app starts in.
     platform::UIApplicationState applicationState = platform::UIApplicationState::Active;
-    /// What the user decided in an earlier launch. Not determined, the first request shows the prompt.
+    /// What the user decided in an earlier launch. If it is not determined, the first request shows the prompt.
     platform::ATTrackingAuthorizationStatus trackingStatus = platform::ATTrackingAuthorizationStatus::NotDetermined;
     /// Used instead of the addresses that are compiled in.
     std::optional<platform::ServiceAddresses> serviceAddresses {};

@@ -19,9 +19,9 @@
 //     page.invoke("share", "tea");
 namespace zelvora::memory {
 
-/// Makes a platform in memory on which the shop opens without a further word from the test, installs it and returns it:
-/// the service answers each request at once with the id "shop", which uploads take for a success, and a user who has
-/// not been asked about tracking yet has refused it. Once per process.
+/// Makes a platform in memory on which the shop opens without further setup by the test, installs it and returns it.
+/// The service answers each request at once with the id "shop", which an upload takes as a success. The user has
+/// refused tracking unless the options give another answer. Once per process.
 [[nodiscard]] ZELVORA_API Platform& readyShop(Options options = {});
 
 /// The page of the shop that opened last. It does not keep the shop: once that is closed the page is gone.
@@ -31,7 +31,8 @@ public:
     explicit Page(Platform& platform);
 
     /// The functions of `window.ZelvoraSDKBridge`, with the parameters that they have in a page. Each runs the queues
-    /// until they are idle, so that all has happened what the call causes, and stops the process if the page is gone.
+    /// until they are idle, so that everything that the call causes has happened when it returns. It stops the process
+    /// if the page is gone.
     /// @{
     void close() const;
     void setItem(
@@ -46,9 +47,9 @@ public:
     /// empty text is no data.
     void invoke(std::string const& name, std::string const& data = "") const;
     /// Posts the message of such a function: its "action" and that action's keys. A message that the page's script
-    /// cannot post is posted, too, and is complained of (see `Screen::complaints`): an action or a key that there is
-    /// not, or an action of the app's that was not registered when the page's screen was opened. A test of what a
-    /// hostile page posts calls `WebView::postMessage`, which takes anything.
+    /// cannot post is posted too, and is reported as a complaint (see `Screen::complaints`): one with an unknown action
+    /// or key, or with an action of the app's that was not registered when the page's screen was opened. A test of what
+    /// a hostile page posts calls `WebView::postMessage`, which takes anything.
     void post(std::string const& action, platform::Dictionary const& arguments = {}) const;
     /// The calls of the page's functions with which it was answered, in order, such as `gotItem("tea");`. Empty if the
     /// page is gone.

@@ -9,14 +9,14 @@
 
 #include <memory>
 
-/// What a native class does that a view of the SDK's is shown by: the initializer for the SDK, where the host's own
-/// ones stop the process.
+/// Adopted by a native class that shows a view of the SDK's. The SDK makes the native view with this initializer,
+/// because those inherited from the superclass stop the process.
 @protocol ZLVView
 - (instancetype)initForOwnerWithFrame:(CGRect)frame;
 @end
 
-/// As `ZLVView`. The class also calls `viewDidLoad` and `viewWillDisappear` below from its methods of these names,
-/// after those of its superclass.
+/// Adopted by a native class that shows a controller of the SDK's; see `ZLVView`. The class also calls `viewDidLoad`
+/// and `viewWillDisappear` below from its methods of these names, after those of its superclass.
 @protocol ZLVViewController
 - (instancetype)initForOwner;
 @end

@@ -10,7 +10,8 @@
 #include <optional>
 #include <string>
 
-/// The SDK. A host begins with `ZelvoraSDK`; what else is here, it gets from there or gives to it.
+/// The SDK. A host begins with `ZelvoraSDK`, which takes or returns most other types here; `ZelvoraStorage` and
+/// `ZelvoraLogger` have static functions of their own.
 namespace zelvora {
 
 class ZelvoraWebView;
@@ -32,8 +33,8 @@ struct SDKCore;
 ///
 /// Install a platform first: without one, `initialize` and whatever needs a service of the platform stop the process
 /// with a message. Call on the main thread unless stated otherwise. The properties may be read and set on any thread.
-/// The SDK calls no callback of the host while it holds a lock, so every callback may call the SDK. It keeps one
-/// callable of each, also for those that it hands out: a closure that counts its calls counts them all.
+/// The SDK calls no callback of the host while it holds a lock, so every callback may call the SDK. A getter returns a
+/// callable that shares the state of the one that was set: a closure that counts its calls counts them all.
 class ZELVORA_API ZelvoraSDK final {
 public:
     /// The host's side of the container. The SDK keeps a weak reference only. Main thread.
@@ -103,8 +104,9 @@ public:
     void setFooterVisible(bool visible);
 
     /// Uploads the oldest queued events, up to 500, and removes them once the server has accepted them. The SDK calls
-    /// this at the end of initialization and when a container disappears. The outcome is only logged. Any thread.
-    /// Overlapping calls upload the same events twice.
+    /// this at the end of initialization, when a page calls `close` and when a container disappears. The outcome is
+    /// only logged. Any thread. Overlapping calls upload the same events twice, and may remove later events that were
+    /// never sent.
     void sendTrackingData();
 
     /// Registers an action that pages call as `window.ZelvoraSDKBridge.NAME(data)`, on the main thread. A later action

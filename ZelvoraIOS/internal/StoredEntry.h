@@ -26,11 +26,11 @@ private:
     std::string m_expiryKey;
 };
 
-/// The value of the entry for this key, with the line that reading it logs. One that has expired is removed and
+/// Reads the value of this entry and logs the line that every read logs for the key. An expired entry is removed and
 /// reported as absent, without a line.
 [[nodiscard]] std::optional<platform::Value> getLogged(std::string const& key, StoredEntry const& entry);
 
-/// Logs the line that comes before a value is written for this key.
+/// Logs the line that precedes every write under this key.
 void logSet(std::string const& key, std::optional<platform::Value> const& value);
 
 }

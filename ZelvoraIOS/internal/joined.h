@@ -7,7 +7,7 @@
 
 namespace zelvora::internal {
 
-/// The parts behind one another, in a single allocation: log lines and keys are made for every message of a page.
+/// The parts one after another, in a single allocation: log lines and keys are made for every message of a page.
 [[nodiscard]] inline std::string joined(std::initializer_list<std::string_view> parts)
 {
     std::size_t length = 0;

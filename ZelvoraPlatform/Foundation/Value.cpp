@@ -42,7 +42,7 @@ Value::Value(platform::Dictionary dictionary)
 {
 }
 
-// Here, because each is long and every user of a value would have its own.
+// Defined here, because each is long and would otherwise be compiled into every source that uses a value.
 Value::Value(Value const& other) = default;
 Value::Value(Value&& other) noexcept = default;
 Value& Value::operator=(Value const& other) = default;

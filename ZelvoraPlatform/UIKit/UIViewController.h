@@ -63,7 +63,7 @@ public:
     void dismiss(Animated animated);
     /// @}
 
-    /// A hook: called by the native side once, when the root view has been made. An override calls its base first.
+    /// A hook: called once, by `view`, when it has made the root view. An override calls its base first.
     virtual void viewDidLoad() { }
     /// A hook: called by the native side once each time that the screen, while it is shown, is popped, dismissed, or
     /// covered by a push or a full-screen presentation; on Linux also when its window closes. An override calls its

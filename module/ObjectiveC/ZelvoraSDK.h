@@ -77,8 +77,8 @@ ZELVORA_EXPORT NS_SWIFT_SENDABLE __attribute__((objc_subclassing_restricted))
 - (void)setFooterVisible:(BOOL)visible NS_SWIFT_UI_ACTOR;
 
 /// Uploads the oldest queued events, up to 500, and removes them once the server has accepted them. The SDK calls this
-/// at the end of initialization and when a container disappears. The outcome is only logged. Any thread. Overlapping
-/// calls upload the same events twice.
+/// at the end of initialization, when a page calls `close` and when a container disappears. The outcome is only logged.
+/// Any thread. Overlapping calls upload the same events twice, and may remove later events that were never sent.
 - (void)sendTrackingData;
 
 /// Registers an action that pages call as `window.ZelvoraSDKBridge.NAME(data)`, on the main thread. A later action of

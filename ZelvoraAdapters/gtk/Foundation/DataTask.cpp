@@ -196,7 +196,8 @@ void DataTask::checkServer(GTlsCertificate* certificate, GTlsProtocolVersion ver
 
 bool DataTask::acceptCertificate(GTlsCertificate& certificate) const
 {
-    // Refused here, the handshake fails; what `checkServer` refuses may already be on its way.
+    // A certificate that is refused here fails the handshake. When `checkServer` refuses one, the request may already
+    // be on its way.
     return m_trust && isForServers(certificate)
         && m_trust->vouchesFor(certificate, *soup_message_get_uri(m_message.get()));
 }

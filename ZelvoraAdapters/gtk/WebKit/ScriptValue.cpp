@@ -32,12 +32,13 @@ enum class Kind : std::uint8_t { Null, False, True, Number, Date, Text, Array, D
 // places, or in itself, is written once, and after that as the number of its container. Lone surrogates are replaced,
 // and a line break between the texts keeps the halves of a pair apart.
 //
-// One call into the engine costs about a tenth of what receiving a small message costs. So the few numbers of such a
-// message are left where this adapter reads them without a call, and the result is the text. They are copied there: if
-// the function also wrote to an array whose data was asked for, a large message would take it three times as long. The
-// result for that is an array of the numbers and the text, or null if there are more values than may be.
+// One call into the engine costs about a tenth of what receiving a small message costs. So for a small message the
+// function returns the text alone, and leaves the few numbers in an array that this adapter reads without a call. They
+// are copied there at the end: if the function wrote every number to an array whose data was asked for, a large message
+// would take three times as long. For a large message the result is an array of the numbers and the text. The result is
+// null if the message has more values than are allowed.
 //
-// A page may give an object a prototype, by a member of that name, but not the prototype of dates.
+// A page may give an object another prototype, by a member named "__proto__", but not the prototype of dates.
 constexpr char const* writerSource = R"((most => {
     const few = new Float64Array(128);
     const own = new Float64Array(few.length);
@@ -160,8 +161,8 @@ Writer makeWriter(JSCContext* context)
     return { std::move(write), numbersIn(few.get()) };
 }
 
-/// The engine converts all messages in one context, until it has had none for a while. The context's object is another
-/// at times, but the same for two values that exist at once.
+/// The engine converts all messages in one context, and drops the context when no message has come for a while. The
+/// object that stands for the context changes at times, but two values that exist at the same time have the same one.
 Writer writerIn(JSCContext* context)
 {
     struct Last {

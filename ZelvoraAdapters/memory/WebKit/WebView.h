@@ -46,7 +46,7 @@ public:
     void navigate(platform::URL const& url);
     /// Makes a navigation that leaves this view's URL as it is, such as a frame's, or one without a URL.
     void navigateFrame(std::optional<platform::URL> url);
-    /// Changes the URL in place, as a page's script does; absent, the page has no URL.
+    /// Changes the URL in place, as a page's script does. If it is absent, the page has no URL.
     void setURL(std::optional<platform::URL> url);
 
     /// The evaluated scripts, in order.

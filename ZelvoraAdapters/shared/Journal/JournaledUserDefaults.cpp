@@ -114,8 +114,8 @@ void JournaledUserDefaults::wakeThreads(bool wasSyncDue, bool wasCompactionNeede
         m_compactionWanted.notify_one();
 }
 
-// Requires m_mutex. Others wait for the lock, so that a turn is ended by the call that runs when it is over, or by the
-// turn thread if none does.
+// Requires m_mutex. Others wait for the file's lock, so a turn that is over is ended by the call that is running then,
+// or by the turn thread if none is.
 void JournaledUserDefaults::tendTurn()
 {
     auto const turn = m_turn.load();

@@ -29,8 +29,9 @@ class Journal;
 /// the lock gets it when the turn is over.
 ///
 /// A change survives the death of the process once the call returns, and a power cut once the file is synced: within a
-/// second, by `synchronize`, and on destruction. Setting a value that is already stored writes
-/// nothing. When most of the file is obsolete, a background thread compacts it.
+/// second, by `synchronize`, and on destruction. Setting a number, a boolean, a date or text that is already stored
+/// writes nothing. Data and containers are compared by identity, so an equal one that was made anew is written again.
+/// When most of the file is obsolete, a background thread compacts it.
 ///
 /// Errors are logged, a repeated one once until it clears. A change that cannot be written stays in memory and is
 /// written with the next one. Nothing is thrown away, and the line in the log names the file in which it is kept:

@@ -31,7 +31,7 @@ SolvedLayout solveLayout(platform::UIView& root, LayoutSpace const& space, Layou
     using Orientation = LayoutAxis::Orientation;
     using FixedFrom = LayoutAxis::FixedFrom;
     LayoutTree const tree(root);
-    // Frames are measured from the left, which right to left is where a view ends.
+    // Frames are measured from the left edge, which is where a view ends in a right-to-left layout.
     bool const isRightToLeft = space.direction == LayoutDirection::RightToLeft;
     LayoutAxis horizontal(tree, Orientation::Horizontal, isRightToLeft ? FixedFrom::End : FixedFrom::Begin);
     LayoutAxis vertical(tree, Orientation::Vertical, FixedFrom::Begin);

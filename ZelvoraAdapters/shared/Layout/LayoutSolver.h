@@ -20,7 +20,7 @@ struct LayoutSpace {
     platform::CGRect frame;
     /// How far the safe area lies inside the root view.
     SafeAreaInsets safeAreaInsets {};
-    /// Right to left, the leading edge is the right one.
+    /// In a right-to-left layout the leading edge is the right one.
     LayoutDirection direction = LayoutDirection::LeftToRight;
 };
 

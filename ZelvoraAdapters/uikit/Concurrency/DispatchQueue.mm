@@ -33,12 +33,13 @@ void DispatchQueue::async(Work work)
 
 void DispatchQueue::asyncAfter(platform::TimeInterval delay, Work work)
 {
-    // Behind what was submitted before, which the system does not say of a time that has passed.
+    // Not by `dispatch_after`: the system does not promise that a block whose time has passed runs after the blocks
+    // that were submitted before it.
     if (!(delay > 0)) {
         async(std::move(work));
         return;
     }
-    // The system's count of nanoseconds ends after 292 years, and it does not say what a block does that is due never.
+    // The system counts nanoseconds in 64 bits, which last 292 years, and does not document a block that is never due.
     constexpr platform::TimeInterval century = 100 * 365.25 * 86400;
     auto const nanoseconds = static_cast<std::int64_t>(std::min(delay, century) * NSEC_PER_SEC);
     dispatch_after_f(dispatch_time(DISPATCH_TIME_NOW, nanoseconds), m_queue, contextOf(std::move(work)), run);

@@ -4,8 +4,8 @@
 
 namespace zelvora::uikit {
 
-/// The system's reader and writer. What they do not refuse with an error, but by raising or by running out of stack,
-/// they are never asked.
+/// The system's reader and writer. They never get input at which they would raise an exception or run out of stack
+/// instead of returning an error.
 class JSONSerialization final : public platform::JSONSerialization {
 public:
     // platform::JSONSerialization

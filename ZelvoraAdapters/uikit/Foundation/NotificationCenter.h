@@ -12,8 +12,8 @@
 namespace zelvora::uikit {
 
 /// The app's default notification center, which the host posts to as well. The system promises no order, so the
-/// handlers are kept here, and one native observer for each name calls them. A notification whose user info no
-/// dictionary of ours stands for arrives without it.
+/// handlers are kept here, and one native observer for each name calls them. User info that cannot be converted to a
+/// dictionary of ours is left out.
 class NotificationCenter final : public platform::NotificationCenter {
 public:
     NotificationCenter();

@@ -8,8 +8,8 @@
 
 namespace zelvora::uikit {
 
-/// The app's standard preferences, which the system shares with the host. They refuse a null marker: inside a container
-/// it is a reserved dictionary there. A value that the preferences do not accept is not written.
+/// The app's standard preferences, which the system shares with the host. They cannot hold a null marker, so one inside
+/// a container is stored as a reserved dictionary. A value that the preferences do not accept is not written.
 class UserDefaults final : public platform::UserDefaults {
 public:
     UserDefaults();

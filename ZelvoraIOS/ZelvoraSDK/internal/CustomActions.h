@@ -28,7 +28,7 @@ private:
 
     mutable std::mutex m_mutex;
     Table m_table;
-    /// Made when somebody asks: every web view does, and few actions are added in between.
+    /// Made when first asked for and kept until an action is added, because every web view asks for it.
     mutable std::optional<platform::Array> m_names;
 };
 

@@ -10,7 +10,8 @@ public:
     explicit TrackingUpload(GuardedProperties const& properties) : m_properties(properties) { }
 
     /// Sends the oldest events in one batch and removes them, on the loader's queue, once the collector has accepted
-    /// them. The outcome is only logged. Any thread. Overlapping calls send the same events twice.
+    /// them. The outcome is only logged. Any thread. Overlapping calls send the same events twice, and may remove later
+    /// events that were never sent.
     void sendTrackingData() const;
 
 private:

@@ -18,13 +18,13 @@ namespace {
 
 using platform::Value;
 
-// What is looked at below with recursion.
+// The functions below recurse, so the depth is checked first.
 bool isShallowContainer(Value const& value)
 {
     return (value.array() || value.dictionary()) && value.nesting() <= Value::maximumNesting;
 }
 
-// Visits arrays, here and to write them, because a page may ask for a long queue that is not made of values yet.
+// Uses `Array::visit`, as the writer does, because a page may ask for a long queue whose elements are not made yet.
 bool containsOnlyJSON(Value const& value)
 {
     switch (value.kind()) {
@@ -61,9 +61,9 @@ bool needsEscape(char character)
 
 /// Writes values whose depth is bounded, and so the recursion.
 ///
-/// Our own, because the library that reads JSON can write only its own type: for an upload of 500 events, converting
-/// the value and writing that takes four times as long as this (bench/json.cpp; 2.7 times for text with escapes, 1.6
-/// times for numbers with many digits). It would also report text that is not UTF-8 by an exception.
+/// Our own, because the library that reads JSON can write only its own type, and converting a value and writing that
+/// takes longer than this (docs/performance.md has the figures of bench/json.cpp). The library would also report text
+/// that is not UTF-8 by an exception.
 class Writer final {
 public:
     explicit Writer(platform::JSONWritingOptions options)

@@ -15,7 +15,8 @@ using platform::Value;
 
 namespace {
 
-// So many elements are freed by the next sync, on its own thread, because that takes longer than the change.
+// If a change frees at least this many elements of an array, the next sync frees them, on the sync thread, because that
+// takes longer than the change.
 constexpr std::size_t manyElements = 64;
 
 // A larger buffer is freed after its write.

@@ -56,7 +56,8 @@ void JournalReplay::applyChange(JournalChange const& change)
         m_arrays.erase(find(change.key));
         return m_table.remove(m_key);
     case ChangeKind::Extend:
-        // Not applicable any more only if a record changes one key twice, which we never write. It is ignored then.
+        // Only a record that changes one key twice makes the change inapplicable. We never write such a record; the
+        // change is ignored then.
         if (isApplicable(change))
             extend(*find(change.key), change);
     }

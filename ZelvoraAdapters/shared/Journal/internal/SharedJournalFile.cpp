@@ -17,8 +17,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// The holder of the lock that was waited for in vain is probably a stopped process. From then on, waiting may take at
-// most a fiftieth of the time; a process that runs keeps the lock for a shorter time than it waits then.
+// If the lock could not be had in time, its holder is probably a stopped process. From then on this waits for at most a
+// fiftieth of the time. Each wait is short, but longer than a running process keeps the lock.
 constexpr std::chrono::milliseconds shortPatience { 4 };
 constexpr std::chrono::milliseconds timeBetweenWaits { 200 };
 

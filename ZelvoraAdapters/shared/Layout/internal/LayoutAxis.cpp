@@ -102,7 +102,7 @@ std::size_t LayoutAxis::classOf(std::size_t edge) const
     return edge;
 }
 
-/// Where the safe area's edge is by the view's own edge, if that is known.
+/// Where the view's own edge puts the edge of its safe area, if the own edge is known.
 std::optional<double> LayoutAxis::safeValueOf(std::size_t edge) const
 {
     auto const& own = valueOf(edge - safe);

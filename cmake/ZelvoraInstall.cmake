@@ -119,17 +119,13 @@ if(ZELVORA_GTK)
 endif()
 
 # The contract suites are headers: an adapter outside of these sources compiles them with its own harness.
-set(ZELVORA_CONTRACT_SUPPORT ReceivedRequest.h Record.h RecordingScreen.h recorded.h runOnThreads.h)
 add_library(zelvora_contract INTERFACE)
 target_include_directories(zelvora_contract INTERFACE
     "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>" "$<INSTALL_INTERFACE:${ZELVORA_INCLUDE_DIR}>")
 target_link_libraries(zelvora_contract INTERFACE zelvora_platform GTest::gtest)
 set_target_properties(zelvora_contract PROPERTIES EXPORT_NAME contract)
 zelvora_install(ZelvoraIOSContract zelvora_contract)
-file(GLOB ZELVORA_CONTRACT_HEADERS CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/contract/*.h")
-install(FILES ${ZELVORA_CONTRACT_HEADERS} DESTINATION "${ZELVORA_INCLUDE_DIR}/tests/contract")
-list(TRANSFORM ZELVORA_CONTRACT_SUPPORT PREPEND "${PROJECT_SOURCE_DIR}/tests/support/")
-install(FILES ${ZELVORA_CONTRACT_SUPPORT} DESTINATION "${ZELVORA_INCLUDE_DIR}/tests/support")
+zelvora_install_headers(ZelvoraContract)
 
 zelvora_standard_library(ZELVORA_STANDARD_LIBRARY)
 configure_package_config_file(cmake/ZelvoraIOSConfig.cmake.in "${PROJECT_BINARY_DIR}/cmake/ZelvoraIOSConfig.cmake"

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/abacus/os/Logger.h"
 
-#include "tests/contract/LoggerContract.h"
+#include "ZelvoraContract/LoggerContract.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -2,7 +2,7 @@
 
 #include "ZelvoraAdapters/memory/Platform.h"
 #include "ZelvoraPlatform/fatalError.h"
-#include "tests/support/runOnThreads.h"
+#include "ZelvoraContract/support/runOnThreads.h"
 
 #include <gtest/gtest.h>
 

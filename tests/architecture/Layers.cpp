@@ -47,6 +47,8 @@ std::vector<Layer> layersOf(std::filesystem::path const& tree)
     std::vector<Layer> layers {
         { "ZelvoraPlatform", { "ZelvoraPlatform" }, AngledIncludes::StandardOnly },
         { "ZelvoraIOS", { "ZelvoraPlatform", "ZelvoraIOS" }, AngledIncludes::StandardOnly },
+        // Installed for adapters outside of these sources, with a harness for the adapter in memory.
+        { "ZelvoraContract", { "ZelvoraPlatform", "ZelvoraAdapters/memory", "ZelvoraContract" }, AngledIncludes::Any },
         // What a phone's host imports: the SDK in Objective-C and Swift, on the phone's adapter. Its public headers lie
         // in one folder of a framework, wherever that is.
         { "module", { "ZelvoraPlatform", "ZelvoraIOS", "ZelvoraAdapters/uikit", "module" }, AngledIncludes::Any,

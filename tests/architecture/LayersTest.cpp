@@ -29,7 +29,7 @@ TEST_F(LayersTest, TheSurveyOfTheProjectReadsEveryLayer)
 {
     auto const sourcesRead = surveyLayers(ZELVORA_SOURCE_TREE).sourcesRead;
     for (auto const* layer : { "ZelvoraPlatform", "ZelvoraIOS", "ZelvoraAdapters/shared", "ZelvoraAdapters/memory",
-             "ZelvoraAdapters/gtk", "ZelvoraAdapters/uikit", "module" })
+             "ZelvoraAdapters/gtk", "ZelvoraAdapters/uikit", "ZelvoraContract", "module" })
         EXPECT_TRUE(sourcesRead.contains(layer)) << layer;
 }
 
@@ -41,6 +41,12 @@ TEST_F(LayersTest, ThePlatformMayIncludeItselfAndTheStandardLibrary)
 TEST_F(LayersTest, APublicHeaderOfTheModuleMayNameItsSiblingAlone)
 {
     EXPECT_TRUE(violationsOf("module/ObjectiveC/A.h", "#import \"B.h\"\n").empty());
+}
+
+TEST_F(LayersTest, AContractSuiteThatIncludesWhatIsNotInstalledIsFound)
+{
+    EXPECT_EQ(violationsOf("ZelvoraContract/A.h", "#include \"tests/support/B.h\"\n"),
+        one("ZelvoraContract/A.h", 1, "ZelvoraContract must not include \"tests/support/B.h\""));
 }
 
 TEST_F(LayersTest, AnSDKThatNamesASiblingAloneIsFound)

@@ -1,5 +1,5 @@
 #include "ZelvoraAdapters/memory/Foundation/Bundle.h"
-#include "tests/contract/BundleContract.h"
+#include "ZelvoraContract/BundleContract.h"
 
 namespace zelvora::tests {
 

@@ -1,5 +1,5 @@
 #include "ZelvoraAdapters/memory/Foundation/Clock.h"
-#include "tests/contract/ClockContract.h"
+#include "ZelvoraContract/ClockContract.h"
 
 namespace zelvora::tests {
 

@@ -1,5 +1,5 @@
 #include "ZelvoraAdapters/memory/Concurrency/DispatchQueue.h"
-#include "tests/contract/DispatchQueueContract.h"
+#include "ZelvoraContract/DispatchQueueContract.h"
 
 #include <optional>
 

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/memory/os/Log.h"
 #include "ZelvoraAdapters/memory/os/Logger.h"
-#include "tests/contract/LoggerContract.h"
+#include "ZelvoraContract/LoggerContract.h"
 
 namespace zelvora::tests {
 

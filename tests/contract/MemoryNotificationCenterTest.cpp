@@ -1,7 +1,7 @@
 #include "ZelvoraAdapters/memory/Concurrency/DispatchQueue.h"
 #include "ZelvoraAdapters/memory/ForwardingNotificationCenter.h"
 #include "ZelvoraAdapters/shared/Foundation/NotificationCenter.h"
-#include "tests/contract/NotificationCenterContract.h"
+#include "ZelvoraContract/NotificationCenterContract.h"
 
 namespace zelvora::tests {
 

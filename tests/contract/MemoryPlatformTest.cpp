@@ -1,5 +1,5 @@
 #include "ZelvoraAdapters/memory/Platform.h"
-#include "tests/contract/PlatformContract.h"
+#include "ZelvoraContract/PlatformContract.h"
 
 namespace zelvora::tests {
 

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/memory/Concurrency/DispatchQueue.h"
 #include "ZelvoraAdapters/memory/Tracking/ATTrackingManager.h"
-#include "tests/contract/TrackingContract.h"
+#include "ZelvoraContract/TrackingContract.h"
 
 #include <optional>
 

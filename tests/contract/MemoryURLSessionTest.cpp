@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/memory/Foundation/URLSession.h"
-#include "tests/contract/URLSessionContract.h"
-#include "tests/support/recorded.h"
+#include "ZelvoraContract/URLSessionContract.h"
+#include "ZelvoraContract/support/recorded.h"
 
 #include <mutex>
 #include <optional>

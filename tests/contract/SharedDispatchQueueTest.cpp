@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/shared/Concurrency/ThreadPoolQueue.h"
-#include "tests/contract/DispatchQueueContract.h"
-#include "tests/contract/ThreadedQueueHarness.h"
+#include "ZelvoraContract/DispatchQueueContract.h"
+#include "ZelvoraContract/ThreadedQueueHarness.h"
 
 namespace zelvora::tests {
 

@@ -1,5 +1,5 @@
 #include "ZelvoraAdapters/shared/JSON/JSONSerialization.h"
-#include "tests/contract/JSONSerializationContract.h"
+#include "ZelvoraContract/JSONSerializationContract.h"
 
 namespace zelvora::tests {
 

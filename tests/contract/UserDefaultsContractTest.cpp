@@ -1,4 +1,4 @@
-#include "tests/contract/UserDefaultsContract.h"
+#include "ZelvoraContract/UserDefaultsContract.h"
 
 #include "ZelvoraAdapters/memory/ForwardingUserDefaults.h"
 #include "ZelvoraAdapters/memory/Foundation/UserDefaults.h"

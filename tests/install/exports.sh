@@ -37,4 +37,4 @@ if ((differing)); then
     echo "are private. If the change is intended, write the new lists with: $0 update $libraries" >&2
     exit 1
 fi
-echo "$found libraries"
+echo "All $found libraries export what is listed."

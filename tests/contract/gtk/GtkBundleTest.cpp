@@ -1,5 +1,5 @@
 #include "ZelvoraAdapters/gtk/Foundation/Bundle.h"
-#include "tests/contract/BundleContract.h"
+#include "ZelvoraContract/BundleContract.h"
 
 namespace zelvora::tests {
 

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/gtk/Foundation/Clock.h"
-#include "tests/contract/ClockContract.h"
-#include "tests/contract/MovedWallClock.h"
+#include "ZelvoraContract/ClockContract.h"
+#include "ZelvoraContract/MovedWallClock.h"
 
 namespace zelvora::tests {
 

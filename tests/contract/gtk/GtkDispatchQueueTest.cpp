@@ -1,8 +1,8 @@
 #include "ZelvoraAdapters/gtk/Concurrency/ContextThread.h"
 #include "ZelvoraAdapters/gtk/Concurrency/MainContextQueue.h"
 #include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
-#include "tests/contract/DispatchQueueContract.h"
-#include "tests/contract/ThreadedQueueHarness.h"
+#include "ZelvoraContract/DispatchQueueContract.h"
+#include "ZelvoraContract/ThreadedQueueHarness.h"
 
 #include <chrono>
 #include <optional>

@@ -1,5 +1,5 @@
 #include "ZelvoraAdapters/gtk/os/Logger.h"
-#include "tests/contract/LoggerContract.h"
+#include "ZelvoraContract/LoggerContract.h"
 #include "tests/support/gtk/JournalDouble.h"
 
 #include <glib.h>

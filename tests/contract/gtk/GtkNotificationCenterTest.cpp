@@ -1,7 +1,7 @@
 #include "ZelvoraAdapters/gtk/Concurrency/MainContextQueue.h"
 #include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 #include "ZelvoraAdapters/shared/Foundation/NotificationCenter.h"
-#include "tests/contract/NotificationCenterContract.h"
+#include "ZelvoraContract/NotificationCenterContract.h"
 
 namespace zelvora::tests {
 

@@ -1,7 +1,7 @@
 #include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 #include "ZelvoraAdapters/gtk/Tracking/ATTrackingManager.h"
 #include "ZelvoraAdapters/gtk/Tracking/TrackingStore.h"
-#include "tests/contract/TrackingContract.h"
+#include "ZelvoraContract/TrackingContract.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/gtk/TrackingDialog.h"
 

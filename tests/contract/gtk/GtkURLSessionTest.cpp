@@ -1,5 +1,5 @@
 #include "ZelvoraAdapters/gtk/Foundation/URLSession.h"
-#include "tests/contract/URLSessionContract.h"
+#include "ZelvoraContract/URLSessionContract.h"
 #include "tests/support/gtk/LoopbackServer.h"
 #include "tests/support/gtk/RawServer.h"
 

@@ -1,6 +1,6 @@
 #include "tests/support/gtk/JournalDouble.h"
 
-#include "tests/support/Record.h"
+#include "ZelvoraContract/support/Record.h"
 
 #include <cerrno>
 #include <memory>

@@ -3,8 +3,8 @@
 #include "ZelvoraAdapters/gtk/Concurrency/ContextThread.h"
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "ZelvoraPlatform/Foundation/URL.h"
-#include "tests/support/ReceivedRequest.h"
-#include "tests/support/Record.h"
+#include "ZelvoraContract/support/ReceivedRequest.h"
+#include "ZelvoraContract/support/Record.h"
 
 #include <libsoup/soup.h>
 

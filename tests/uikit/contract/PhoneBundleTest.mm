@@ -1,5 +1,5 @@
 #include "ZelvoraAdapters/uikit/Foundation/Bundle.h"
-#include "tests/contract/BundleContract.h"
+#include "ZelvoraContract/BundleContract.h"
 #include "tests/uikit/doubles/Bundle.h"
 
 namespace zelvora::tests {

@@ -1,5 +1,5 @@
 #include "ZelvoraAdapters/uikit/Concurrency/DispatchQueue.h"
-#include "tests/contract/DispatchQueueContract.h"
+#include "ZelvoraContract/DispatchQueueContract.h"
 #include "tests/uikit/doubles/Dispatch.h"
 
 #include <chrono>

@@ -2,7 +2,7 @@
 
 #include "ZelvoraPlatform/Platform.h"
 #include "ZelvoraPlatform/UIKit/UINavigationController.h"
-#include "tests/support/ReceivedRequest.h"
+#include "ZelvoraContract/support/ReceivedRequest.h"
 #include "tests/uikit/contract/AutoreleasePool.h"
 
 #import <UIKit/UIKit.h>

@@ -3,7 +3,7 @@
 #include "ZelvoraAdapters/uikit/Foundation/URLRequests.h"
 #include "ZelvoraAdapters/uikit/Foundation/Values.h"
 #include "ZelvoraAdapters/uikit/Host.h"
-#include "tests/support/recorded.h"
+#include "ZelvoraContract/support/recorded.h"
 #include "tests/uikit/contract/leaveOut.h"
 #include "tests/uikit/doubles/Application.h"
 #include "tests/uikit/doubles/Dispatch.h"

@@ -1,5 +1,5 @@
 #include "ZelvoraAdapters/uikit/Foundation/JSONSerialization.h"
-#include "tests/contract/JSONSerializationContract.h"
+#include "ZelvoraContract/JSONSerializationContract.h"
 #include "tests/uikit/contract/leaveOut.h"
 
 namespace zelvora::tests {

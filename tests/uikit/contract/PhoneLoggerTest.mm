@@ -1,5 +1,5 @@
 #include "ZelvoraAdapters/uikit/os/Logger.h"
-#include "tests/contract/LoggerContract.h"
+#include "ZelvoraContract/LoggerContract.h"
 #include "tests/uikit/doubles/Log.h"
 
 namespace zelvora::tests {

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/uikit/Concurrency/DispatchQueue.h"
 #include "ZelvoraAdapters/uikit/Foundation/NotificationCenter.h"
-#include "tests/contract/NotificationCenterContract.h"
+#include "ZelvoraContract/NotificationCenterContract.h"
 #include "tests/uikit/doubles/Dispatch.h"
 
 namespace zelvora::tests {

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/uikit/Tracking/ASIdentifierManager.h"
 #include "ZelvoraAdapters/uikit/Tracking/ATTrackingManager.h"
-#include "tests/contract/TrackingContract.h"
+#include "ZelvoraContract/TrackingContract.h"
 #include "tests/uikit/doubles/Dispatch.h"
 #include "tests/uikit/doubles/Tracking.h"
 

@@ -1,9 +1,9 @@
-#include "tests/contract/ApplicationContract.h"
-#include "tests/contract/GestureContract.h"
-#include "tests/contract/PlatformContract.h"
-#include "tests/contract/ViewContract.h"
-#include "tests/contract/ViewControllerContract.h"
-#include "tests/contract/WebViewContract.h"
+#include "ZelvoraContract/ApplicationContract.h"
+#include "ZelvoraContract/GestureContract.h"
+#include "ZelvoraContract/PlatformContract.h"
+#include "ZelvoraContract/ViewContract.h"
+#include "ZelvoraContract/ViewControllerContract.h"
+#include "ZelvoraContract/WebViewContract.h"
 #include "tests/uikit/contract/PhoneHarness.h"
 
 namespace zelvora::tests {

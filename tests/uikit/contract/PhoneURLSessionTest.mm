@@ -1,5 +1,5 @@
 #include "ZelvoraAdapters/uikit/Foundation/URLSession.h"
-#include "tests/contract/URLSessionContract.h"
+#include "ZelvoraContract/URLSessionContract.h"
 #include "tests/uikit/doubles/Dispatch.h"
 #include "tests/uikit/doubles/URLSession.h"
 

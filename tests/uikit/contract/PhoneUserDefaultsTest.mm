@@ -1,5 +1,5 @@
 #include "ZelvoraAdapters/uikit/Foundation/UserDefaults.h"
-#include "tests/contract/UserDefaultsContract.h"
+#include "ZelvoraContract/UserDefaultsContract.h"
 
 #include <memory>
 

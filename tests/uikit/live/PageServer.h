@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/support/ReceivedRequest.h"
+#include "ZelvoraContract/support/ReceivedRequest.h"
 
 #include <memory>
 #include <string>

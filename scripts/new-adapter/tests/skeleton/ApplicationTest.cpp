@@ -1,4 +1,4 @@
-#include "tests/contract/ApplicationContract.h"
+#include "ZelvoraContract/ApplicationContract.h"
 #include "tests/skeleton/ScreenHarness.h"
 
 namespace zelvora::tests {

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/skeleton/Foundation/Bundle.h"
 
-#include "tests/contract/BundleContract.h"
+#include "ZelvoraContract/BundleContract.h"
 
 namespace zelvora::tests {
 

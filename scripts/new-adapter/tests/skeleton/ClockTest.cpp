@@ -1,7 +1,7 @@
 #include "ZelvoraAdapters/skeleton/Foundation/Clock.h"
 
 #include "ZelvoraAdapters/skeleton/missing.h"
-#include "tests/contract/ClockContract.h"
+#include "ZelvoraContract/ClockContract.h"
 
 namespace zelvora::tests {
 

@@ -1,4 +1,4 @@
-#include "tests/contract/GestureContract.h"
+#include "ZelvoraContract/GestureContract.h"
 #include "tests/skeleton/ScreenHarness.h"
 
 namespace zelvora::tests {

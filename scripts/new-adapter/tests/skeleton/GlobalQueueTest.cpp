@@ -1,7 +1,7 @@
 #include "ZelvoraAdapters/skeleton/Concurrency/GlobalQueue.h"
 
-#include "tests/contract/DispatchQueueContract.h"
-#include "tests/contract/ThreadedQueueHarness.h"
+#include "ZelvoraContract/DispatchQueueContract.h"
+#include "ZelvoraContract/ThreadedQueueHarness.h"
 
 namespace zelvora::tests {
 

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/skeleton/Foundation/JSONSerialization.h"
 
-#include "tests/contract/JSONSerializationContract.h"
+#include "ZelvoraContract/JSONSerializationContract.h"
 
 namespace zelvora::tests {
 

@@ -1,7 +1,7 @@
 #include "ZelvoraAdapters/skeleton/os/Logger.h"
 
 #include "ZelvoraAdapters/skeleton/missing.h"
-#include "tests/contract/LoggerContract.h"
+#include "ZelvoraContract/LoggerContract.h"
 
 namespace zelvora::tests {
 

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/skeleton/Concurrency/MainQueue.h"
 
-#include "tests/contract/DispatchQueueContract.h"
+#include "ZelvoraContract/DispatchQueueContract.h"
 
 #include <chrono>
 #include <functional>

@@ -1,7 +1,7 @@
 #include "ZelvoraAdapters/skeleton/Foundation/NotificationCenter.h"
 
 #include "ZelvoraAdapters/skeleton/Concurrency/MainQueue.h"
-#include "tests/contract/NotificationCenterContract.h"
+#include "ZelvoraContract/NotificationCenterContract.h"
 
 namespace zelvora::tests {
 

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/skeleton/Platform.h"
 
-#include "tests/contract/PlatformContract.h"
+#include "ZelvoraContract/PlatformContract.h"
 
 #include <chrono>
 #include <functional>

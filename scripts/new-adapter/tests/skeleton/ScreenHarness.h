@@ -3,7 +3,7 @@
 #include "ZelvoraAdapters/skeleton/Platform.h"
 #include "ZelvoraAdapters/skeleton/UIKit/NavigationController.h"
 #include "ZelvoraAdapters/skeleton/missing.h"
-#include "tests/support/ReceivedRequest.h"
+#include "ZelvoraContract/support/ReceivedRequest.h"
 
 #include <functional>
 #include <memory>

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/skeleton/Tracking/ATTrackingManager.h"
 #include "ZelvoraAdapters/skeleton/missing.h"
-#include "tests/contract/TrackingContract.h"
+#include "ZelvoraContract/TrackingContract.h"
 
 namespace zelvora::tests {
 

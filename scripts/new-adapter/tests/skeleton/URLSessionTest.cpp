@@ -1,7 +1,7 @@
 #include "ZelvoraAdapters/skeleton/Foundation/URLSession.h"
 
 #include "ZelvoraAdapters/skeleton/missing.h"
-#include "tests/contract/URLSessionContract.h"
+#include "ZelvoraContract/URLSessionContract.h"
 
 namespace zelvora::tests {
 

@@ -1,7 +1,7 @@
 #include "ZelvoraAdapters/skeleton/Foundation/UserDefaults.h"
 
 #include "ZelvoraAdapters/skeleton/missing.h"
-#include "tests/contract/UserDefaultsContract.h"
+#include "ZelvoraContract/UserDefaultsContract.h"
 
 namespace zelvora::tests {
 

@@ -1,4 +1,4 @@
-#include "tests/contract/ViewControllerContract.h"
+#include "ZelvoraContract/ViewControllerContract.h"
 #include "tests/skeleton/ScreenHarness.h"
 
 namespace zelvora::tests {

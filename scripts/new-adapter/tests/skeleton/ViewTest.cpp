@@ -1,4 +1,4 @@
-#include "tests/contract/ViewContract.h"
+#include "ZelvoraContract/ViewContract.h"
 #include "tests/skeleton/ScreenHarness.h"
 
 namespace zelvora::tests {

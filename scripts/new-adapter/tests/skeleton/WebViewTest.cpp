@@ -1,4 +1,4 @@
-#include "tests/contract/WebViewContract.h"
+#include "ZelvoraContract/WebViewContract.h"
 #include "tests/skeleton/ScreenHarness.h"
 
 namespace zelvora::tests {

@@ -1,9 +1,9 @@
 #include "ZelvoraAdapters/gtk/Tracking/TrackingStore.h"
 
 #include "ZelvoraAdapters/gtk/Tracking/ASIdentifierManager.h"
-#include "tests/support/Record.h"
+#include "ZelvoraContract/support/Record.h"
 #include "tests/support/TemporaryDirectory.h"
-#include "tests/support/runOnThreads.h"
+#include "ZelvoraContract/support/runOnThreads.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "tests/ZelvoraAdapters/shared/Journal/JournalHistory.h"
 #include "tests/support/ChildProcess.h"
-#include "tests/support/Record.h"
+#include "ZelvoraContract/support/Record.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/makeSeed.h"
 

@@ -6,7 +6,7 @@
 #include "ZelvoraPlatform/Foundation/Value.h"
 #include "tests/ZelvoraAdapters/shared/Journal/TestFileOperations.h"
 #include "tests/support/FileBytes.h"
-#include "tests/support/Record.h"
+#include "ZelvoraContract/support/Record.h"
 #include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 
 #include "ZelvoraAdapters/uikit/Foundation/Errors.h"
 #include "ZelvoraAdapters/uikit/Foundation/URLRequests.h"
-#include "tests/support/Record.h"
+#include "ZelvoraContract/support/Record.h"
 #include "tests/uikit/doubles/Dispatch.h"
 #include "tests/uikit/doubles/URLSession.h"
 

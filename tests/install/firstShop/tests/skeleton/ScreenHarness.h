@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/contract/MemoryHarness.h"
+#include "ZelvoraContract/MemoryHarness.h"
 
 namespace zelvora::tests {
 

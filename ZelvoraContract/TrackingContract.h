@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZelvoraPlatform/Tracking/ATTrackingManager.h"
-#include "tests/support/Record.h"
+#include "ZelvoraContract/support/Record.h"
 
 #include <gtest/gtest.h>
 

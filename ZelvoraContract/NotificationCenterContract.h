@@ -2,7 +2,7 @@
 
 #include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
 #include "ZelvoraPlatform/Foundation/NotificationCenter.h"
-#include "tests/support/runOnThreads.h"
+#include "ZelvoraContract/support/runOnThreads.h"
 
 #include <gtest/gtest.h>
 

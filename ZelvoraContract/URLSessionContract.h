@@ -1,9 +1,9 @@
 #pragma once
 
 #include "ZelvoraPlatform/Foundation/URLSession.h"
-#include "tests/support/ReceivedRequest.h"
-#include "tests/support/Record.h"
-#include "tests/support/runOnThreads.h"
+#include "ZelvoraContract/support/ReceivedRequest.h"
+#include "ZelvoraContract/support/Record.h"
+#include "ZelvoraContract/support/runOnThreads.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include "ZelvoraPlatform/Foundation/URL.h"
 #include "ZelvoraPlatform/Platform.h"
-#include "tests/support/Record.h"
+#include "ZelvoraContract/support/Record.h"
 
 #include <gtest/gtest.h>
 

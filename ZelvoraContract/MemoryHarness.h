@@ -7,8 +7,8 @@
 #include "ZelvoraAdapters/memory/UIKit/View.h"
 #include "ZelvoraAdapters/memory/WebKit/UserContentController.h"
 #include "ZelvoraAdapters/memory/WebKit/WebView.h"
-#include "tests/support/ReceivedRequest.h"
-#include "tests/support/recorded.h"
+#include "ZelvoraContract/support/ReceivedRequest.h"
+#include "ZelvoraContract/support/recorded.h"
 
 #include <functional>
 #include <memory>

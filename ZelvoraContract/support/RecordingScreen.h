@@ -2,7 +2,7 @@
 
 #include "ZelvoraPlatform/UIKit/UINavigationController.h"
 #include "ZelvoraPlatform/UIKit/UIViewController.h"
-#include "tests/support/Record.h"
+#include "ZelvoraContract/support/Record.h"
 
 #include <functional>
 #include <memory>

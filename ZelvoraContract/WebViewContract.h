@@ -3,8 +3,8 @@
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 #include "ZelvoraPlatform/Platform.h"
-#include "tests/support/ReceivedRequest.h"
-#include "tests/support/Record.h"
+#include "ZelvoraContract/support/ReceivedRequest.h"
+#include "ZelvoraContract/support/Record.h"
 
 #include <gtest/gtest.h>
 

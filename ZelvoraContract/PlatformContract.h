@@ -1,8 +1,8 @@
 #pragma once
 
 #include "ZelvoraPlatform/Platform.h"
-#include "tests/support/Record.h"
-#include "tests/support/runOnThreads.h"
+#include "ZelvoraContract/support/Record.h"
+#include "ZelvoraContract/support/runOnThreads.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 #include "ZelvoraPlatform/Foundation/UserDefaults.h"
 #include "ZelvoraPlatform/Foundation/Value.h"
-#include "tests/support/runOnThreads.h"
+#include "ZelvoraContract/support/runOnThreads.h"
 
 #include <gtest/gtest.h>
 

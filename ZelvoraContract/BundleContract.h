@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZelvoraPlatform/Foundation/Bundle.h"
-#include "tests/support/runOnThreads.h"
+#include "ZelvoraContract/support/runOnThreads.h"
 
 #include <gtest/gtest.h>
 

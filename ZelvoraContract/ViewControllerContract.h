@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZelvoraPlatform/UIKit/UIGestureRecognizer.h"
-#include "tests/support/RecordingScreen.h"
+#include "ZelvoraContract/support/RecordingScreen.h"
 
 #include <gtest/gtest.h>
 

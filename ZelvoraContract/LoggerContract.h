@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZelvoraPlatform/os/Logger.h"
-#include "tests/support/runOnThreads.h"
+#include "ZelvoraContract/support/runOnThreads.h"
 
 #include <gtest/gtest.h>
 

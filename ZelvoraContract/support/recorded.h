@@ -2,7 +2,7 @@
 
 #include "ZelvoraPlatform/Foundation/URLSession.h"
 #include "ZelvoraPlatform/WebKit/WKUserScript.h"
-#include "tests/support/ReceivedRequest.h"
+#include "ZelvoraContract/support/ReceivedRequest.h"
 
 #include <string>
 #include <string_view>

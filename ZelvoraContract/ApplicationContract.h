@@ -1,8 +1,8 @@
 #pragma once
 
+#include "ZelvoraContract/support/Record.h"
 #include "ZelvoraPlatform/Foundation/URL.h"
 #include "ZelvoraPlatform/Platform.h"
-#include "ZelvoraContract/support/Record.h"
 
 #include <gtest/gtest.h>
 

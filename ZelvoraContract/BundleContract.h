@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ZelvoraPlatform/Foundation/Bundle.h"
 #include "ZelvoraContract/support/runOnThreads.h"
+#include "ZelvoraPlatform/Foundation/Bundle.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ZelvoraPlatform/Foundation/Date.h"
 #include "ZelvoraContract/support/runOnThreads.h"
+#include "ZelvoraPlatform/Foundation/Date.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
 #include "ZelvoraContract/support/Record.h"
 #include "ZelvoraContract/support/runOnThreads.h"
+#include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ZelvoraPlatform/os/Logger.h"
 #include "ZelvoraContract/support/runOnThreads.h"
+#include "ZelvoraPlatform/os/Logger.h"
 
 #include <gtest/gtest.h>
 

@@ -10,10 +10,10 @@
 #include <atomic>
 #include <cstdint>
 
-namespace {
+namespace zelvora::tests {
 
-// What this program's wall clock shows, relative to the machine's clock, which only root may set.
-std::atomic<std::int64_t> s_secondsAhead = 0;
+/// What this program's wall clock shows, relative to the machine's clock, which only root may set.
+inline std::atomic<std::int64_t> s_secondsAhead = 0;
 
 }
 
@@ -25,7 +25,7 @@ extern "C" {
 {
     auto const result = static_cast<int>(syscall(SYS_clock_gettime, clock, time));
     if (result == 0 && clock == CLOCK_REALTIME)
-        time->tv_sec += s_secondsAhead;
+        time->tv_sec += zelvora::tests::s_secondsAhead;
     return result;
 }
 
@@ -33,7 +33,7 @@ extern "C" {
 {
     auto const result = static_cast<int>(syscall(SYS_gettimeofday, time, zone));
     if (result == 0)
-        time->tv_sec += s_secondsAhead;
+        time->tv_sec += zelvora::tests::s_secondsAhead;
     return result;
 }
 }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "ZelvoraContract/support/runOnThreads.h"
 #include "ZelvoraPlatform/Concurrency/DispatchQueue.h"
 #include "ZelvoraPlatform/Foundation/NotificationCenter.h"
-#include "ZelvoraContract/support/runOnThreads.h"
 
 #include <gtest/gtest.h>
 

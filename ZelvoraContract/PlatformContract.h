@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ZelvoraPlatform/Platform.h"
 #include "ZelvoraContract/support/Record.h"
 #include "ZelvoraContract/support/runOnThreads.h"
+#include "ZelvoraPlatform/Platform.h"
 
 #include <gtest/gtest.h>
 

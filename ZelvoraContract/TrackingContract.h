@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ZelvoraPlatform/Tracking/ATTrackingManager.h"
 #include "ZelvoraContract/support/Record.h"
+#include "ZelvoraPlatform/Tracking/ATTrackingManager.h"
 
 #include <gtest/gtest.h>
 

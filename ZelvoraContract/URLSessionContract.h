@@ -1,9 +1,9 @@
 #pragma once
 
-#include "ZelvoraPlatform/Foundation/URLSession.h"
 #include "ZelvoraContract/support/ReceivedRequest.h"
 #include "ZelvoraContract/support/Record.h"
 #include "ZelvoraContract/support/runOnThreads.h"
+#include "ZelvoraPlatform/Foundation/URLSession.h"
 
 #include <gtest/gtest.h>
 

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "ZelvoraContract/support/runOnThreads.h"
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "ZelvoraPlatform/Foundation/Data.h"
 #include "ZelvoraPlatform/Foundation/Date.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 #include "ZelvoraPlatform/Foundation/UserDefaults.h"
 #include "ZelvoraPlatform/Foundation/Value.h"
-#include "ZelvoraContract/support/runOnThreads.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ZelvoraPlatform/UIKit/UIGestureRecognizer.h"
 #include "ZelvoraContract/support/RecordingScreen.h"
+#include "ZelvoraPlatform/UIKit/UIGestureRecognizer.h"
 
 #include <gtest/gtest.h>
 

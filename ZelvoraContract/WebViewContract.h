@@ -1,10 +1,10 @@
 #pragma once
 
+#include "ZelvoraContract/support/ReceivedRequest.h"
+#include "ZelvoraContract/support/Record.h"
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 #include "ZelvoraPlatform/Platform.h"
-#include "ZelvoraContract/support/ReceivedRequest.h"
-#include "ZelvoraContract/support/Record.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "ZelvoraContract/support/Record.h"
 #include "ZelvoraPlatform/UIKit/UINavigationController.h"
 #include "ZelvoraPlatform/UIKit/UIViewController.h"
-#include "ZelvoraContract/support/Record.h"
 
 #include <functional>
 #include <memory>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "ZelvoraContract/support/ReceivedRequest.h"
 #include "ZelvoraPlatform/Foundation/URLSession.h"
 #include "ZelvoraPlatform/WebKit/WKUserScript.h"
-#include "ZelvoraContract/support/ReceivedRequest.h"
 
 #include <string>
 #include <string_view>

@@ -1,8 +1,8 @@
 #include "ZelvoraPlatform/Platform.h"
 
 #include "ZelvoraAdapters/memory/Platform.h"
-#include "ZelvoraPlatform/fatalError.h"
 #include "ZelvoraContract/support/runOnThreads.h"
+#include "ZelvoraPlatform/fatalError.h"
 
 #include <gtest/gtest.h>
 

@@ -18,7 +18,8 @@ struct Survey {
 
 /// Reads every source of the layers under `tree` and checks their order: ZelvoraPlatform includes itself and the
 /// standard library; ZelvoraIOS these and itself; an adapter includes ZelvoraPlatform, itself, ZelvoraAdapters/shared
-/// and the system; the contract suites include ZelvoraPlatform, ZelvoraAdapters/memory and themselves. All C++ code is in the namespace `zelvora`; only C declarations may be outside.
+/// and the system; the contract suites include ZelvoraPlatform, ZelvoraAdapters/memory and themselves. All C++ code is
+/// in the namespace `zelvora`; only C declarations may be outside.
 [[nodiscard]] Survey surveyLayers(std::filesystem::path const& tree);
 
 }

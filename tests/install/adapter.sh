@@ -7,7 +7,7 @@
 set -euo pipefail
 
 verb="$1" build="$2" name="$3" frame="${4:-}"
-suites="$(dirname "${BASH_SOURCE[0]}")/../contract"
+suites="$(dirname "${BASH_SOURCE[0]}")/../../ZelvoraContract"
 
 # lacks METHOD COMMAND...: the command does not survive, and says that METHOD, an expression, is missing.
 lacks() {

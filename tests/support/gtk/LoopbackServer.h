@@ -2,9 +2,9 @@
 
 #include "ZelvoraAdapters/gtk/Concurrency/ContextThread.h"
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
-#include "ZelvoraPlatform/Foundation/URL.h"
 #include "ZelvoraContract/support/ReceivedRequest.h"
 #include "ZelvoraContract/support/Record.h"
+#include "ZelvoraPlatform/Foundation/URL.h"
 
 #include <libsoup/soup.h>
 

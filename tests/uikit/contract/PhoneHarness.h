@@ -1,8 +1,8 @@
 #pragma once
 
+#include "ZelvoraContract/support/ReceivedRequest.h"
 #include "ZelvoraPlatform/Platform.h"
 #include "ZelvoraPlatform/UIKit/UINavigationController.h"
-#include "ZelvoraContract/support/ReceivedRequest.h"
 #include "tests/uikit/contract/AutoreleasePool.h"
 
 #import <UIKit/UIKit.h>

@@ -2,8 +2,8 @@
 
 #include "ZelvoraAdapters/gtk/Tracking/ASIdentifierManager.h"
 #include "ZelvoraContract/support/Record.h"
-#include "tests/support/TemporaryDirectory.h"
 #include "ZelvoraContract/support/runOnThreads.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
+#include "ZelvoraContract/support/RecordingScreen.h"
 #include "ZelvoraPlatform/Platform.h"
 #include "ZelvoraPlatform/UIKit/UIScreenEdgePanGestureRecognizer.h"
-#include "ZelvoraContract/support/RecordingScreen.h"
 #include "tests/support/gtk/GtkHarness.h"
 
 #include <gtest/gtest.h>

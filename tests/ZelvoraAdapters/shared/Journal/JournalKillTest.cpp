@@ -1,8 +1,8 @@
 #include "ZelvoraAdapters/shared/Journal/JournaledUserDefaults.h"
+#include "ZelvoraContract/support/Record.h"
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "tests/ZelvoraAdapters/shared/Journal/JournalHistory.h"
 #include "tests/support/ChildProcess.h"
-#include "ZelvoraContract/support/Record.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/makeSeed.h"
 

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "ZelvoraAdapters/shared/Journal/JournaledUserDefaults.h"
+#include "ZelvoraContract/support/Record.h"
 #include "ZelvoraPlatform/Foundation/Array.h"
 #include "ZelvoraPlatform/Foundation/Dictionary.h"
 #include "ZelvoraPlatform/Foundation/Value.h"
 #include "tests/ZelvoraAdapters/shared/Journal/TestFileOperations.h"
 #include "tests/support/FileBytes.h"
-#include "ZelvoraContract/support/Record.h"
 #include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "ZelvoraAdapters/uikit/Host.h"
 
-#include "ZelvoraPlatform/Platform.h"
 #include "ZelvoraContract/support/runOnThreads.h"
+#include "ZelvoraPlatform/Platform.h"
 #include "tests/uikit/doubles/Dispatch.h"
 #include "tests/uikit/doubles/UIKit.h"
 

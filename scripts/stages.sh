@@ -26,7 +26,7 @@ test_stages() {
 }
 
 check_stages() {
-    run_stages format layers tidy_changes phone_quick
+    run_stages format layers plain_changes tidy_changes phone_quick
 }
 
 run_stages() {
@@ -62,6 +62,7 @@ packages_of() {
                 "${PACKAGES_PHONE[@]}" "${PACKAGES_DISPLAY[@]}")
             ;;
         page) mapfile -t -O "${#packages[@]}" packages < <(page_packages) ;;
+        plain_changes) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_BENCH[@]}") ;;
         tidy | tidy_changes) packages+=("${PACKAGES_BUILD[@]}" "${PACKAGES_CLANG[@]}" "${PACKAGES_TIDY[@]}") ;;
         esac
     done
@@ -238,16 +239,31 @@ stage_tidy() {
     tidy_files < <(our_sources "${TIDY_FOLDERS[@]/%//*.cpp}")
 }
 
-# What differs from the main branch or, on it, from the last commit.
-stage_tidy_changes() {
+# changes_in FOLDER...: the files there that differ from the main branch or, on it, from the last commit.
+changes_in() {
     local base
     base="$(git merge-base HEAD main 2>/dev/null || git rev-parse HEAD)"
-    tidy_files < <(
-        {
-            git diff --name-only --diff-filter=d "$base" -- "${TIDY_FOLDERS[@]}"
-            git ls-files --others --exclude-standard -- "${TIDY_FOLDERS[@]}"
-        } | grep -E '\.(h|cpp)$' | sort -u
-    )
+    {
+        git diff --name-only --diff-filter=d "$base" -- "$@"
+        git ls-files --others --exclude-standard -- "$@"
+    } | sort -u
+}
+
+stage_tidy_changes() {
+    tidy_files < <(changes_in "${TIDY_FOLDERS[@]}" | grep -E '\.(h|cpp)$')
+}
+
+# The sources that every other build compiles together, each on its own, which shows what they forget to include.
+stage_plain_changes() {
+    local sources
+    mapfile -t sources < <(changes_in bench examples tests | grep -E '\.cpp$' \
+        | grep -vE '^(examples/(adapter|shop-app)|tests/(install|uikit))/' | sed "s|.*|$PWD/&^|")
+    if ((${#sources[@]} == 0)); then
+        say "There is nothing to compile."
+    else
+        cmake --preset plain >/dev/null && ninja -C build/plain "${sources[@]}" || return 1
+    fi
+    one_passed
 }
 
 # tidy_files: those that the input names. The files of a folder are read together, as far as they go together.

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/gtk/Platform.h"
 
-#include "ZelvoraAdapters/gtk/Concurrency/MainContextQueue.h"
+#include "ZelvoraAdapters/gtk/Concurrency/DispatchQueue.h"
 #include "ZelvoraAdapters/gtk/Foundation/Bundle.h"
 #include "ZelvoraAdapters/gtk/Foundation/Clock.h"
 #include "ZelvoraAdapters/gtk/Foundation/DataDirectory.h"
@@ -154,7 +154,7 @@ struct Platform::Services {
     shared::JournaledUserDefaults userDefaults;
     shared::NotificationCenter notificationCenter;
     shared::JSONSerialization jsonSerialization;
-    MainContextQueue mainQueue;
+    DispatchQueue mainQueue;
     shared::ThreadPoolQueue globalQueue;
     URLSession urlSession;
     TrackingStore trackingStore;

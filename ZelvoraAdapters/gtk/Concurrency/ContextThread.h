@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ZelvoraAdapters/gtk/Concurrency/MainContextQueue.h"
+#include "ZelvoraAdapters/gtk/Concurrency/DispatchQueue.h"
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 
 #include <thread>
@@ -28,7 +28,7 @@ private:
 
     GMainContextPointer m_context;
     GMainLoopPointer m_loop;
-    MainContextQueue m_queue;
+    DispatchQueue m_queue;
     std::thread m_thread;
 };
 

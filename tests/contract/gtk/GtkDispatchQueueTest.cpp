@@ -1,5 +1,5 @@
 #include "ZelvoraAdapters/gtk/Concurrency/ContextThread.h"
-#include "ZelvoraAdapters/gtk/Concurrency/MainContextQueue.h"
+#include "ZelvoraAdapters/gtk/Concurrency/DispatchQueue.h"
 #include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 #include "ZelvoraContract/DispatchQueueContract.h"
 #include "ZelvoraContract/ThreadedQueueHarness.h"
@@ -23,7 +23,7 @@ public:
 
 private:
     std::chrono::steady_clock::time_point const m_start = std::chrono::steady_clock::now();
-    std::optional<gtk::MainContextQueue> m_queue { std::in_place };
+    std::optional<gtk::DispatchQueue> m_queue { std::in_place };
 };
 
 using GtkLoaderQueue = ThreadedQueueHarness<gtk::ContextThread,

@@ -1,4 +1,4 @@
-#include "ZelvoraAdapters/gtk/Concurrency/MainContextQueue.h"
+#include "ZelvoraAdapters/gtk/Concurrency/DispatchQueue.h"
 #include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
 #include "ZelvoraAdapters/shared/Foundation/NotificationCenter.h"
 #include "ZelvoraContract/NotificationCenterContract.h"
@@ -19,7 +19,7 @@ public:
     }
 
 private:
-    gtk::MainContextQueue m_queue;
+    gtk::DispatchQueue m_queue;
     shared::NotificationCenter m_center;
 };
 

@@ -12,13 +12,13 @@ namespace zelvora::gtk {
 /// events. As on the phone's main queue, a block that runs a nested loop delays the blocks after it.
 ///
 /// Destroy it on that thread outside its blocks, or once no thread runs the context.
-class MainContextQueue final : public platform::DispatchQueue {
+class DispatchQueue final : public platform::DispatchQueue {
 public:
     /// nullptr means the default context, which the application runs.
-    explicit MainContextQueue(GMainContext* context = nullptr);
-    MainContextQueue(MainContextQueue const&) = delete;
-    MainContextQueue& operator=(MainContextQueue const&) = delete;
-    ~MainContextQueue() override;
+    explicit DispatchQueue(GMainContext* context = nullptr);
+    DispatchQueue(DispatchQueue const&) = delete;
+    DispatchQueue& operator=(DispatchQueue const&) = delete;
+    ~DispatchQueue() override;
 
     // platform::DispatchQueue
     void async(Work work) override;

@@ -1,4 +1,4 @@
-#include "tests/ZelvoraAdapters/gtk/ui/PageTest.h"
+#include "tests/ZelvoraAdapters/gtk/WebKit/PageTest.h"
 
 #include <fstream>
 #include <vector>

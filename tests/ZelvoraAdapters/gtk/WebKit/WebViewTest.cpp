@@ -1,5 +1,5 @@
 #include "ZelvoraAdapters/gtk/GLib/attach.h"
-#include "tests/ZelvoraAdapters/gtk/ui/PageTest.h"
+#include "tests/ZelvoraAdapters/gtk/WebKit/PageTest.h"
 
 #include <algorithm>
 #include <functional>

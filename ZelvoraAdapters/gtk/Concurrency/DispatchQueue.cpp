@@ -1,4 +1,4 @@
-#include "ZelvoraAdapters/gtk/Concurrency/MainContextQueue.h"
+#include "ZelvoraAdapters/gtk/Concurrency/DispatchQueue.h"
 
 #include "ZelvoraAdapters/gtk/GLib/ReadyTimeSource.h"
 #include "ZelvoraAdapters/gtk/GLib/attach.h"
@@ -8,25 +8,25 @@
 
 namespace zelvora::gtk {
 
-MainContextQueue::MainContextQueue(GMainContext* context)
+DispatchQueue::DispatchQueue(GMainContext* context)
     : m_source(attach(makeReadyTimeSource(), [this] { runNext(); }, context))
 {
     g_source_set_name(m_source.get(), "zelvora main queue");
 }
 
-MainContextQueue::~MainContextQueue()
+DispatchQueue::~DispatchQueue()
 {
     // Before the blocks, which may use the queue as they are destroyed.
     g_source_destroy(m_source.get());
     m_schedule.clear();
 }
 
-void MainContextQueue::async(Work work)
+void DispatchQueue::async(Work work)
 {
     asyncAfter(0, std::move(work));
 }
 
-void MainContextQueue::asyncAfter(platform::TimeInterval delay, Work work)
+void DispatchQueue::asyncAfter(platform::TimeInterval delay, Work work)
 {
     // The time is read under the lock, so that blocks run in the order of submission.
     std::scoped_lock const lock(m_mutex);
@@ -34,7 +34,7 @@ void MainContextQueue::asyncAfter(platform::TimeInterval delay, Work work)
     wakeWhenNextIsDue();
 }
 
-void MainContextQueue::runNext()
+void DispatchQueue::runNext()
 {
     Work work;
     {
@@ -46,7 +46,7 @@ void MainContextQueue::runNext()
         work();
 }
 
-void MainContextQueue::wakeWhenNextIsDue()
+void DispatchQueue::wakeWhenNextIsDue()
 {
     using namespace std::chrono;
     // GLib's monotonic clock is the steady clock, in whole microseconds.

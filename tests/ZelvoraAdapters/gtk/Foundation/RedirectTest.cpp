@@ -1,4 +1,4 @@
-#include "tests/ZelvoraAdapters/gtk/services/Loading.h"
+#include "tests/ZelvoraAdapters/gtk/Foundation/Loading.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/gtk/LoopbackServer.h"
 #include "tests/support/gtk/TestAuthority.h"

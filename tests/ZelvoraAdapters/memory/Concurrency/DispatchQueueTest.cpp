@@ -1,4 +1,5 @@
 #include "ZelvoraAdapters/memory/Concurrency/DispatchQueue.h"
+
 #include "ZelvoraAdapters/memory/Foundation/Clock.h"
 #include "ZelvoraAdapters/memory/Platform.h"
 

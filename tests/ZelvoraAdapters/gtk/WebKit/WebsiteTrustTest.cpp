@@ -1,5 +1,5 @@
 #include "ZelvoraAdapters/gtk/GLib/runMainLoopUntil.h"
-#include "tests/ZelvoraAdapters/gtk/ui/PageTest.h"
+#include "tests/ZelvoraAdapters/gtk/WebKit/PageTest.h"
 #include "tests/support/gtk/TestAuthority.h"
 
 #include <signal.h> // NOLINT(*-deprecated-headers): kill is not in <csignal>

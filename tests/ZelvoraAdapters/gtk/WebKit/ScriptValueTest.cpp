@@ -2,7 +2,7 @@
 
 #include "ZelvoraAdapters/gtk/GLib/Pointers.h"
 #include "ZelvoraPlatform/Foundation/Array.h"
-#include "tests/ZelvoraAdapters/gtk/ui/PageTest.h"
+#include "tests/ZelvoraAdapters/gtk/WebKit/PageTest.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 #include "ZelvoraAdapters/gtk/Foundation/URLSession.h"
 
 #include "ZelvoraAdapters/gtk/Foundation/ResponseBody.h"
-#include "tests/ZelvoraAdapters/gtk/services/Loading.h"
+#include "tests/ZelvoraAdapters/gtk/Foundation/Loading.h"
 #include "tests/support/gtk/LoopbackServer.h"
 #include "tests/support/gtk/RawServer.h"
 

@@ -1,6 +1,6 @@
 #include "ZelvoraAdapters/gtk/Foundation/ServerTrust.h"
 
-#include "tests/ZelvoraAdapters/gtk/services/Loading.h"
+#include "tests/ZelvoraAdapters/gtk/Foundation/Loading.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/gtk/LoopbackServer.h"
